@@ -1,0 +1,40 @@
+#include "common/path_text.h"
+
+#include <filesystem>
+#include <system_error>
+
+std::size_t LastSeparator(std::string_view path) {
+    const std::size_t found = path.find_last_of("\\/");
+    return found == std::string_view::npos ? 0 : found + 1;
+}
+
+std::string_view BehindLastSeparator(std::string_view path) {
+    return path.substr(LastSeparator(path));
+}
+
+std::string JoinPath(std::string_view folder, std::string_view name) {
+    std::string path(folder);
+    path += Separator;
+    path += name;
+    return path;
+}
+
+std::string NativePath(std::string_view path) {
+    std::string native(path);
+    if constexpr (Separator == '/') {
+        for (char& c : native) {
+            if (c == '\\') {
+                c = '/';
+            }
+        }
+    }
+    return native;
+}
+
+bool FileExists(std::string_view path) {
+    if (path.empty() || path.find('\0') != std::string_view::npos) {
+        return false;
+    }
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(std::filesystem::path(NativePath(path)), ignored);
+}

@@ -1,0 +1,158 @@
+#ifndef ORVIA_PLATFORM_HOST_H
+#define ORVIA_PLATFORM_HOST_H
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "common/bytes.h"
+
+// All that the console needs from outside, one small class each. platform/qt/ realises them on a
+// desktop, tests/support/ on a clock that jumps from event to event.
+
+/// The one serial port. Nothing here waits. A port that is not open holds no bytes and takes
+/// none: a device that vanished is a closed port.
+class SerialPort {
+ public:
+    virtual ~SerialPort() = default;
+
+    /// Number of the port, 1 to 16. Setting it or the settings of an open port is a Fault.
+    [[nodiscard]] virtual int CommPort() const = 0;
+    virtual void SetCommPort(int number) = 0;
+
+    /// Baud rate, parity, data bits and stop bits, as "38400,N,8,1".
+    [[nodiscard]] virtual std::string Settings() const = 0;
+    virtual void SetSettings(const std::string& settings) = 0;
+
+    [[nodiscard]] virtual bool PortOpen() const = 0;
+    /// Opens or closes; a port that will not open is a Fault.
+    virtual void SetPortOpen(bool open) = 0;
+
+    /// Raises or drops DTR; a device without that line ignores it.
+    virtual void SetDTREnable(bool enable) = 0;
+
+    /// Number of received bytes waiting.
+    [[nodiscard]] virtual int InBufferCount() const = 0;
+    /// Throws all received bytes away.
+    virtual void ClearInBuffer() = 0;
+
+    /// Takes received bytes out: one if `InputLen` is 1, all that wait if it is 0. Empty when
+    /// nothing waits.
+    [[nodiscard]] virtual Bytes Input(int InputLen) = 0;
+    /// Sends the bytes, in the background.
+    virtual void Output(std::span<const std::uint8_t> bytes) = 0;
+
+    /// Closes a port whose device is gone without having said so. Called on every tick.
+    virtual void LookForHangUp() = 0;
+};
+
+/// Runs the events of the one user-interface thread from inside a wait.
+class EventPump {
+ public:
+    virtual ~EventPump() = default;
+
+    /// Handles what is pending and returns at once.
+    virtual void RunPendingEvents() = 0;
+    /// Sleeps until an event arrives (a byte, a tick, a click), then handles what is pending.
+    virtual void WaitForMoreEvents() = 0;
+};
+
+enum class BoxIcon { None, Stop, Exclamation, Information, Question };
+enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class BoxAnswer { Ok, Cancel, Yes, No };
+
+/// A modal message box.
+struct MessageBox {
+    std::string Text;
+    std::string Title;  ///< an empty title stays empty
+    BoxIcon Icon = BoxIcon::None;
+    BoxButtons Buttons = BoxButtons::Ok;
+};
+
+class MessageBoxes {
+ public:
+    virtual ~MessageBoxes() = default;
+
+    /// Shows the box and returns the button that closed it; closing it by its frame is Cancel
+    /// where that button is there, else No, else Ok.
+    virtual BoxAnswer Show(const MessageBox& box) = 0;
+};
+
+/// What a common file dialog starts with.
+struct FileQuery {
+    std::string Title;
+    std::string DefaultExtension;  ///< with its full stop
+    std::string Filter;            ///< as "Setup Files (*.set)|*.set"
+    std::string InitialName;       ///< path, its last part may be a pattern
+};
+
+class FileDialogs {
+ public:
+    virtual ~FileDialogs() = default;
+
+    /// Path of an existing file; nothing when cancelled.
+    virtual std::optional<std::string> PickExisting(const FileQuery& query) = 0;
+    /// Path for a file to write, in an existing folder; nothing when cancelled. Asks about
+    /// overwriting only with `promptOverwrite`.
+    virtual std::optional<std::string> PickForSaving(const FileQuery& query,
+                                                     bool promptOverwrite) = 0;
+};
+
+/// Per-user texts by section and key, under the application key "Orvia".
+class SettingsStore {
+ public:
+    virtual ~SettingsStore() = default;
+
+    /// The stored text, nothing when the key is absent.
+    [[nodiscard]] virtual std::optional<std::string> Read(const std::string& section,
+                                                          const std::string& key) const = 0;
+    virtual void Write(const std::string& section, const std::string& key,
+                       const std::string& value) = 0;
+};
+
+/// A moment of the local clock.
+struct LocalTime {
+    int Year = 2000;
+    int Month = 1;  ///< 1 to 12
+    int Day = 1;    ///< 1 to 31
+    int Hour = 0;   ///< 0 to 23
+    int Minute = 0;
+    int Second = 0;
+    int Millisecond = 0;
+};
+
+class SystemClock {
+ public:
+    virtual ~SystemClock() = default;
+
+    [[nodiscard]] virtual LocalTime Now() const = 0;
+    /// The date as the system shows a date in its short form. A date that is none (day 31 of
+    /// February) rolls on into the next month.
+    [[nodiscard]] virtual std::string DateText(const LocalTime& time) const = 0;
+    /// The time of day as the system shows a time.
+    [[nodiscard]] virtual std::string TimeText(const LocalTime& time) const = 0;
+};
+
+class HelpViewer {
+ public:
+    virtual ~HelpViewer() = default;
+
+    /// Opens a help file at its table of contents.
+    virtual void Open(const std::string& path) = 0;
+};
+
+/// The host: a reference to each, the program's folder and the length of a tick.
+struct Host {
+    SerialPort& MSComm1;
+    EventPump& Events;
+    MessageBoxes& Boxes;
+    FileDialogs& Dialogs;
+    SettingsStore& Store;
+    SystemClock& Clock;
+    HelpViewer& Help;
+    std::string AppPath;         ///< folder of the program's own file, no separator at its end
+    int TickMilliseconds = 100;  ///< length of a tick; tests of forms run the same ticks faster
+};
+
+#endif  // ORVIA_PLATFORM_HOST_H
