@@ -1,0 +1,57 @@
+#ifndef ORVIA_APP_MAIN_VIEW_H
+#define ORVIA_APP_MAIN_VIEW_H
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "client/client_window.h"
+
+struct Colour {
+    std::uint8_t Red = 0;
+    std::uint8_t Green = 0;
+    std::uint8_t Blue = 0;
+    bool operator==(const Colour&) const = default;
+};
+
+enum class Pointer { Normal, Hourglass };
+
+/// Which commands of the main window can be used, and what the two toggling ones say.
+struct CommandStates {
+    bool Operations = false;          ///< the operations on loggers, one or all
+    bool SampleContinuously = false;  ///< starts and stops sampling; Auto Update too
+    std::string SampleCaption;
+    bool SampleHighlighted = false;  ///< a sampling mode runs
+    bool AutoUpdateChecked = false;
+    bool BookEntries = false;  ///< edit, view and delete entries
+    bool operator==(const CommandStates&) const = default;
+};
+
+/// What procedures tell the main window, and ask of it.
+class MainView {
+ public:
+    virtual ~MainView() = default;
+
+    [[nodiscard]] virtual bool IsVisible() const = 0;
+    virtual void SetPointer(Pointer pointer) = 0;
+
+    virtual void SetComPort(const std::string& text) = 0;                     // txtComPort
+    virtual void SetServerState(const std::string& text, Colour colour) = 0;  // txtServerState
+    virtual void SetSystemID(const std::string& text) = 0;                    // txtSystemID
+    /// Shows or hides port and system id; the connect button reads the other way.
+    virtual void ShowLinkFields(bool linked) = 0;
+    virtual void SetCommandStates(const CommandStates& states) = 0;
+
+    virtual void SetAddressBookName(const std::string& text) = 0;  // lblAddressBook
+    // lvwClients; items count from 1, 0 is none.
+    virtual void ClearClients() = 0;
+    virtual void AddClient(const std::string& name, std::uint8_t icon) = 0;
+    virtual void SetClientIcon(int item, std::uint8_t icon) = 0;
+    [[nodiscard]] virtual int ClientCount() const = 0;
+    [[nodiscard]] virtual int SelectedClient() const = 0;
+
+    /// Makes a client window, loaded but without caption, not yet in any slot.
+    [[nodiscard]] virtual std::shared_ptr<ClientWindow> NewClientWindow() = 0;
+};
+
+#endif  // ORVIA_APP_MAIN_VIEW_H

@@ -1,0 +1,15 @@
+#ifndef ORVIA_CONSOLE_OPERATIONS_STATE_H
+#define ORVIA_CONSOLE_OPERATIONS_STATE_H
+
+#include <cstdint>
+
+#include "common/flag.h"
+
+/// Who holds the link for longer than one exchange.
+struct Operations {
+    Flag OperationBusy = False;     ///< an operation or a step of a sampling machine runs
+    Flag ForAllActive = False;      ///< the operation runs under a walk over all windows
+    std::int16_t ForAllWindow = 0;  ///< slot that the walk hands to the operation
+};
+
+#endif  // ORVIA_CONSOLE_OPERATIONS_STATE_H
