@@ -31,10 +31,25 @@ std::string NativePath(std::string_view path) {
     return native;
 }
 
-bool FileExists(std::string_view path) {
+namespace {
+
+/// What stands at `path`, "none" for what no system would open.
+std::filesystem::file_type TypeAt(std::string_view path) {
     if (path.empty() || path.find('\0') != std::string_view::npos) {
-        return false;
+        return std::filesystem::file_type::none;
     }
     std::error_code ignored;
-    return std::filesystem::is_regular_file(std::filesystem::path(NativePath(path)), ignored);
+    return std::filesystem::status(std::filesystem::path(NativePath(path)), ignored).type();
+}
+
+}  // namespace
+
+bool FileExists(std::string_view path) {
+    return TypeAt(path) == std::filesystem::file_type::regular;
+}
+
+bool TakesFile(std::string_view path) {
+    const std::filesystem::file_type type = TypeAt(path);
+    return type == std::filesystem::file_type::regular ||
+           type == std::filesystem::file_type::not_found;
 }

@@ -29,4 +29,8 @@ inline constexpr char Separator = '/';
 /// Whether a regular file of that name exists; never fails.
 [[nodiscard]] bool FileExists(std::string_view path);
 
+/// Whether a file could be written there: a regular file, or a name that is free. A pipe or a
+/// device of that name would hold the writer up.
+[[nodiscard]] bool TakesFile(std::string_view path);
+
 #endif  // ORVIA_COMMON_PATH_TEXT_H
