@@ -1,0 +1,64 @@
+#include "logger/settings_transfer.h"
+
+#include <algorithm>
+#include <array>
+
+#include "logger/commands.h"
+#include "logger/memory.h"
+#include "logger/settings_image.h"
+
+namespace config {
+
+namespace {
+
+constexpr int Tries = 3;
+
+/// Pieces of the image as the logger takes them: its first block in two.
+constexpr std::array<ImageBlock, 4> WritePieces{
+    {{0, 8, 128}, {128, 136, 114}, {242, 256, 48}, {290, 512, 168}}};
+
+template <typename Attempt>
+bool TryThrice(Attempt attempt) {
+    for (int i = 0; i < Tries; ++i) {
+        if (attempt()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ReadImage(FrameExchange& exchange, Bytes& image) {
+    return std::all_of(ImageBlocks.begin(), ImageBlocks.end(), [&](const ImageBlock& block) {
+        return cmd::ReadLoggerMemory(exchange, image, block.Offset, block.Size, block.Address);
+    });
+}
+
+bool WriteImage(FrameExchange& exchange, const Bytes& image) {
+    return std::all_of(WritePieces.begin(), WritePieces.end(), [&](const ImageBlock& piece) {
+        std::int32_t address = piece.Address;
+        return cmd::WriteLoggerMemory(exchange, image, piece.Offset, piece.Size, address);
+    });
+}
+
+}  // namespace
+
+bool GetLoggerSettings(FrameExchange& exchange, const SystemClock& clock, LoggerState& state) {
+    if (!TryThrice([&] { return cmd::GetLoggerVersion(exchange, state); })) {
+        return false;
+    }
+    Bytes image;
+    if (!ReadImage(exchange, image) || !DecodeSettingsImage(image, state)) {
+        return false;
+    }
+    return TryThrice([&] { return cmd::GetLoggerStatus(exchange, state); }) &&
+           TryThrice([&] { return cmd::GetLoggerTime(exchange, clock, state); });
+}
+
+bool WriteLoggerSettings(FrameExchange& exchange, const LoggerRecord& global) {
+    Bytes image;
+    Bytes readBack;
+    return EncodeSettingsImage(global, image) && WriteImage(exchange, image) &&
+           ReadImage(exchange, readBack) && readBack == image;
+}
+
+}  // namespace config
