@@ -52,6 +52,8 @@ class MainView {
 
     /// Makes a client window, loaded but without caption, not yet in any slot.
     [[nodiscard]] virtual std::shared_ptr<ClientWindow> NewClientWindow() = 0;
+    /// Unloads every form but the main window, the last one first.
+    virtual void CloseAllChildForms() = 0;
 };
 
 #endif  // ORVIA_APP_MAIN_VIEW_H

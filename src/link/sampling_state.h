@@ -20,7 +20,8 @@ struct Sampling {
     std::int16_t SingleSampleTicks = 0;  ///< time left for a one-shot sample
     std::int16_t SingleSample = 0;       ///< 0 idle, 1 first request, 2 second request, 3 read
     std::int16_t ContinuousMode = SamplingIdle;
-    Flag StopContinuous = False;        ///< asks the running mode to end
+    Flag StopContinuous = False;  ///< asks the running mode to end
+    Flag StepRuns = False;  ///< a machine's step is under way, perhaps waiting further up the stack
     std::int16_t ContinuousWindow = 0;  ///< slot of the window sampled continuously
     std::int16_t ContinuousClient = 0;  ///< its number in the book
     float NextAutoUpdate = 0;           ///< seconds since midnight

@@ -70,12 +70,24 @@ struct MessageBox {
     BoxButtons Buttons = BoxButtons::Ok;
 };
 
+/// What closing a box by its frame means: Cancel where that button is there, else No, else Ok.
+[[nodiscard]] constexpr BoxAnswer AnswerOfClosedBox(BoxButtons buttons) {
+    switch (buttons) {
+        case BoxButtons::OkCancel:
+        case BoxButtons::YesNoCancel:
+            return BoxAnswer::Cancel;
+        case BoxButtons::YesNo:
+            return BoxAnswer::No;
+        default:
+            return BoxAnswer::Ok;
+    }
+}
+
 class MessageBoxes {
  public:
     virtual ~MessageBoxes() = default;
 
-    /// Shows the box and returns the button that closed it; closing it by its frame is Cancel
-    /// where that button is there, else No, else Ok.
+    /// Shows the box and returns the button that closed it.
     virtual BoxAnswer Show(const MessageBox& box) = 0;
 };
 

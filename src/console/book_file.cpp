@@ -1,0 +1,115 @@
+#include "console/book_file.h"
+
+#include <fstream>
+#include <istream>
+
+#include "common/line_reader.h"
+#include "common/path_text.h"
+#include "common/text.h"
+#include "console/hex_text.h"
+
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
+constexpr std::size_t DigitsOfMac = 12;
+
+/// Walks a line of the book. Positions count from 1, and the walk stops short of the last
+/// character, as the format's own rules do.
+class BookLineWalk {
+ public:
+    explicit BookLineWalk(std::string_view line) : line_(line) {}
+
+    std::string_view TakeName() {
+        const std::size_t start = position_;
+        while (position_ < line_.size() && At(position_) != '"') {
+            ++position_;
+        }
+        const std::string_view name = line_.substr(start - 1, position_ - start);
+        ++position_;
+        return name;
+    }
+
+    void SkipSeparators() {
+        while (position_ < line_.size() && (At(position_) == ',' || At(position_) == ' ')) {
+            ++position_;
+        }
+    }
+
+    bool HasChannel() const { return position_ + 2 < line_.size(); }
+    bool HasMac() const { return position_ + DigitsOfMac - 1 <= line_.size(); }
+
+    std::uint8_t TakeByte() {
+        int value = 0;
+        static_cast<void>(ParseHex(line_.substr(position_ - 1, 2), 2, value));
+        position_ += 2;
+        return static_cast<std::uint8_t>(value);
+    }
+
+ private:
+    char At(std::size_t position) const { return line_[position - 1]; }
+
+    std::string_view line_;
+    std::size_t position_ = 2;
+};
+
+}  // namespace
+
+std::optional<ClientRadio> ParseBookLine(std::string_view line) {
+    line = Trim(line);
+    if (line.empty() || line.front() != '"') {
+        return std::nullopt;
+    }
+    BookLineWalk walk(line);
+    ClientRadio entry;
+    entry.Name = Trim(walk.TakeName());
+    walk.SkipSeparators();
+    if (walk.HasChannel()) {
+        entry.Channel = walk.TakeByte();
+    }
+    walk.SkipSeparators();
+    if (!walk.HasMac()) {
+        return std::nullopt;
+    }
+    for (std::uint8_t& byte : entry.Mac) {
+        byte = walk.TakeByte();
+    }
+    return entry;
+}
+
+std::string BookLine(const ClientRadio& entry) {
+    return "\"" + entry.Name + "\", " + ByteToHex(entry.Channel) + ", " + MacToHex(entry.Mac);
+}
+
+void ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries) {
+    LineReader lines(file);
+    std::string line;
+    while (entries.UpperBound() < MostEntries && lines.Next(line)) {
+        if (std::optional<ClientRadio> entry = ParseBookLine(line)) {
+            entries.Append(std::move(*entry));
+        }
+    }
+}
+
+void ReadBookFile(std::string_view path, NumberedArray<ClientRadio>& entries) {
+    entries.Reset();
+    if (!FileExists(path)) {
+        return;
+    }
+    std::ifstream file(NativePath(path), std::ios::binary);
+    if (file) {
+        ReadBook(file, entries);
+    }
+}
+
+bool WriteBookFile(std::string_view path, const NumberedArray<ClientRadio>& entries) {
+    if (!TakesFile(path)) {
+        return false;
+    }
+    std::ofstream file(NativePath(path), std::ios::binary | std::ios::trunc);
+    for (const ClientRadio& entry : entries) {
+        file << BookLine(entry) << LineEnd;
+    }
+    file << LineEnd;
+    file.close();
+    return file.good();
+}

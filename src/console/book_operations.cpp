@@ -1,0 +1,136 @@
+#include "console/book_operations.h"
+
+#include <optional>
+#include <utility>
+
+#include "common/path_text.h"
+#include "console/book_file.h"
+#include "console/book_name.h"
+#include "link/busy_guard.h"
+
+namespace {
+
+FileQuery BookQuery(const BookContext& context, const std::string& title) {
+    return {.Title = title,
+            .DefaultExtension = ".obk",
+            .Filter = "Address Book Files (*.obk)|*.obk",
+            .InitialName = JoinPath(context.appPath, "*.obk")};
+}
+
+bool MayChangeBook(const BookContext& context) {
+    return context.sampling.ContinuousMode == SamplingIdle &&
+           context.operations.OperationBusy == False;
+}
+
+/// Whether windows of the book at `path` are open.
+bool HasOpenWindows(const BookContext& context, const std::string& path) {
+    return !path.empty() && context.windows.NumClientWindows >= 1;
+}
+
+/// Closes the windows of the book at `path`, if the operator agrees; True if none is open then.
+bool AskToCloseWindows(const BookContext& context, const std::string& path) {
+    if (!HasOpenWindows(context, path)) {
+        return true;
+    }
+    const BoxAnswer answer = context.boxes.Show(
+        {.Text = "The address book has changed.  Currently opened logger\nwindows will be closed.",
+         .Title = "Address Book Changed",
+         .Icon = BoxIcon::Information,
+         .Buttons = BoxButtons::OkCancel});
+    if (answer != BoxAnswer::Ok) {
+        return false;
+    }
+    context.view.CloseAllChildForms();
+    return true;
+}
+
+void TakeBook(const BookContext& context, const std::string& path) {
+    context.settings.AddressBookPath = path;
+    LoadAddressBook(path, context.book, context.view);
+}
+
+}  // namespace
+
+void RefreshClientList(const AddressBook& book, MainView& view) {
+    view.ClearClients();
+    for (const ClientRadio& entry : book.Entries) {
+        view.AddClient(entry.Name, entry.SmallIcon);
+    }
+}
+
+void LoadAddressBook(const std::string& path, AddressBook& book, MainView& view) {
+    book.Entries.Reset();
+    view.SetAddressBookName(BookBaseName(path));
+    if (path.empty()) {
+        return;
+    }
+    ReadBookFile(path, book.Entries);
+    RefreshClientList(book, view);
+}
+
+void SaveAddressBook(const std::string& path, const AddressBook& book) {
+    static_cast<void>(WriteBookFile(path, book.Entries));
+}
+
+void SwapClientRadios(AddressBook& book, const ClientWindows& windows, int a, int b) {
+    std::swap(book.Entries[a], book.Entries[b]);
+    for (const int number : {a, b}) {
+        if (const auto window = windows.At(book.Entries[number].WindowIndex)) {
+            window->SetClientIndex(static_cast<std::int16_t>(number));
+        }
+    }
+}
+
+void TakeEntryDefaults(AddressBook& book) {
+    constexpr std::uint8_t FirstChannel = 0x10;
+    book.LastChannel = FirstChannel;
+    if (book.Entries.UpperBound() >= 1) {
+        const ClientRadio& first = book.Entries[1];
+        book.LastChannel = first.Channel;
+        book.LastMacPrefix = {first.Mac[0], first.Mac[1], first.Mac[2]};
+    }
+}
+
+void LoadOtherBook(const BookContext& context) {
+    if (!MayChangeBook(context)) {
+        return;
+    }
+    const BusyGuard busy(context.operations.OperationBusy);
+    const std::string& current = context.settings.AddressBookPath;
+    const std::optional<std::string> chosen =
+        context.dialogs.PickExisting(BookQuery(context, "Load Address Book"));
+    if (chosen && *chosen != current && AskToCloseWindows(context, current)) {
+        TakeBook(context, *chosen);
+    }
+}
+
+void CreateBlankBook(const BookContext& context) {
+    if (!MayChangeBook(context)) {
+        return;
+    }
+    const BusyGuard busy(context.operations.OperationBusy);
+    const std::string& current = context.settings.AddressBookPath;
+    const std::optional<std::string> chosen =
+        context.dialogs.PickForSaving(BookQuery(context, "Create New Blank Address Book"), true);
+    if (!chosen || *chosen == current) {
+        return;
+    }
+    if (HasOpenWindows(context, current)) {
+        context.view.CloseAllChildForms();
+    }
+    context.book.Entries.Reset();
+    SaveAddressBook(*chosen, context.book);
+    TakeBook(context, *chosen);
+}
+
+void TakeBookOfConnectDialog(const BookContext& context, const std::string& before) {
+    const std::string chosen = context.settings.AddressBookPath;
+    if (chosen == before) {
+        return;
+    }
+    if (AskToCloseWindows(context, before)) {
+        TakeBook(context, chosen);
+    } else {
+        context.settings.AddressBookPath = before;
+    }
+}

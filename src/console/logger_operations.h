@@ -1,0 +1,35 @@
+#ifndef ORVIA_CONSOLE_LOGGER_OPERATIONS_H
+#define ORVIA_CONSOLE_LOGGER_OPERATIONS_H
+
+#include "console/address_book.h"
+#include "console/client_windows.h"
+#include "console/operations_state.h"
+#include "link/sampling_state.h"
+#include "link/server_radio.h"
+#include "logger/logger_state.h"
+
+/// What an operation on one logger works on.
+struct OperationContext {
+    comm::LinkContext radio;
+    Sampling& sampling;
+    Operations& operations;
+    const AddressBook& book;
+    const ClientWindows& windows;
+    const LoggerState& global;
+    DataPoint& newest;
+};
+
+// Each acts on the logger whose window is the active one, and does nothing, without a word, while
+// another operation or a sampling mode runs, while the link is not connected, or with no window
+// open. OperationBusy is clear again on every way out.
+
+/// "Get Sample": reads the logger's settings, then one sample.
+void GetSample(const OperationContext& context);
+
+/// "Sample Continuously": starts one sample a second, or stops the sampling mode that runs.
+void SampleContinuously(const OperationContext& context);
+
+/// "Firmware Version": reads the settings and tells the version.
+void ShowFirmwareVersion(const OperationContext& context);
+
+#endif  // ORVIA_CONSOLE_LOGGER_OPERATIONS_H

@@ -1,0 +1,148 @@
+#include "link/connecting.h"
+
+#include "common/fault.h"
+#include "common/text.h"
+#include "console/book_name.h"
+#include "link/busy_guard.h"
+#include "link/port.h"
+
+namespace comm {
+
+namespace {
+
+bool OpenForConnect(const LinkContext& context) {
+    try {
+        return OpenPort(context.link, context.view, PortNumber(context.settings.PortName),
+                        PortSettings(context.settings.BaudRate));
+    } catch (const Fault&) {
+        return false;
+    }
+}
+
+/// Brings the radio to command mode and takes its identity; False if it does not answer.
+bool AskRadio(const LinkContext& context) {
+    Link& link = context.link;
+    const BusyGuard busy(link.CommBusy);
+    if (!EnterCommandMode(link)) {
+        return false;
+    }
+    link.ServerSystemID = ReadServerSystemID(link);
+    context.view.SetSystemID(std::to_string(link.ServerSystemID));
+    link.Connected = True;
+    return true;
+}
+
+/// From the port to a radio in command mode; False with the operator told, or told to stop.
+bool ReachRadio(const LinkContext& context, const ConnectDialog& dialog,
+                const std::function<void(Pointer)>& setPointers) {
+    if (!OpenForConnect(context)) {
+        context.boxes.Show(OpenPortFailure());
+        return false;
+    }
+    context.link.LinkState = LinkConnecting;
+    if (dialog.CancelRequested != False) {
+        return false;
+    }
+    setPointers(Pointer::Hourglass);
+    const bool answered = AskRadio(context);
+    setPointers(Pointer::Normal);
+    if (!answered) {
+        context.boxes.Show({.Text = "Error: unable to establish communication with server radio.",
+                            .Title = "Connect Error",
+                            .Icon = BoxIcon::Exclamation});
+    }
+    return answered;
+}
+
+void Disconnect(const LinkContext& context) {
+    Link& link = context.link;
+    if (link.CommBusy != False) {
+        return;
+    }
+    const BusyGuard busy(link.CommBusy);
+    context.view.SetPointer(Pointer::Hourglass);
+    if (link.LinkState == LinkCommand) {
+        LeaveCommandMode(link);
+    }
+    ClosePort(link);
+    link.LinkState = LinkDisconnected;
+    context.view.SetPointer(Pointer::Normal);
+}
+
+}  // namespace
+
+ConnectLabels LabelsOf(const Settings& settings, int breaks) {
+    ConnectLabels labels;
+    labels.Port = "Port: " + settings.PortName;
+    labels.BaudRate = "Baud: " + settings.BaudRate;
+    labels.AutoDisconnect =
+        settings.AutoDisconnect == "1" ? "Auto Disconnnect Enabled" : "Auto Disconnect Disabled";
+    labels.AddressBook = "Address Book:";
+    for (int i = 0; i < breaks; ++i) {
+        labels.AddressBook += LineBreak;
+    }
+    labels.AddressBook += BookBaseName(settings.AddressBookPath);
+    return labels;
+}
+
+void SettingsChanged(Link& link, const Settings& before, const Settings& after) {
+    if (before.PortName != after.PortName || before.BaudRate != after.BaudRate) {
+        link.Connected = False;
+    }
+}
+
+void Connect(const LinkContext& context, ConnectDialog& dialog,
+             const std::function<void(Pointer)>& setPointers) {
+    Link& link = context.link;
+    dialog.Connecting = True;
+    link.Connected = False;
+    link.LinkState = LinkDisconnected;
+    if (!ReachRadio(context, dialog, setPointers)) {
+        ClosePort(link);
+        link.LinkState = LinkDisconnected;
+    }
+    dialog.Connecting = False;
+}
+
+bool CancelConnect(const Link& link, ConnectDialog& dialog, MessageBoxes& boxes) {
+    if (link.Connected == False) {
+        boxes.Show({.Text = "You will need to establish connection with the server radio "
+                            "before\nyou can communicate with a remote logger.  Click the "
+                            "CONNECT button\non the server radio status bar when you want to "
+                            "connect.",
+                    .Title = "Connection Required",
+                    .Icon = BoxIcon::Information});
+    }
+    if (dialog.Connecting == False) {
+        return true;
+    }
+    dialog.CancelRequested = True;
+    return false;
+}
+
+Toggle ToggleConnection(const ToggleContext& context) {
+    Link& link = context.radio.link;
+    Sampling& sampling = context.sampling;
+    if (link.LinkState != LinkDisconnected && sampling.ContinuousMode != SamplingIdle) {
+        sampling.StopContinuous = True;
+        if (sampling.StepRuns != False) {
+            return Toggle::Postponed;
+        }
+        while (sampling.ContinuousMode != SamplingIdle &&
+               context.operations.OperationBusy == False && link.ShuttingDown == False) {
+            link.Events.WaitForMoreEvents();
+        }
+    }
+    if (context.operations.OperationBusy != False || sampling.ContinuousMode != SamplingIdle) {
+        return Toggle::Nothing;
+    }
+    if (link.LinkState == LinkDisconnected) {
+        context.operations.OperationBusy = True;
+        return Toggle::Connect;
+    }
+    const BusyGuard busy(context.operations.OperationBusy);
+    Disconnect(context.radio);
+    return Toggle::Nothing;
+}
+
+}  // namespace comm

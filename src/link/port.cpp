@@ -1,0 +1,88 @@
+#include "link/port.h"
+
+#include "common/bytes.h"
+#include "common/fault.h"
+#include "common/number_text.h"
+
+namespace comm {
+
+namespace {
+
+bool GoesOn(const Link& link, std::int16_t wanted) {
+    if (link.WaitTicks <= 0) {
+        return false;
+    }
+    return wanted == 0 || (link.MSComm1.InBufferCount() < wanted && link.ShuttingDown == False);
+}
+
+}  // namespace
+
+void WaitForBytes(Link& link, std::int16_t ticks, std::int16_t wanted) {
+    link.IdleTicks = IdleLimitTicks;
+    link.WaitTicks = ticks;
+    link.Events.RunPendingEvents();
+    while (GoesOn(link, wanted)) {
+        link.Events.WaitForMoreEvents();
+    }
+}
+
+std::int16_t ReadByteWait(Link& link, std::int16_t ticks) {
+    if (link.MSComm1.InBufferCount() == 0) {
+        WaitForBytes(link, ticks, 1);
+    }
+    const Bytes byte = link.MSComm1.Input(1);
+    return byte.empty() ? std::int16_t{-1} : std::int16_t{byte.front()};
+}
+
+void SendText(Link& link, std::string_view text) {
+    link.MSComm1.Output(Bytes(text.begin(), text.end()));
+}
+
+int PortNumber(std::string_view portName) {
+    constexpr std::size_t NumberAt = 3;
+    std::int32_t number = 0;
+    if (portName.size() <= NumberAt || !TextToLong(portName.substr(NumberAt), number)) {
+        throw Fault("no port number");
+    }
+    return number;
+}
+
+std::string PortSettings(std::string_view baudRate) {
+    return std::string(baudRate) + ",N,8,1";
+}
+
+bool OpenPort(Link& link, MainView& view, int port, const std::string& settings) {
+    view.SetComPort("COM" + std::to_string(port));
+    SerialPort& device = link.MSComm1;
+    try {
+        if (device.PortOpen()) {
+            if (device.Settings() == settings && device.CommPort() == port) {
+                device.ClearInBuffer();
+                return true;
+            }
+            ClosePort(link);
+        }
+        device.SetCommPort(port);
+        device.SetSettings(settings);
+        device.SetPortOpen(true);
+        device.SetDTREnable(true);
+        device.ClearInBuffer();
+        return device.PortOpen();
+    } catch (const Fault&) {
+        return false;
+    }
+}
+
+void ClosePort(Link& link) {
+    try {
+        if (link.MSComm1.PortOpen()) {
+            link.MSComm1.SetDTREnable(false);
+            link.MSComm1.SetPortOpen(false);
+        }
+    } catch (const Fault&) {
+        // A device that is gone cannot be closed any better.
+        return;
+    }
+}
+
+}  // namespace comm

@@ -1,0 +1,49 @@
+#ifndef ORVIA_LINK_PORT_H
+#define ORVIA_LINK_PORT_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "app/main_view.h"
+#include "link/link.h"
+
+namespace comm {
+
+/// Ticks that any answer of the server radio may take.
+inline constexpr std::int16_t RadioTicks = 5;
+/// Ticks from the last exchange to the idle limit: five minutes.
+inline constexpr int IdleLimitTicks = 3000;
+
+/// Waits, with events running, until `wanted` bytes are in or `ticks` are over, and renews the
+/// idle limit. Zero `wanted` is a pure pause. The first turn never blocks, so zero `ticks` runs
+/// events once. Who waits looks at InBufferCount for the outcome.
+void WaitForBytes(Link& link, std::int16_t ticks, std::int16_t wanted);
+
+/// Pauses for `ticks`.
+inline void Pause(Link& link, std::int16_t ticks) {
+    WaitForBytes(link, ticks, 0);
+}
+
+/// The next byte, 0 to 255, or -1 when none came within `ticks`.
+[[nodiscard]] std::int16_t ReadByteWait(Link& link, std::int16_t ticks);
+
+/// Sends each character as one byte.
+void SendText(Link& link, std::string_view text);
+
+/// The number in a port's name, from its fourth character on; a Fault if none stands there.
+[[nodiscard]] int PortNumber(std::string_view portName);
+
+/// Port settings for a baud rate: no parity, 8 data bits, 1 stop bit.
+[[nodiscard]] std::string PortSettings(std::string_view baudRate);
+
+/// Opens the port, its input empty. A port that is open already with the same settings stays so,
+/// another one is closed first. False if the port cannot be opened.
+[[nodiscard]] bool OpenPort(Link& link, MainView& view, int port, const std::string& settings);
+
+/// Closes the port if it is open; never fails.
+void ClosePort(Link& link);
+
+}  // namespace comm
+
+#endif  // ORVIA_LINK_PORT_H

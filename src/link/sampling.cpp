@@ -1,0 +1,255 @@
+#include "link/sampling.h"
+
+#include <limits>
+#include <memory>
+
+#include "common/fault.h"
+#include "link/busy_guard.h"
+#include "logger/commands.h"
+
+namespace comm {
+
+namespace {
+
+constexpr std::int16_t SecondRequestAt = 10;  // of SampleTicks
+constexpr std::int16_t ReadAt = 12;           // of SampleTicks
+constexpr std::int16_t NextRoundFrom = 2;     // of SampleTicks: one sample a second
+constexpr std::int16_t SingleSampleLimit = 25;
+constexpr float UpdateSeconds = 60;
+
+// Values of SingleSample.
+constexpr std::int16_t SingleFirstRequest = 1;
+constexpr std::int16_t SingleSecondRequest = 2;
+constexpr std::int16_t SingleRead = 3;
+
+/// What a step did to the machine's turn.
+enum class Step { Stays, Done };
+
+void CountTick(std::int16_t& ticks) {
+    if (ticks < std::numeric_limits<std::int16_t>::max()) {
+        ++ticks;
+    }
+}
+
+cmd::SampleResult ReadNewest(const SamplingContext& context) {
+    return cmd::ReadSample(context.exchange, context.global, context.clock, context.newest);
+}
+
+/// The first two states of both machines: ask at once, and again when the sample of the first
+/// request is there.
+Step RequestStep(const SamplingContext& context, std::int16_t state) {
+    if (state == SingleSecondRequest) {
+        if (context.sampling.SampleTicks != SecondRequestAt) {
+            return Step::Stays;
+        }
+        context.radio.link.MSComm1.ClearInBuffer();
+    }
+    cmd::RequestSample(context.exchange, cmd::SampleNow);
+    return Step::Done;
+}
+
+void SingleSampleStep(const SamplingContext& context) {
+    Sampling& sampling = context.sampling;
+    const std::int16_t state = sampling.SingleSample;
+    if (state != SingleRead) {
+        if (RequestStep(context, state) == Step::Done) {
+            sampling.SingleSample = static_cast<std::int16_t>(state + 1);
+        }
+    } else if (sampling.SampleTicks == ReadAt) {
+        static_cast<void>(ReadNewest(context));
+        sampling.SingleSample = 0;
+    }
+}
+
+/// The window that is sampled continuously, as long as slot, entry and window still agree.
+std::shared_ptr<ClientWindow> SampledWindow(const SamplingContext& context) {
+    const Sampling& sampling = context.sampling;
+    const auto& entries = context.book.Entries;
+    if (!entries.Holds(sampling.ContinuousClient) ||
+        entries[sampling.ContinuousClient].WindowIndex == NoWindow) {
+        return nullptr;
+    }
+    auto window = context.windows.At(sampling.ContinuousWindow);
+    return window && window->ClientIndex() == sampling.ContinuousClient ? window : nullptr;
+}
+
+void ReadContinuousSample(const SamplingContext& context) {
+    if (ReadNewest(context) == cmd::SampleResult::NotSent) {
+        context.newest.MarkNoSample();
+    }
+    if (const auto window = SampledWindow(context)) {
+        window->SetDP();
+        window->GetStatus();
+    } else {
+        context.sampling.StopContinuous = True;
+    }
+    context.sampling.ContinuousMode = ContinuousSecondRequest;
+    context.sampling.SampleTicks = NextRoundFrom;
+}
+
+void ContinuousSampleStep(const SamplingContext& context) {
+    Sampling& sampling = context.sampling;
+    const std::int16_t mode = sampling.ContinuousMode;
+    if (mode != ContinuousRead) {
+        if (RequestStep(context, mode) == Step::Done) {
+            sampling.ContinuousMode = static_cast<std::int16_t>(mode + 1);
+        }
+    } else if (sampling.SampleTicks == ReadAt) {
+        ReadContinuousSample(context);
+    }
+}
+
+float SecondsSinceMidnight(const SystemClock& clock) {
+    const LocalTime now = clock.Now();
+    return static_cast<float>((now.Hour * 60 + now.Minute) * 60 + now.Second) +
+           static_cast<float>(now.Millisecond) / 1000.0F;
+}
+
+/// Whether a pass is due, and if so moves the mark on. A day that has turned restarts the marks
+/// from now.
+bool UpdateIsDue(const SamplingContext& context) {
+    float& mark = context.sampling.NextAutoUpdate;
+    const float now = SecondsSinceMidnight(context.clock);
+    if (mark <= now && now <= mark + UpdateSeconds) {
+        return false;
+    }
+    mark = now < mark ? now : mark + UpdateSeconds;
+    return true;
+}
+
+/// Reads a window's logger and shows it. The sample was asked for at the pass before.
+void ReadUpdate(const SamplingContext& context, ClientWindow& window) {
+    context.newest.MarkNoSample();
+    static_cast<void>(ReadNewest(context));
+    window.GetTime();
+    context.newest.Time = window.LoggerTimeCaption();
+    window.SetDP();
+    window.GetStatus();
+}
+
+/// One window's share of a pass; False if its radio could not be selected.
+bool UpdateWindow(const SamplingContext& context, ClientWindow& window) {
+    if (!context.book.Entries.Holds(window.ClientIndex())) {
+        return true;
+    }
+    const ClientRadio client = context.book.Entries[window.ClientIndex()];
+    if (!SelectClient(context.radio, client)) {
+        return false;
+    }
+    if (window.SettingsValid() == False) {
+        return true;
+    }
+    window.ClientSetNumChannels();
+    if (context.sampling.ContinuousMode == AutoUpdateRunning) {
+        ReadUpdate(context, window);
+    }
+    context.radio.link.MSComm1.ClearInBuffer();
+    cmd::RequestSample(context.exchange, cmd::SampleLater);
+    return true;
+}
+
+void EndMachines(const SamplingContext& context) {
+    context.sampling.ContinuousMode = SamplingIdle;
+    context.sampling.StopContinuous = False;
+    context.operations.OperationBusy = False;
+    context.radio.view.SetPointer(Pointer::Normal);
+}
+
+void TellUpdateFailed(const SamplingContext& context, const ClientWindow& window) {
+    context.radio.boxes.Show(
+        {.Text = "Error: unable to connect with radio \"" + window.Caption() + "\"",
+         .Title = "Auto Update Failed",
+         .Icon = BoxIcon::Exclamation});
+}
+
+void UpdatePass(const SamplingContext& context) {
+    context.operations.OperationBusy = True;
+    context.radio.view.SetPointer(Pointer::Hourglass);
+    // The book can change while an exchange waits, so its bound is looked at anew each time.
+    for (int number = 1; number <= context.book.Entries.UpperBound(); ++number) {
+        const auto window = context.windows.At(context.book.Entries[number].WindowIndex);
+        if (window && !UpdateWindow(context, *window)) {
+            EndMachines(context);
+            TellUpdateFailed(context, *window);
+            return;
+        }
+    }
+    context.sampling.ContinuousMode = AutoUpdateRunning;
+    context.radio.view.SetPointer(Pointer::Normal);
+    context.operations.OperationBusy = False;
+}
+
+void AutoUpdateStep(const SamplingContext& context) {
+    Sampling& sampling = context.sampling;
+    if (sampling.ContinuousMode == AutoUpdateStart) {
+        sampling.NextAutoUpdate = SecondsSinceMidnight(context.clock) - UpdateSeconds;
+        sampling.ContinuousMode = AutoUpdateFirstPass;
+    }
+    if (!UpdateIsDue(context)) {
+        return;
+    }
+    if (context.windows.NumClientWindows == 0) {
+        sampling.StopContinuous = True;
+    }
+    UpdatePass(context);
+    if (sampling.StopContinuous != False) {
+        sampling.StopContinuous = False;
+        sampling.ContinuousMode = SamplingIdle;
+    }
+}
+
+void ContinuousTick(const SamplingContext& context) {
+    Sampling& sampling = context.sampling;
+    if (context.operations.OperationBusy != False) {
+        return;
+    }
+    if (sampling.StopContinuous != False || context.windows.NumClientWindows == 0) {
+        sampling.StopContinuous = False;
+        sampling.ContinuousMode = SamplingIdle;
+        return;
+    }
+    CountTick(sampling.SampleTicks);
+    if (sampling.ContinuousMode >= AutoUpdateStart) {
+        AutoUpdateStep(context);
+        return;
+    }
+    context.operations.OperationBusy = True;
+    ContinuousSampleStep(context);
+    context.operations.OperationBusy = False;
+}
+
+void SingleSampleTick(const SamplingContext& context) {
+    Sampling& sampling = context.sampling;
+    CountTick(sampling.SampleTicks);
+    if (sampling.SingleSampleTicks > 0) {
+        --sampling.SingleSampleTicks;
+    }
+    SingleSampleStep(context);
+}
+
+}  // namespace
+
+void SampleTick(const SamplingContext& context) {
+    if (context.sampling.StepRuns != False) {
+        return;
+    }
+    const BusyGuard runs(context.sampling.StepRuns);
+    try {
+        if (context.sampling.SingleSample != 0) {
+            SingleSampleTick(context);
+        } else if (context.sampling.ContinuousMode != SamplingIdle) {
+            ContinuousTick(context);
+        }
+    } catch (const Fault&) {
+        EndMachines(context);
+    }
+}
+
+void StartSingleSample(Sampling& sampling, DataPoint& newest) {
+    newest.MarkNoSample();
+    sampling.SampleTicks = 0;
+    sampling.SingleSampleTicks = SingleSampleLimit;
+    sampling.SingleSample = SingleFirstRequest;
+}
+
+}  // namespace comm

@@ -1,0 +1,243 @@
+#include "link/server_radio.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "common/bytes.h"
+#include "common/fault.h"
+#include "link/busy_guard.h"
+#include "link/port.h"
+
+namespace comm {
+
+namespace {
+
+constexpr std::uint8_t CommandMark = 0xCC;
+constexpr std::string_view EnterCommand = "AT+++\r";
+constexpr std::string_view LeaveCommand =
+    "\xCC"
+    "ATO\r";
+constexpr std::array<std::uint8_t, 4> EnteredReply{CommandMark, 'C', 'O', 'M'};
+constexpr std::array<std::uint8_t, 4> LeftReply{CommandMark, 'D', 'A', 'T'};
+constexpr std::array<std::uint8_t, 4> SystemIDRequest{CommandMark, 0xC0, 0x76, 0x01};
+constexpr std::array<std::uint8_t, 2> SignalRequest{CommandMark, 0x26};
+constexpr int EnterAttempts = 3;
+
+/// What came in answer to what was written just before.
+Bytes AwaitReply(Link& link, std::int16_t length) {
+    WaitForBytes(link, RadioTicks, length);
+    return link.MSComm1.Input(0);
+}
+
+template <typename Expected>
+bool Is(const Bytes& reply, const Expected& expected) {
+    return std::equal(reply.begin(), reply.end(), expected.begin(), expected.end());
+}
+
+std::uint8_t ByteAt(const Bytes& reply, std::size_t index) {
+    if (index >= reply.size()) {
+        throw Fault("the radio's answer is too short");
+    }
+    return reply[index];
+}
+
+MessageBox ServerRadioFailure() {
+    return {.Text = "Error: unable to communicate with server radio",
+            .Title = "Server Connection Error",
+            .Icon = BoxIcon::Stop};
+}
+
+void LinkDown(Link& link, MessageBoxes& boxes) {
+    link.LinkState = LinkDisconnected;
+    ClosePort(link);
+    boxes.Show(ServerRadioFailure());
+}
+
+/// In command mode, by going there if need be. A radio that will not go takes the link down.
+bool ReachCommandMode(Link& link, MessageBoxes& boxes) {
+    if (link.LinkState == LinkCommand || EnterCommandMode(link)) {
+        return true;
+    }
+    LinkDown(link, boxes);
+    return false;
+}
+
+bool Unavailable(const Link& link) {
+    return link.LinkState == LinkDisconnected || link.CommBusy != False;
+}
+
+Bytes Ask(Link& link, std::span<const std::uint8_t> request, std::int16_t length) {
+    link.MSComm1.ClearInBuffer();
+    link.MSComm1.Output(request);
+    return AwaitReply(link, length);
+}
+
+/// Takes what the radio echoed; a wrong echo takes the link down.
+bool Accept(bool echoed, Link& link, MessageBoxes& boxes) {
+    if (!echoed) {
+        LinkDown(link, boxes);
+    }
+    return echoed;
+}
+
+void ReopenPort(const LinkContext& context) {
+    const bool opened = OpenPort(context.link, context.view, PortNumber(context.settings.PortName),
+                                 PortSettings(context.settings.BaudRate));
+    if (!opened) {
+        context.boxes.Show(OpenPortFailure());
+    }
+    context.link.LinkState = LinkConnecting;
+}
+
+/// Tells the radio channel and address of the client, as far as they differ from what it was
+/// told last.
+bool Tune(const LinkContext& context, const ClientRadio& client) {
+    Link& link = context.link;
+    if (link.CurrentChannel != client.Channel) {
+        if (!SetServerChannel(link, context.boxes, client.Channel)) {
+            return false;
+        }
+        link.CurrentChannel = client.Channel;
+    }
+    const RadioAddress address = AddressOf(client.Mac);
+    if (link.CurrentMAC != address) {
+        if (!SetServerMAC(link, context.boxes, address)) {
+            return false;
+        }
+        link.CurrentMAC = address;
+    }
+    return true;
+}
+
+bool ReachNormalMode(Link& link) {
+    if (link.LinkState == LinkNormal) {
+        return true;
+    }
+    if (link.CommBusy != False) {
+        return false;
+    }
+    const BusyGuard busy(link.CommBusy);
+    return LeaveCommandMode(link);
+}
+
+}  // namespace
+
+bool EnterCommandMode(Link& link) {
+    for (int attempt = 0; attempt < EnterAttempts && link.ShuttingDown == False; ++attempt) {
+        link.MSComm1.ClearInBuffer();
+        SendText(link, EnterCommand);
+        if (Is(AwaitReply(link, EnteredReply.size()), EnteredReply)) {
+            link.LinkState = LinkCommand;
+            return true;
+        }
+        // A radio that was in command mode already takes "AT+++" for no command: send it out of
+        // there, and ask again.
+        link.MSComm1.ClearInBuffer();
+        SendText(link, LeaveCommand);
+        if (Is(AwaitReply(link, LeftReply.size()), LeftReply)) {
+            link.LinkState = LinkNormal;
+        }
+        Pause(link, RadioTicks);
+    }
+    link.LinkState = LinkConnecting;
+    return false;
+}
+
+bool LeaveCommandMode(Link& link) {
+    Pause(link, RadioTicks);
+    SendText(link, LeaveCommand);
+    WaitForBytes(link, RadioTicks, LeftReply.size());
+    link.LinkState = LinkNormal;
+    return true;
+}
+
+std::uint8_t ReadServerSystemID(Link& link) {
+    constexpr std::size_t IDAt = 3;
+    link.MSComm1.ClearInBuffer();
+    link.MSComm1.Output(SystemIDRequest);
+    WaitForBytes(link, RadioTicks, SystemIDRequest.size());
+    if (link.MSComm1.InBufferCount() != IDAt + 1) {
+        return NoSystemID;
+    }
+    return link.MSComm1.Input(0)[IDAt];
+}
+
+bool SetServerChannel(Link& link, MessageBoxes& boxes, std::uint8_t channel) {
+    if (Unavailable(link)) {
+        boxes.Show(ServerRadioFailure());
+        return false;
+    }
+    const BusyGuard busy(link.CommBusy);
+    if (!ReachCommandMode(link, boxes)) {
+        return false;
+    }
+    const std::array<std::uint8_t, 3> request{CommandMark, 0x02, channel};
+    const Bytes reply = Ask(link, request, request.size());
+    return Accept(ByteAt(reply, 1) == channel, link, boxes);
+}
+
+bool SetServerMAC(Link& link, MessageBoxes& boxes, const RadioAddress& mac) {
+    if (Unavailable(link)) {
+        return false;
+    }
+    const BusyGuard busy(link.CommBusy);
+    if (!ReachCommandMode(link, boxes)) {
+        return false;
+    }
+    const std::array<std::uint8_t, 5> request{CommandMark, 0x10, mac[0], mac[1], mac[2]};
+    const Bytes reply = Ask(link, request, 4);
+    const RadioAddress echo{ByteAt(reply, 1), ByteAt(reply, 2), ByteAt(reply, 3)};
+    return Accept(echo == mac, link, boxes);
+}
+
+bool ReadRadioSignal(Link& link, MessageBoxes& boxes, std::uint8_t& value) {
+    if (Unavailable(link)) {
+        return false;
+    }
+    const BusyGuard busy(link.CommBusy);
+    if (!ReachCommandMode(link, boxes)) {
+        return false;
+    }
+    const Bytes reply = Ask(link, SignalRequest, 4);
+    const bool answered = reply.size() >= 2 && reply.front() == CommandMark;
+    if (!Accept(answered, link, boxes)) {
+        return false;
+    }
+    value = reply[1];
+    return LeaveCommandMode(link);
+}
+
+bool SelectClient(const LinkContext& context, const ClientRadio& client) {
+    Link& link = context.link;
+    if (link.CommBusy != False) {
+        return false;
+    }
+    if (link.Connected == False) {
+        context.boxes.Show({.Text = "Error: communications has not been established with the "
+                                    "server radio modem.",
+                            .Title = "Connect Error",
+                            .Icon = BoxIcon::Exclamation});
+        return false;
+    }
+    try {
+        if (link.LinkState == LinkDisconnected) {
+            ReopenPort(context);
+        }
+        return Tune(context, client) && ReachNormalMode(link);
+    } catch (const Fault&) {
+        // A radio that said nothing: the exchange has let go of the link on its way here.
+        return false;
+    }
+}
+
+MessageBox OpenPortFailure() {
+    return {.Text =
+                "Error opening port.  If this port exists, it \nmay be in use by another "
+                "application.",
+            .Title = "Connect Error",
+            .Icon = BoxIcon::Exclamation};
+}
+
+}  // namespace comm

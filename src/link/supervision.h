@@ -1,0 +1,32 @@
+#ifndef ORVIA_LINK_SUPERVISION_H
+#define ORVIA_LINK_SUPERVISION_H
+
+#include "app/main_view.h"
+#include "console/address_book.h"
+#include "console/client_windows.h"
+#include "console/operations_state.h"
+#include "link/link.h"
+#include "link/sampling_state.h"
+
+namespace comm {
+
+/// What the supervising tick looks at and keeps in step.
+struct SupervisionContext {
+    Link& link;
+    const Sampling& sampling;
+    const Operations& operations;
+    AddressBook& book;
+    const ClientWindows& windows;
+    MainView& view;
+};
+
+/// One tick of the main timer: counts waits and the idle limit, notices a device that vanished,
+/// and keeps buttons, texts and icons in step with the state. Never waits, never shows a box.
+void SuperviseTick(const SupervisionContext& context);
+
+/// Writes text and colour of the link's state to the main window.
+void UpdateServerState(Link& link, MainView& view);
+
+}  // namespace comm
+
+#endif  // ORVIA_LINK_SUPERVISION_H
