@@ -1,0 +1,107 @@
+#include "app/lifecycle.h"
+
+#include <fstream>
+
+#include "app/version.h"
+#include "common/fault.h"
+#include "common/path_text.h"
+#include "console/book_operations.h"
+#include "link/busy_guard.h"
+#include "link/port.h"
+#include "link/server_radio.h"
+#include "link/supervision.h"
+
+namespace {
+
+constexpr std::int16_t SplashTicks = 10;
+
+void CloseLink(Link& link, MainView& view) {
+    if (link.CommBusy != False) {
+        return;
+    }
+    const BusyGuard busy(link.CommBusy);
+    view.SetPointer(Pointer::Hourglass);
+    if (link.LinkState == LinkCommand) {
+        comm::LeaveCommandMode(link);
+    }
+    if (link.LinkState != LinkDisconnected) {
+        comm::ClosePort(link);
+    }
+    link.LinkState = LinkDisconnected;
+    view.SetPointer(Pointer::Normal);
+}
+
+}  // namespace
+
+std::string ApplicationTitle() {
+    return "Orvia - v" + VersionText();
+}
+
+std::string VersionText() {
+    return std::to_string(VersionMajor) + "." + std::to_string(VersionMinor) + "." +
+           std::to_string(VersionRevision);
+}
+
+std::string HelpFile(std::string_view appPath) {
+    const std::string path = JoinPath(appPath, "Orvia.chm");
+    return FileExists(path) ? path : std::string();
+}
+
+void BeginStart(SharedState& state, MainView& view) {
+    state.Book.Entries.Reset();
+    state.SettingsRecord = ReadSettings(state.Outside.Store);
+    if (!FileExists(state.SettingsRecord.AddressBookPath)) {
+        state.SettingsRecord.AddressBookPath.clear();
+    }
+    state.LinkRecord.LinkState = LinkDisconnected;
+    comm::UpdateServerState(state.LinkRecord, view);
+    view.SetSystemID("");
+    view.SetComPort("");
+    view.ShowLinkFields(false);
+}
+
+void AwaitSplash(Link& link) {
+    link.WaitTicks = SplashTicks;
+    while (link.WaitTicks > 0) {
+        link.Events.WaitForMoreEvents();
+    }
+}
+
+void ReadCatalogues(SharedState& state) {
+    const std::string& appPath = state.Outside.AppPath;
+    Catalogues& catalogues = state.CataloguesRecord;
+    config::ReadFlowDeviceList(JoinPath(appPath, "flumes.lst"), appPath, catalogues.FlumeList);
+    config::ReadFlowDeviceList(JoinPath(appPath, "weirs.lst"), appPath, catalogues.WeirList);
+}
+
+void EndStart(SharedState& state, MainView& view) {
+    LoadAddressBook(state.SettingsRecord.AddressBookPath, state.Book, view);
+    state.LinkRecord.CurrentChannel = UnknownChannel;
+    state.LinkRecord.CurrentMAC.fill(0xFF);
+    TakeEntryDefaults(state.Book);
+}
+
+void WriteVersionFile(Flag errorTrapping, std::string_view appPath, WindowSize size) {
+    if (errorTrapping != False) {
+        return;
+    }
+    std::ofstream file(NativePath(JoinPath(appPath, "orvia.ini")), std::ios::binary);
+    file << "VERSION = " << VersionText() << "\r\n"
+         << "WIDTH = " << std::to_string(size.Width) << "\r\n"
+         << "HEIGHT = " << std::to_string(size.Height) << "\r\n";
+}
+
+bool QueryUnload(SharedState& state, MainView& view, WindowSize size,
+                 const std::function<void()>& unloadForms) {
+    Link& link = state.LinkRecord;
+    if (link.CommBusy != False) {
+        return false;
+    }
+    SaveSettings(state.SettingsRecord, state.Outside.Store);
+    WriteVersionFile(state.ErrorTrapping, state.Outside.AppPath, size);
+    CloseLink(link, view);
+    unloadForms();
+    link.ShuttingDown = True;
+    link.CommBusy = False;
+    return true;
+}

@@ -1,0 +1,46 @@
+#ifndef ORVIA_APP_SHARED_STATE_H
+#define ORVIA_APP_SHARED_STATE_H
+
+#include "app/quiet_boxes.h"
+#include "app/settings.h"
+#include "common/flag.h"
+#include "console/address_book.h"
+#include "console/client_windows.h"
+#include "console/operations_state.h"
+#include "flow/catalogues.h"
+#include "link/frames.h"
+#include "link/link.h"
+#include "link/sampling_state.h"
+#include "logger/data_point.h"
+#include "logger/logger_state.h"
+#include "platform/host.h"
+
+/// All that the console's procedures share. main() makes the one there is; windows are handed a
+/// reference, and a procedure gets just the records that it may touch.
+struct SharedState {
+    explicit SharedState(const Host& outside)
+        : LinkRecord(outside.MSComm1, outside.Events),
+          Boxes(outside.Boxes, LinkRecord.ShuttingDown),
+          Outside{outside.MSComm1, outside.Events,  Boxes,
+                  outside.Dialogs, outside.Store,   outside.Clock,
+                  outside.Help,    outside.AppPath, outside.TickMilliseconds},
+          Exchange(LinkRecord) {}
+    SharedState(const SharedState&) = delete;
+    SharedState& operator=(const SharedState&) = delete;
+
+    Flag ErrorTrapping = True;  ///< never changed; see WriteVersionFile
+    Settings SettingsRecord;
+    Link LinkRecord;
+    Sampling SamplingRecord;
+    Operations OperationsRecord;
+    AddressBook Book;
+    ClientWindows Windows;
+    Catalogues CataloguesRecord;
+    LoggerState Logger;  ///< the current logger: the global copy
+    DataPoint Newest;    ///< the newest sample
+    QuietBoxes Boxes;
+    Host Outside;  ///< the host, its boxes made quiet for the end
+    LinkFrames Exchange;
+};
+
+#endif  // ORVIA_APP_SHARED_STATE_H
