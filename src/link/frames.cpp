@@ -17,11 +17,12 @@ constexpr std::int16_t FrameTicks = 3;
 /// Fewest bytes worth looking at: start, length and CRC.
 constexpr std::int16_t FirstBytes = 4;
 
-/// The radio answers late after a channel change, and a logger may still be talking: what comes
-/// in before the request goes out is not its answer.
-void PurgeInput(Link& link) {
+/// Throws away what comes in before a request goes out: it is not its answer. The radio answers
+/// late after a channel change, and a logger may still be talking. `stray` says that a byte was
+/// taken in already which was none.
+void PurgeInput(Link& link, bool stray) {
     SerialPort& port = link.MSComm1;
-    if (port.InBufferCount() >= 1) {
+    if (stray || port.InBufferCount() >= 1) {
         port.ClearInBuffer();
         Pause(link, PurgeTicks);
     }
@@ -32,12 +33,15 @@ void PurgeInput(Link& link) {
     port.ClearInBuffer();
 }
 
-bool SendOnce(Link& link, const Bytes& frame) {
-    PurgeInput(link);
+/// One try; True when it was acknowledged. `stray` tells whether another byte came instead: more
+/// of its kind may follow, and without a purge it would cost every further try at once.
+bool SendOnce(Link& link, const Bytes& frame, bool& stray) {
+    PurgeInput(link, stray);
     link.MSComm1.Output(frame);
     WaitForBytes(link, link.ReplyTicks, 1);
     const Bytes reply = link.MSComm1.Input(1);
-    return !reply.empty() && reply.front() == Acknowledge;
+    stray = !reply.empty() && reply.front() != Acknowledge;
+    return !reply.empty() && !stray;
 }
 
 /// Looks for the start of a frame among the bytes that have arrived.
@@ -75,7 +79,8 @@ bool SendFrame(Link& link, std::span<const std::uint8_t> payload, std::int16_t& 
     }
     const BusyGuard busy(link.CommBusy);
     const Bytes frame = EncodeFrame(payload);
-    while (!SendOnce(link, frame)) {
+    bool stray = false;
+    while (!SendOnce(link, frame, stray)) {
         if (retries <= 0 || link.ShuttingDown != False) {
             return false;
         }

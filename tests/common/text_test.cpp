@@ -1,0 +1,103 @@
+#include "common/text.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "common/line_reader.h"
+#include "common/numbered_array.h"
+#include "common/path_text.h"
+#include "support/virtual_host.h"
+
+namespace {
+
+using ::testing_support::FreshFolder;
+using ::testing_support::WriteFile;
+
+TEST(Trim, TakesBlanksAloneNeverTabs) {
+    EXPECT_EQ(Trim("  a b  "), "a b");
+    EXPECT_EQ(Trim("\ta "), "\ta");
+    EXPECT_EQ(Trim("   "), "");
+    EXPECT_EQ(TrimLeft("  a "), "a ");
+    EXPECT_EQ(TrimRight("  a "), "  a");
+}
+
+TEST(Case, TurnsOnlyPlainLetters) {
+    EXPECT_EQ(ToUpper("abz\xC3\xA9-1"), "ABZ\xC3\xA9-1");
+    EXPECT_EQ(ToLower("FEET"), "feet");
+}
+
+TEST(SplitAtBlanks, LeavesEmptyPiecesOut) {
+    EXPECT_EQ(SplitAtBlanks("  1  2 3"), (std::vector<std::string_view>{"1", "2", "3"}));
+    EXPECT_TRUE(SplitAtBlanks("   ").empty());
+}
+
+TEST(TwoDigits, KeepsLongerNumbers) {
+    EXPECT_EQ(TwoDigits(7), "07");
+    EXPECT_EQ(TwoDigits(123), "123");
+}
+
+std::vector<std::string> LinesOf(const std::string& contents) {
+    std::istringstream file(contents);
+    LineReader reader(file);
+    std::vector<std::string> lines;
+    for (std::string line; reader.Next(line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+TEST(LineReader, TakesEveryLineEnd) {
+    EXPECT_EQ(LinesOf("a\r\nb\nc\rd"), (std::vector<std::string>{"a", "b", "c", "d"}));
+    EXPECT_EQ(LinesOf("\r\n\n"), (std::vector<std::string>{"", ""}));
+    EXPECT_TRUE(LinesOf("").empty());
+}
+
+TEST(LineReader, KeepsTheBeginningOfAnEndlessLine) {
+    const std::vector<std::string> lines =
+        LinesOf(std::string(3 * LineReader::LongestLine, 'x') + "\nnext");
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].size(), LineReader::LongestLine);
+    EXPECT_EQ(lines[1], "next");
+}
+
+TEST(Paths, CountASlashAsABackslash) {
+    EXPECT_EQ(BehindLastSeparator("C:\\data\\a.obk"), "a.obk");
+    EXPECT_EQ(BehindLastSeparator("/data/a.obk"), "a.obk");
+    EXPECT_EQ(BehindLastSeparator("a.obk"), "a.obk");
+    EXPECT_EQ(LastSeparator("ab/c"), 3U);
+    EXPECT_EQ(LastSeparator("abc"), 0U);
+}
+
+TEST(Paths, TellAFileFromWhatWouldHoldAWriterUp) {
+    const std::string folder = FreshFolder("paths");
+    const std::string file = JoinPath(folder, "file");
+    WriteFile(file, "x");
+    EXPECT_TRUE(FileExists(file));
+    EXPECT_FALSE(FileExists(folder));
+    EXPECT_FALSE(FileExists(""));
+    EXPECT_FALSE(FileExists(std::string("a\0b", 3)));
+    EXPECT_TRUE(TakesFile(file));
+    EXPECT_TRUE(TakesFile(JoinPath(folder, "free")));
+    EXPECT_FALSE(TakesFile(folder));
+    EXPECT_FALSE(TakesFile("/dev/null"));
+}
+
+TEST(NumberedArray, CountsFromOne) {
+    NumberedArray<int> array;
+    EXPECT_EQ(array.UpperBound(), 0);
+    EXPECT_EQ(array.Append(7), 1);
+    EXPECT_EQ(array.Append(8), 2);
+    EXPECT_EQ(array[1], 7);
+    EXPECT_FALSE(array.Holds(0));
+    EXPECT_TRUE(array.Holds(2));
+    array.Remove(1);
+    EXPECT_EQ(array[1], 8);
+    EXPECT_THROW(static_cast<void>(array[2]), Fault);
+    EXPECT_THROW(array.Remove(0), Fault);
+    array.Reset();
+    EXPECT_EQ(array.UpperBound(), 0);
+    EXPECT_EQ(array[0], 0);
+}
+
+}  // namespace

@@ -1,0 +1,93 @@
+#include "support/virtual_console.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "console/client_list.h"
+
+namespace testing_support {
+
+VirtualConsole::VirtualConsole(const std::string& appPath) : State(Outside.AsHost(appPath)) {
+    State.SettingsRecord.PortName = "COM1";
+    State.SettingsRecord.BaudRate = "38400";
+    View.MakeWindow = [this] { return std::make_shared<FakeClientWindow>(State); };
+    Outside.Time.StartTimer(100 * Millisecond, [this] { comm::SuperviseTick(Supervision()); });
+    Outside.Time.StartTimer(100 * Millisecond, [this] { comm::SampleTick(Machines()); });
+}
+
+comm::LinkContext VirtualConsole::Radio() {
+    return {State.LinkRecord, State.SettingsRecord, View, State.Boxes};
+}
+
+comm::SupervisionContext VirtualConsole::Supervision() {
+    return {State.LinkRecord, State.SamplingRecord, State.OperationsRecord,
+            State.Book,       State.Windows,        View};
+}
+
+comm::SamplingContext VirtualConsole::Machines() {
+    return {Radio(),      State.SamplingRecord, State.OperationsRecord,
+            State.Book,   State.Windows,        State.Logger,
+            State.Newest, State.Exchange,       State.Outside.Clock};
+}
+
+comm::ToggleContext VirtualConsole::Toggling() {
+    return {Radio(), State.SamplingRecord, State.OperationsRecord};
+}
+
+BookContext VirtualConsole::BookWork() {
+    return {State.SettingsRecord, State.Book, State.Windows, State.OperationsRecord,
+            State.SamplingRecord, View,       State.Boxes,   State.Outside.Dialogs,
+            State.Outside.AppPath};
+}
+
+OperationContext VirtualConsole::Operation() {
+    return {Radio(),      State.SamplingRecord, State.OperationsRecord, State.Book, State.Windows,
+            State.Logger, State.Newest};
+}
+
+void VirtualConsole::Connect() {
+    comm::ConnectDialog dialog;
+    comm::Connect(Radio(), dialog, [this](Pointer pointer) { View.SetPointer(pointer); });
+    if (State.LinkRecord.Connected == False) {
+        throw std::logic_error("the server radio did not answer");
+    }
+}
+
+int VirtualConsole::AddSite(const simulator::LoggerSetup& setup) {
+    Outside.Network.AddLogger(setup);
+    ClientRadio entry;
+    entry.Name = setup.Settings.Name;
+    entry.Channel = setup.Channel;
+    std::copy(setup.Mac.begin(), setup.Mac.end(), entry.Mac.begin());
+    const int number = State.Book.Entries.Append(entry);
+    RefreshClientList(State.Book, View);
+    return number;
+}
+
+std::shared_ptr<FakeClientWindow> VirtualConsole::OpenWindow(int entry) {
+    View.Selected = entry;
+    OpenOrActivateClient(State.Book, State.Windows, View);
+    for (const auto& window : State.Windows.Slots) {
+        if (window) {
+            std::static_pointer_cast<FakeClientWindow>(window)->Active = False;
+        }
+    }
+    auto window = std::static_pointer_cast<FakeClientWindow>(
+        State.Windows.At(State.Book.Entries[entry].WindowIndex));
+    window->Active = True;
+    return window;
+}
+
+simulator::LoggerSetup BasicSite(int number, int analog, int pulse) {
+    simulator::LoggerSetup setup;
+    setup.Mac[5] = static_cast<std::uint8_t>(number);
+    setup.Settings.Name = "Site " + std::to_string(number);
+    setup.Settings.Analog.resize(static_cast<std::size_t>(analog));
+    setup.Settings.Pulse.resize(static_cast<std::size_t>(pulse));
+    for (int i = 0; i < analog; ++i) {
+        setup.AnalogSignals.push_back(simulator::ConstantSignal(10.0 * (i + 1)));
+    }
+    return setup;
+}
+
+}  // namespace testing_support

@@ -1,0 +1,52 @@
+#ifndef ORVIA_TESTS_SUPPORT_VIRTUAL_CONSOLE_H
+#define ORVIA_TESTS_SUPPORT_VIRTUAL_CONSOLE_H
+
+#include <memory>
+#include <string>
+
+#include "app/shared_state.h"
+#include "console/book_operations.h"
+#include "console/logger_operations.h"
+#include "link/connecting.h"
+#include "link/sampling.h"
+#include "link/server_radio.h"
+#include "link/supervision.h"
+#include "support/fake_client_window.h"
+#include "support/fake_main_view.h"
+#include "support/virtual_host.h"
+
+namespace testing_support {
+
+/// The console without windows, on the virtual host, both of its timers running.
+class VirtualConsole {
+ public:
+    explicit VirtualConsole(const std::string& appPath = "/nowhere");
+
+    // What the procedures take.
+    [[nodiscard]] comm::LinkContext Radio();
+    [[nodiscard]] comm::SupervisionContext Supervision();
+    [[nodiscard]] comm::SamplingContext Machines();
+    [[nodiscard]] comm::ToggleContext Toggling();
+    [[nodiscard]] BookContext BookWork();
+    [[nodiscard]] OperationContext Operation();
+
+    /// Opens the port and has the server radio answered, in command mode.
+    void Connect();
+
+    /// Adds a logger to the network and its radio to book and list; gives the entry's number.
+    int AddSite(const simulator::LoggerSetup& setup);
+
+    /// Opens the window of an entry and makes it the active one.
+    std::shared_ptr<FakeClientWindow> OpenWindow(int entry);
+
+    VirtualHost Outside;
+    SharedState State;
+    FakeMainView View;
+};
+
+/// A logger with `analog` and `pulse` channels, named and addressed by `number`.
+[[nodiscard]] simulator::LoggerSetup BasicSite(int number, int analog = 8, int pulse = 2);
+
+}  // namespace testing_support
+
+#endif  // ORVIA_TESTS_SUPPORT_VIRTUAL_CONSOLE_H

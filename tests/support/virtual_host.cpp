@@ -1,0 +1,169 @@
+#include "support/virtual_host.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+#include "common/fault.h"
+#include "common/text.h"
+
+namespace testing_support {
+
+void VirtualPort::SetCommPort(int number) {
+    if (open_) {
+        throw Fault("the port is open");
+    }
+    number_ = number;
+}
+
+void VirtualPort::SetSettings(const std::string& settings) {
+    if (open_) {
+        throw Fault("the port is open");
+    }
+    settings_ = settings;
+}
+
+void VirtualPort::SetPortOpen(bool open) {
+    if (open && Missing.contains(number_)) {
+        throw Fault("no such port");
+    }
+    received_.clear();
+    if (open != open_) {
+        open ? ++Opened : ++Closed;
+    }
+    open_ = open;
+    gone_ = false;
+}
+
+Bytes VirtualPort::Input(int InputLen) {
+    const std::size_t count =
+        InputLen == 0 ? received_.size()
+                      : std::min<std::size_t>(received_.size(), static_cast<std::size_t>(InputLen));
+    const auto end = received_.begin() + static_cast<std::ptrdiff_t>(count);
+    Bytes bytes(received_.begin(), end);
+    received_.erase(received_.begin(), end);
+    return bytes;
+}
+
+void VirtualPort::Output(std::span<const std::uint8_t> bytes) {
+    if (open_ && !gone_) {
+        network_.Write(time_.Now(), bytes);
+    }
+}
+
+void VirtualPort::LookForHangUp() {
+    if (open_ && gone_) {
+        SetPortOpen(false);
+    }
+}
+
+void VirtualPort::Collect() {
+    const Bytes bytes = network_.Read(time_.Now());
+    if (open_ && !gone_) {
+        Receive(bytes);
+    }
+}
+
+void VirtualPort::Receive(const Bytes& bytes) {
+    received_.insert(received_.end(), bytes.begin(), bytes.end());
+}
+
+BoxAnswer ScriptedBoxes::Show(const MessageBox& box) {
+    Shown.push_back(box);
+    if (WhileShown) {
+        std::exchange(WhileShown, nullptr)();
+    }
+    if (!Answers.empty()) {
+        const BoxAnswer answer = Answers.front();
+        Answers.pop_front();
+        return answer;
+    }
+    const bool yesNo = box.Buttons == BoxButtons::YesNo || box.Buttons == BoxButtons::YesNoCancel;
+    return yesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
+}
+
+std::optional<std::string> ScriptedDialogs::PickExisting(const FileQuery& query) {
+    Queries.push_back(query);
+    if (Picks.empty()) {
+        return std::nullopt;
+    }
+    std::string pick = Picks.front();
+    Picks.pop_front();
+    return pick;
+}
+
+std::optional<std::string> ScriptedDialogs::PickForSaving(const FileQuery& query,
+                                                          bool promptOverwrite) {
+    Prompts.push_back(promptOverwrite);
+    return PickExisting(query);
+}
+
+std::optional<std::string> MemoryStore::Read(const std::string& section,
+                                             const std::string& key) const {
+    const auto found = Values.find(section + "/" + key);
+    return found == Values.end() ? std::nullopt : std::optional(found->second);
+}
+
+void MemoryStore::Write(const std::string& section, const std::string& key,
+                        const std::string& value) {
+    Values[section + "/" + key] = value;
+}
+
+LocalTime VirtualClock::Now() const {
+    using namespace std::chrono;
+    const sys_days day = year{Start.Year} / Start.Month / Start.Day;
+    const auto moment = sys_time<microseconds>(day) + hours{Start.Hour} + minutes{Start.Minute} +
+                        seconds{Start.Second} + milliseconds{Start.Millisecond} +
+                        microseconds{time_.Now()};
+    const auto midnight = floor<days>(moment);
+    const year_month_day date{midnight};
+    const hh_mm_ss timeOfDay{floor<milliseconds>(moment - midnight)};
+    return {static_cast<int>(date.year()),
+            static_cast<int>(static_cast<unsigned>(date.month())),
+            static_cast<int>(static_cast<unsigned>(date.day())),
+            static_cast<int>(timeOfDay.hours().count()),
+            static_cast<int>(timeOfDay.minutes().count()),
+            static_cast<int>(timeOfDay.seconds().count()),
+            static_cast<int>(timeOfDay.subseconds().count())};
+}
+
+std::string VirtualClock::DateText(const LocalTime& time) const {
+    return std::to_string(time.Month) + "/" + std::to_string(time.Day) + "/" +
+           std::to_string(time.Year);
+}
+
+std::string VirtualClock::TimeText(const LocalTime& time) const {
+    return TwoDigits(time.Hour) + ":" + TwoDigits(time.Minute) + ":" + TwoDigits(time.Second);
+}
+
+VirtualHost::VirtualHost() {
+    Time.SetSource([this] { return Network.NextEvent(); }, [this] { Port.Collect(); });
+}
+
+Host VirtualHost::AsHost(const std::string& appPath) {
+    return {Port, Pump, Boxes, Dialogs, Store, Clock, Help, appPath};
+}
+
+std::string FreshFolder(const std::string& name) {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() /
+                                         ("orvia-" + std::to_string(::getpid()) + "-" + name);
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    return folder.string();
+}
+
+std::string FileContents(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void WriteFile(const std::string& path, const std::string& contents) {
+    std::ofstream(path, std::ios::binary) << contents;
+}
+
+}  // namespace testing_support
