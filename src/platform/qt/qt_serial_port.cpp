@@ -1,0 +1,191 @@
+#include "platform/qt/qt_serial_port.h"
+
+#include <QMetaObject>
+#include <algorithm>
+#include <utility>
+
+#include "common/fault.h"
+#include "platform/qt/port_devices.h"
+#include "platform/qt/port_hang_up.h"
+#include "platform/qt/text_qt.h"
+
+namespace {
+
+// A purge between the system's "bytes are there" and the read that follows makes that read come
+// back empty, which is reported as an error of a healthy port. A few such in a row are nothing.
+constexpr int MaxErrorsInARow = 16;
+
+bool MayEndThePort(QSerialPort::SerialPortError error) {
+    switch (error) {
+        case QSerialPort::DeviceNotFoundError:
+        case QSerialPort::PermissionError:
+        case QSerialPort::WriteError:
+        case QSerialPort::ReadError:
+        case QSerialPort::ResourceError:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+QtSerialPort::QtSerialPort(QString portsFolder) : portsFolder_(std::move(portsFolder)) {
+    QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] { TakeReceived(); });
+    QObject::connect(&port_, &QSerialPort::bytesWritten, &port_, [this] { errorsInARow_ = 0; });
+    QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
+                     [this](QSerialPort::SerialPortError error) { OnError(error); });
+}
+
+QtSerialPort::~QtSerialPort() {
+    Close();
+    port_.disconnect();
+}
+
+void QtSerialPort::SetCommPort(int number) {
+    if (PortOpen()) {
+        throw Fault("the number of an open port cannot change");
+    }
+    if (number < FirstPort || number > LastPort) {
+        throw Fault("there is no port COM" + std::to_string(number));
+    }
+    number_ = number;
+}
+
+void QtSerialPort::SetSettings(const std::string& settings) {
+    if (PortOpen()) {
+        throw Fault("the settings of an open port cannot change");
+    }
+    line_ = ReadLineSettings(settings);
+    settings_ = settings;
+}
+
+bool QtSerialPort::PortOpen() const {
+    return port_.isOpen() && !failed_;
+}
+
+void QtSerialPort::SetPortOpen(bool open) {
+    if (open == PortOpen()) {
+        return;
+    }
+    Close();
+    if (open) {
+        Open();
+    }
+}
+
+void QtSerialPort::Open() {
+    const QString device = DeviceOfPort(number_, portsFolder_);
+    port_.setPortName(device);
+    port_.setBaudRate(line_.BaudRate);
+    port_.setParity(line_.Parity);
+    port_.setDataBits(line_.DataBits);
+    port_.setStopBits(line_.StopBits);
+    if (!port_.open(QIODevice::ReadWrite)) {
+        throw Fault("COM" + std::to_string(number_) + " (" + FromQt(device) +
+                    ") cannot be opened: " + FromQt(port_.errorString()));
+    }
+    errorsInARow_ = 0;
+}
+
+void QtSerialPort::Close() {
+    if (port_.isOpen()) {
+        if (PortOpen() && port_.bytesToWrite() > 0) {
+            failed_ = true;
+            port_.flush();
+        }
+        port_.close();
+    }
+    received_.clear();
+    failed_ = false;
+    ++session_;
+}
+
+void QtSerialPort::SetDTREnable(bool enable) {
+    if (PortOpen()) {
+        port_.setDataTerminalReady(enable);
+    }
+}
+
+int QtSerialPort::InBufferCount() const {
+    return static_cast<int>(received_.size());
+}
+
+void QtSerialPort::ClearInBuffer() {
+    received_.clear();
+    if (PortOpen()) {
+        port_.clear(QSerialPort::Input);
+    }
+}
+
+Bytes QtSerialPort::Input(int InputLen) {
+    const auto waiting = static_cast<std::ptrdiff_t>(received_.size());
+    const auto end =
+        received_.begin() + (InputLen == 0 ? waiting : std::min<std::ptrdiff_t>(InputLen, waiting));
+    Bytes taken(received_.begin(), end);
+    received_.erase(received_.begin(), end);
+    return taken;
+}
+
+void QtSerialPort::Output(std::span<const std::uint8_t> bytes) {
+    if (PortOpen()) {
+        port_.write(QByteArray(reinterpret_cast<const char*>(bytes.data()),
+                               static_cast<qsizetype>(bytes.size())));
+    }
+}
+
+void QtSerialPort::LookForHangUp() {
+    if (PortOpen() && HasHungUp(port_)) {
+        Close();
+    }
+}
+
+void QtSerialPort::TakeReceived() {
+    const QByteArray arrived = port_.readAll();
+    if (failed_) {
+        return;
+    }
+    errorsInARow_ = 0;
+    const std::size_t room = MaxWaiting - received_.size();
+    const auto count = std::min(room, static_cast<std::size_t>(arrived.size()));
+    received_.insert(received_.end(), arrived.begin(),
+                     arrived.begin() + static_cast<std::ptrdiff_t>(count));
+}
+
+void QtSerialPort::OnError(QSerialPort::SerialPortError error) {
+    if (!PortOpen() || !MayEndThePort(error)) {
+        return;
+    }
+    ++errorsInARow_;
+    if (errorsInARow_ > MaxErrorsInARow || HasHungUp(port_)) {
+        CloseLater();
+    } else {
+        KeepListening();
+    }
+}
+
+// After some errors QSerialPort no longer listens for bytes; setting its buffer makes it listen.
+void QtSerialPort::KeepListening() {
+    QMetaObject::invokeMethod(
+        &port_,
+        [this] {
+            if (PortOpen()) {
+                port_.setReadBufferSize(0);
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+// Closing inside the port's own signal would pull its innards from under it.
+void QtSerialPort::CloseLater() {
+    failed_ = true;
+    received_.clear();
+    QMetaObject::invokeMethod(
+        &port_,
+        [this, session = session_] {
+            if (session == session_) {
+                Close();
+            }
+        },
+        Qt::QueuedConnection);
+}

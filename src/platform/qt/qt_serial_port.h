@@ -1,0 +1,55 @@
+#ifndef ORVIA_PLATFORM_QT_QT_SERIAL_PORT_H
+#define ORVIA_PLATFORM_QT_QT_SERIAL_PORT_H
+
+#include <QSerialPort>
+#include <QString>
+#include <deque>
+
+#include "platform/host.h"
+#include "platform/qt/line_settings.h"
+
+/// The serial port over the system's own. Bytes come and go while events run.
+class QtSerialPort final : public SerialPort {
+ public:
+    /// Bytes that wait unread at most; what comes beyond is lost, as on a full hardware buffer.
+    static constexpr std::size_t MaxWaiting = 1U << 20U;
+
+    /// `portsFolder` may hold symbolic links "COM1" to "COM16" to devices.
+    explicit QtSerialPort(QString portsFolder);
+    ~QtSerialPort() override;
+    QtSerialPort(const QtSerialPort&) = delete;
+    QtSerialPort& operator=(const QtSerialPort&) = delete;
+
+    [[nodiscard]] int CommPort() const override { return number_; }
+    void SetCommPort(int number) override;
+    [[nodiscard]] std::string Settings() const override { return settings_; }
+    void SetSettings(const std::string& settings) override;
+    [[nodiscard]] bool PortOpen() const override;
+    void SetPortOpen(bool open) override;
+    void SetDTREnable(bool enable) override;
+    [[nodiscard]] int InBufferCount() const override;
+    void ClearInBuffer() override;
+    [[nodiscard]] Bytes Input(int InputLen) override;
+    void Output(std::span<const std::uint8_t> bytes) override;
+    void LookForHangUp() override;
+
+ private:
+    void Open();
+    void Close();
+    void TakeReceived();
+    void OnError(QSerialPort::SerialPortError error);
+    void KeepListening();
+    void CloseLater();
+
+    QString portsFolder_;
+    int number_ = 1;
+    std::string settings_ = "9600,N,8,1";
+    LineSettings line_;
+    std::deque<std::uint8_t> received_;
+    int errorsInARow_ = 0;  // since a byte last went through
+    int session_ = 0;       // counts closings, so that a late call knows its own
+    bool failed_ = false;   // closed for the program, the device not yet let go
+    QSerialPort port_;      // last, so that it goes first
+};
+
+#endif  // ORVIA_PLATFORM_QT_QT_SERIAL_PORT_H
