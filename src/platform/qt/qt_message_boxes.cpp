@@ -1,0 +1,98 @@
+#include "platform/qt/qt_message_boxes.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPointer>
+#include <QWindow>
+#include <memory>
+
+#include "platform/qt/text_qt.h"
+
+namespace {
+
+QMessageBox::Icon IconOf(BoxIcon icon) {
+    switch (icon) {
+        case BoxIcon::Stop:
+            return QMessageBox::Critical;
+        case BoxIcon::Exclamation:
+            return QMessageBox::Warning;
+        case BoxIcon::Information:
+            return QMessageBox::Information;
+        case BoxIcon::Question:
+            return QMessageBox::Question;
+        case BoxIcon::None:
+            break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// The buttons of a box, the one that Enter presses and the one that closing presses.
+struct ButtonSet {
+    QMessageBox::StandardButtons All;
+    QMessageBox::StandardButton Default;
+    QMessageBox::StandardButton Closing;
+};
+
+ButtonSet ButtonsOf(BoxButtons buttons) {
+    switch (buttons) {
+        case BoxButtons::OkCancel:
+            return {QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok, QMessageBox::Cancel};
+        case BoxButtons::YesNo:
+            return {QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, QMessageBox::No};
+        case BoxButtons::YesNoCancel:
+            return {QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes,
+                    QMessageBox::Cancel};
+        case BoxButtons::Ok:
+            break;
+    }
+    return {QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok};
+}
+
+BoxAnswer AnswerOf(QMessageBox::StandardButton button) {
+    switch (button) {
+        case QMessageBox::Cancel:
+            return BoxAnswer::Cancel;
+        case QMessageBox::Yes:
+            return BoxAnswer::Yes;
+        case QMessageBox::No:
+            return BoxAnswer::No;
+        default:
+            return BoxAnswer::Ok;
+    }
+}
+
+void SetTitle(QMessageBox& shown, const std::string& title) {
+    const QString placeholder = QStringLiteral("[*]");
+    shown.setWindowTitle(ToQt(title).replace(placeholder, placeholder + placeholder));
+    if (title.empty()) {
+        // A window without a title would be given the program's name; a blank is a title.
+        shown.winId();
+        shown.windowHandle()->setTitle(QStringLiteral(" "));
+    }
+}
+
+void Fill(QMessageBox& shown, const MessageBox& box, const ButtonSet& buttons) {
+    shown.setTextFormat(Qt::PlainText);
+    shown.setText(ToQt(box.Text));
+    shown.setIcon(IconOf(box.Icon));
+    shown.setStandardButtons(buttons.All);
+    shown.setDefaultButton(buttons.Default);
+    shown.setEscapeButton(buttons.Closing);
+    SetTitle(shown, box.Title);
+}
+
+}  // namespace
+
+BoxAnswer QtMessageBoxes::Show(const MessageBox& box) {
+    const ButtonSet buttons = ButtonsOf(box.Buttons);
+    // The window below may go while the box stands, and takes the box with it.
+    const QPointer<QMessageBox> shown(new QMessageBox(QApplication::activeWindow()));
+    Fill(*shown, box, buttons);
+    shown->exec();
+    if (shown.isNull()) {
+        return AnswerOf(buttons.Closing);
+    }
+    const QMessageBox::StandardButton pressed = shown->standardButton(shown->clickedButton());
+    delete shown.data();
+    return AnswerOf(pressed == QMessageBox::NoButton ? buttons.Closing : pressed);
+}
