@@ -1,0 +1,21 @@
+#include "platform/qt/qt_host.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include "common/path_text.h"
+#include "platform/qt/text_qt.h"
+
+QtHost::QtHost()
+    : port_(QDir(store_.Folder()).filePath(QStringLiteral("ports"))),
+      host_{
+          port_,  pump_,  boxes_, dialogs_,
+          store_, clock_, help_,  FolderWithoutSeparator(QCoreApplication::applicationDirPath())} {}
+
+std::string FolderWithoutSeparator(const QString& folder) {
+    std::string text = FromQt(QDir::toNativeSeparators(folder));
+    if (LastSeparator(text) == text.size() && !text.empty()) {
+        text.pop_back();
+    }
+    return text;
+}

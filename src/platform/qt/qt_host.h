@@ -1,0 +1,36 @@
+#ifndef ORVIA_PLATFORM_QT_QT_HOST_H
+#define ORVIA_PLATFORM_QT_QT_HOST_H
+
+#include "platform/host.h"
+#include "platform/qt/qt_event_pump.h"
+#include "platform/qt/qt_file_dialogs.h"
+#include "platform/qt/qt_help_viewer.h"
+#include "platform/qt/qt_message_boxes.h"
+#include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_settings_store.h"
+#include "platform/qt/qt_system_clock.h"
+
+/// The host of the running program. Needs the application object, and goes before it.
+class QtHost final {
+ public:
+    QtHost();
+    QtHost(const QtHost&) = delete;
+    QtHost& operator=(const QtHost&) = delete;
+
+    [[nodiscard]] Host& Services() { return host_; }
+
+ private:
+    QtSettingsStore store_;
+    QtSerialPort port_;
+    QtEventPump pump_;
+    QtMessageBoxes boxes_;
+    QtFileDialogs dialogs_;
+    QtSystemClock clock_;
+    QtHelpViewer help_;
+    Host host_;
+};
+
+/// A folder in the system's separators without one at its end; a root keeps none.
+[[nodiscard]] std::string FolderWithoutSeparator(const QString& folder);
+
+#endif  // ORVIA_PLATFORM_QT_QT_HOST_H
