@@ -1,0 +1,28 @@
+#include "console/operation_shape.h"
+
+#include <utility>
+
+bool LinkIsFree(const OperationContext& context) {
+    return context.operations.OperationBusy == False && context.sampling.StepRuns == False &&
+           context.radio.link.Connected != False && context.windows.NumClientWindows != 0;
+}
+
+bool MayStart(const OperationContext& context) {
+    return LinkIsFree(context) && context.sampling.ContinuousMode == SamplingIdle;
+}
+
+Target ActiveWindow(const ClientWindows& windows) {
+    for (int slot = 0; slot <= windows.UpperBound(); ++slot) {
+        auto window = windows.At(slot);
+        if (window && window->IsActive() != False) {
+            return {std::move(window), static_cast<std::int16_t>(slot)};
+        }
+    }
+    return {};
+}
+
+bool SelectRadioOf(const OperationContext& context, const ClientWindow& window) {
+    const auto& entries = context.book.Entries;
+    return entries.Holds(window.ClientIndex()) &&
+           comm::SelectClient(context.radio, entries[window.ClientIndex()]);
+}

@@ -1,0 +1,65 @@
+#ifndef ORVIA_CONSOLE_OPERATION_SHAPE_H
+#define ORVIA_CONSOLE_OPERATION_SHAPE_H
+
+#include <cstdint>
+#include <memory>
+
+#include "common/fault.h"
+#include "console/logger_operations.h"
+
+// The shape that the operations on one logger share: a guard, the window that they are for, its
+// radio selected, and the link let go of on every way out.
+
+/// The window that an operation is for, and the slot it stands in. Held for the whole operation: a
+/// click during a wait can close it.
+struct Target {
+    std::shared_ptr<ClientWindow> Window;
+    std::int16_t Slot = 0;
+};
+
+/// Whether nothing else holds the link, which is connected, with a window open.
+[[nodiscard]] bool LinkIsFree(const OperationContext& context);
+
+/// The guard of an operation: the link is free and no sampling mode runs.
+[[nodiscard]] bool MayStart(const OperationContext& context);
+
+/// The first window that is the active one; none if there is none.
+[[nodiscard]] Target ActiveWindow(const ClientWindows& windows);
+
+/// Brings the server radio to the radio of `window`.
+[[nodiscard]] bool SelectRadioOf(const OperationContext& context, const ClientWindow& window);
+
+/// Holds the link for an operation, under the hourglass; lets go of both on every way out.
+class OperationScope {
+ public:
+    explicit OperationScope(const OperationContext& context) : context_(context) {
+        context_.operations.OperationBusy = True;
+        context_.radio.view.SetPointer(Pointer::Hourglass);
+    }
+    ~OperationScope() {
+        context_.radio.view.SetPointer(Pointer::Normal);
+        context_.operations.OperationBusy = False;
+    }
+    OperationScope(const OperationScope&) = delete;
+    OperationScope& operator=(const OperationScope&) = delete;
+
+ private:
+    const OperationContext& context_;
+};
+
+/// Runs `work` on the window that is active, its radio selected. A fault ends the operation as a
+/// failure does.
+template <typename Work>
+void OnActiveWindow(const OperationContext& context, Work work) {
+    const OperationScope scope(context);
+    const Target target = ActiveWindow(context.windows);
+    try {
+        if (target.Window && SelectRadioOf(context, *target.Window)) {
+            work(target);
+        }
+    } catch (const Fault&) {
+        return;
+    }
+}
+
+#endif  // ORVIA_CONSOLE_OPERATION_SHAPE_H
