@@ -91,22 +91,26 @@ void ReopenPort(const LinkContext& context) {
     context.link.LinkState = LinkConnecting;
 }
 
-/// Tells the radio channel and address of the client, as far as they differ from what it was
-/// told last.
-bool Tune(const LinkContext& context, const ClientRadio& client) {
+/// What the radio is told of a client.
+struct Tuning {
+    std::uint8_t Channel;
+    RadioAddress Address;
+};
+
+/// Tells the radio channel and address, as far as they differ from what it was told last.
+bool Tune(const LinkContext& context, const Tuning& tuning) {
     Link& link = context.link;
-    if (link.CurrentChannel != client.Channel) {
-        if (!SetServerChannel(link, context.boxes, client.Channel)) {
+    if (link.CurrentChannel != tuning.Channel) {
+        if (!SetServerChannel(link, context.boxes, tuning.Channel)) {
             return false;
         }
-        link.CurrentChannel = client.Channel;
+        link.CurrentChannel = tuning.Channel;
     }
-    const RadioAddress address = AddressOf(client.Mac);
-    if (link.CurrentMAC != address) {
-        if (!SetServerMAC(link, context.boxes, address)) {
+    if (link.CurrentMAC != tuning.Address) {
+        if (!SetServerMAC(link, context.boxes, tuning.Address)) {
             return false;
         }
-        link.CurrentMAC = address;
+        link.CurrentMAC = tuning.Address;
     }
     return true;
 }
@@ -221,11 +225,13 @@ bool SelectClient(const LinkContext& context, const ClientRadio& client) {
                             .Icon = BoxIcon::Exclamation});
         return false;
     }
+    // The book can change while the radio is awaited, and `client` with it.
+    const Tuning tuning{client.Channel, AddressOf(client.Mac)};
     try {
         if (link.LinkState == LinkDisconnected) {
             ReopenPort(context);
         }
-        return Tune(context, client) && ReachNormalMode(link);
+        return Tune(context, tuning) && ReachNormalMode(link);
     } catch (const Fault&) {
         // A radio that said nothing: the exchange has let go of the link on its way here.
         return false;

@@ -1,0 +1,36 @@
+#include "app/frmAbout.h"
+
+#include <QBoxLayout>
+#include <QDialogButtonBox>
+#include <QIcon>
+#include <QLabel>
+
+#include "app/lifecycle.h"
+#include "platform/qt/text_qt.h"
+
+frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
+    constexpr int PictureSize = 96;
+    setObjectName(QStringLiteral("frmAbout"));
+    setWindowTitle(QStringLiteral("About Harrowmere"));
+
+    auto* picture = new QLabel(this);
+    picture->setObjectName(QStringLiteral("Picture1"));
+    picture->setAccessibleName(QStringLiteral("Picture of the program"));
+    picture->setPixmap(QIcon(QStringLiteral(":/icons/orvia.svg"))
+                           .pixmap(QSize(PictureSize, PictureSize), devicePixelRatioF()));
+    auto* version = new QLabel(ToQt("Orvia\nVersion " + VersionText()), this);
+    version->setObjectName(QStringLiteral("lblVersion"));
+    version->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(picture);
+    row->addSpacing(fontMetrics().height());
+    row->addWidget(version, 1);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(row);
+    column->addWidget(buttons);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+}

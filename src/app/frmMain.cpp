@@ -1,0 +1,344 @@
+#include "app/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <map>
+
+#include "app/contrast.h"
+#include "app/frmSplash.h"
+#include "app/lifecycle.h"
+#include "client/frmClient.h"
+#include "console/client_list.h"
+#include "link/frmConnect.h"
+#include "link/sampling.h"
+#include "link/supervision.h"
+#include "platform/qt/text_qt.h"
+#include "platform/qt/twips.h"
+
+namespace {
+
+QColor ToQt(Colour colour) {
+    return {colour.Red, colour.Green, colour.Blue};
+}
+
+const QIcon& ListIcon(std::uint8_t icon) {
+    static const std::map<std::uint8_t, QIcon> Icons{
+        {IconNoWindow, QIcon(QStringLiteral(":/icons/client-closed.svg"))},
+        {IconWindowOpen, QIcon(QStringLiteral(":/icons/client-open.svg"))},
+        {IconAddressed, QIcon(QStringLiteral(":/icons/client-active.svg"))}};
+    return Icons.at(icon);
+}
+
+/// What the picture of an entry says, for who cannot see it.
+QString IconMeaning(std::uint8_t icon) {
+    switch (icon) {
+        case IconWindowOpen:
+            return QStringLiteral("window open");
+        case IconAddressed:
+            return QStringLiteral("window open, radio addressed");
+        default:
+            return QStringLiteral("no window");
+    }
+}
+
+void ColourText(QWidget& field, Colour text, Colour ground) {
+    QPalette palette = field.palette();
+    palette.setColor(QPalette::Text, ToQt(text));
+    palette.setColor(QPalette::Base, ToQt(ground));
+    field.setPalette(palette);
+}
+
+void ColourButton(QPushButton& button, bool highlighted) {
+    constexpr Colour Highlight{240, 240, 0};
+    constexpr Colour Black{0, 0, 0};
+    if (!highlighted) {
+        button.setPalette({});
+        return;
+    }
+    QPalette palette = button.palette();
+    palette.setColor(QPalette::Button, ToQt(Highlight));
+    palette.setColor(QPalette::ButtonText, ToQt(Black));
+    button.setPalette(palette);
+}
+
+}  // namespace
+
+frmMain::frmMain(SharedState& state)
+    : state_(state),
+      clients_{
+          state.Windows,        state.Book,     state.Logger,  state.Newest, state.CataloguesRecord,
+          state.SamplingRecord, state.Exchange, state.Outside, *this,        *this},
+      helpFile_(HelpFile(state.Outside.AppPath)) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(::ToQt(ApplicationTitle()));
+    setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));
+    BuildTopPanel();
+    BuildLeftPanel();
+    BuildButtonBar();
+    BuildArea();
+    BuildFileMenu();
+    BuildClientMenus();
+    BuildWindowMenu();
+    BuildHelpMenu();
+    BuildPopup();
+    BuildTimers();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::Load() {
+    constexpr int WidthTwips = 13400;
+    constexpr int HeightTwips = 9500;
+    frmSplash splash;
+    splash.show();
+    BeginStart(state_, *this);
+    resize(PixelsOfTwips(WidthTwips), PixelsOfTwips(HeightTwips));
+    Timer1_.start();
+    AwaitSplash(state_.LinkRecord);
+    splash.close();
+    ReadCatalogues(state_);
+    lblAddressBook_->clear();
+    show();
+    Timer2_.start();
+    ShowConnect();
+    EndStart(state_, *this);
+}
+
+void frmMain::SetPointer(Pointer pointer) {
+    if (pointer == Pointer::Hourglass) {
+        setCursor(Qt::WaitCursor);
+    } else {
+        unsetCursor();
+    }
+}
+
+void frmMain::SetComPort(const std::string& text) {
+    txtComPort_->setText(::ToQt(text));
+}
+
+void frmMain::SetServerState(const std::string& text, Colour colour) {
+    txtServerState_->setText(::ToQt(text));
+    ColourText(*txtServerState_, colour, GroundFor(colour));
+}
+
+void frmMain::SetSystemID(const std::string& text) {
+    txtSystemID_->setText(::ToQt(text));
+}
+
+void frmMain::ShowLinkFields(bool linked) {
+    if (linked == txtComPort_->isVisibleTo(this)) {
+        return;
+    }
+    for (QWidget* field :
+         std::initializer_list<QWidget*>{lblSystemID_, txtSystemID_, lblComPort_, txtComPort_}) {
+        field->setVisible(linked);
+    }
+    cmdConnect_->setText(linked ? QStringLiteral("Disc&onnect") : QStringLiteral("C&onnect"));
+}
+
+void frmMain::SetCommandStates(const CommandStates& states) {
+    if (states == statesShown_) {
+        return;
+    }
+    for (QPushButton* button : operationButtons_) {
+        button->setEnabled(states.Operations);
+    }
+    for (QAction* action : entryActions_) {
+        action->setEnabled(states.BookEntries);
+    }
+    cmdSampleContinuously_->setEnabled(states.SampleContinuously);
+    cmdSampleContinuously_->setText(QLatin1Char('&') + ::ToQt(states.SampleCaption));
+    ColourButton(*cmdSampleContinuously_, states.SampleHighlighted);
+    statesShown_ = states;
+}
+
+void frmMain::SetAddressBookName(const std::string& text) {
+    lblAddressBook_->setText(::ToQt(text));
+    lblAddressBook_->setToolTip(::ToQt(state_.SettingsRecord.AddressBookPath));
+}
+
+void frmMain::ClearClients() {
+    lvwClients_->clear();
+}
+
+void frmMain::AddClient(const std::string& name, std::uint8_t icon) {
+    lvwClients_->addItem(::ToQt(name));
+    SetClientIcon(lvwClients_->count(), icon);
+}
+
+void frmMain::SetClientIcon(int item, std::uint8_t icon) {
+    if (QListWidgetItem* shown = lvwClients_->item(item - 1)) {
+        shown->setIcon(ListIcon(icon));
+        shown->setData(Qt::AccessibleDescriptionRole, IconMeaning(icon));
+    }
+}
+
+int frmMain::ClientCount() const {
+    return lvwClients_->count();
+}
+
+int frmMain::SelectedClient() const {
+    return lvwClients_->currentRow() + 1;
+}
+
+std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
+    std::shared_ptr<frmClient> window = frmClient::Make(clients_);
+    area_->addSubWindow(window.get());
+    window->show();
+    return window;
+}
+
+void frmMain::CloseAllChildForms() {
+    // The last one opened goes first. A holder each: closing empties the slot.
+    const ClientWindows open = state_.Windows;
+    for (auto window = open.Slots.rbegin(); window != open.Slots.rend(); ++window) {
+        if (*window) {
+            (*window)->Unload();
+        }
+    }
+    for (QWidget* form : QApplication::topLevelWidgets()) {
+        if (form != this && form->isVisible() && qobject_cast<QDialog*>(form) != nullptr) {
+            form->close();
+        }
+    }
+}
+
+void frmMain::ShowClientPopup(const std::string& sampleCaption) {
+    mnuClientSampleContinuously_->setText(::ToQt(sampleCaption));
+    mnuClientPopup_->popup(QCursor::pos());
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    const WindowSize size{TwipsOfPixels(width()), TwipsOfPixels(height())};
+    const bool closes = state_.LinkRecord.ShuttingDown != False ||
+                        QueryUnload(state_, *this, size, [this] { CloseAllChildForms(); });
+    event->setAccepted(closes);
+    if (closes) {
+        QApplication::quit();
+    }
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    const bool ofList = watched == lvwClients_ || watched == lvwClients_->viewport();
+    if (ofList && TakesListEvent(*event)) {
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+bool frmMain::TakesListEvent(const QEvent& event) {
+    switch (event.type()) {
+        case QEvent::MouseButtonRelease:
+            if (static_cast<const QMouseEvent&>(event).button() == Qt::RightButton) {
+                mnuClientS_->popup(QCursor::pos());
+                return true;
+            }
+            ViewClient();
+            return false;
+        case QEvent::KeyPress: {
+            const int key = static_cast<const QKeyEvent&>(event).key();
+            if (key != Qt::Key_Return && key != Qt::Key_Enter) {
+                return false;
+            }
+            ViewClient();
+            return true;
+        }
+        case QEvent::ContextMenu:
+            if (static_cast<const QContextMenuEvent&>(event).reason() ==
+                QContextMenuEvent::Keyboard) {
+                mnuClientS_->popup(lvwClients_->mapToGlobal(QPoint(0, 0)));
+            }
+            return true;
+        default:
+            return false;
+    }
+}
+
+void frmMain::ShowConnect() {
+    frmConnect dialog(state_, *this, this);
+    dialog.exec();
+}
+
+void frmMain::ToggleConnection() {
+    switch (comm::ToggleConnection(Toggling())) {
+        case comm::Toggle::Nothing:
+            return;
+        case comm::Toggle::Postponed:
+            togglePostponed_ = true;
+            return;
+        case comm::Toggle::Connect:
+            break;
+    }
+    const std::string before = state_.SettingsRecord.AddressBookPath;
+    ShowConnect();
+    TakeBookOfConnectDialog(BookWork(), before);
+    state_.OperationsRecord.OperationBusy = False;
+}
+
+void frmMain::Supervise() {
+    comm::SuperviseTick({state_.LinkRecord, state_.SamplingRecord, state_.OperationsRecord,
+                         state_.Book, state_.Windows, *this});
+    if (togglePostponed_ && state_.SamplingRecord.StepRuns == False) {
+        togglePostponed_ = false;
+        QMetaObject::invokeMethod(
+            this, [this] { ToggleConnection(); }, Qt::QueuedConnection);
+    }
+}
+
+void frmMain::ViewClient() {
+    OpenOrActivateClient(state_.Book, state_.Windows, *this);
+}
+
+void frmMain::ListWindows() {
+    mnuWindow_->clear();
+    const QMdiSubWindow* current = area_->currentSubWindow();
+    for (QMdiSubWindow* window : area_->subWindowList()) {
+        const QString title = EscapedAmpersands(FromQt(window->windowTitle()));
+        QAction* item = mnuWindow_->addAction(title, this, [this, window] {
+            window->isMinimized() ? window->showNormal() : window->show();
+            area_->setActiveSubWindow(window);
+        });
+        item->setCheckable(true);
+        item->setChecked(window == current);
+    }
+    if (mnuWindow_->isEmpty()) {
+        mnuWindow_->addAction(QStringLiteral("No client window is open"))->setEnabled(false);
+    }
+}
+
+comm::LinkContext frmMain::Radio() {
+    return {state_.LinkRecord, state_.SettingsRecord, *this, state_.Boxes};
+}
+
+comm::SamplingContext frmMain::Machines() {
+    return {Radio(),       state_.SamplingRecord, state_.OperationsRecord,
+            state_.Book,   state_.Windows,        state_.Logger,
+            state_.Newest, state_.Exchange,       state_.Outside.Clock};
+}
+
+comm::ToggleContext frmMain::Toggling() {
+    return {Radio(), state_.SamplingRecord, state_.OperationsRecord};
+}
+
+BookContext frmMain::BookWork() {
+    return {state_.SettingsRecord, state_.Book, state_.Windows, state_.OperationsRecord,
+            state_.SamplingRecord, *this,       state_.Boxes,   state_.Outside.Dialogs,
+            state_.Outside.AppPath};
+}
+
+OperationContext frmMain::Operating() {
+    return {Radio(),      state_.SamplingRecord, state_.OperationsRecord,
+            state_.Book,  state_.Windows,        state_.Logger,
+            state_.Newest};
+}

@@ -1,0 +1,125 @@
+#ifndef ORVIA_APP_FRM_MAIN_H
+#define ORVIA_APP_FRM_MAIN_H
+
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/main_view.h"
+#include "app/shared_state.h"
+#include "client/client_context.h"
+#include "client/client_popup.h"
+#include "console/book_operations.h"
+#include "console/logger_operations.h"
+#include "link/connecting.h"
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+class QPushButton;
+class frmClient;
+
+/// The main window: parent of all client windows, with the client list, the operations and the
+/// state of the link. Its two timers are the console's main loop.
+class frmMain final : public QMainWindow, public MainView, public ClientPopup {
+ public:
+    explicit frmMain(SharedState& state);
+    ~frmMain() override;
+
+    /// Takes the console from launch to the main window with the connect dialog behind it: splash,
+    /// settings, catalogues, connection, book. Returns when that dialog is gone.
+    void Load();
+
+    // MainView
+    [[nodiscard]] bool IsVisible() const override { return isVisible(); }
+    void SetPointer(Pointer pointer) override;
+    void SetComPort(const std::string& text) override;
+    void SetServerState(const std::string& text, Colour colour) override;
+    void SetSystemID(const std::string& text) override;
+    void ShowLinkFields(bool linked) override;
+    void SetCommandStates(const CommandStates& states) override;
+    void SetAddressBookName(const std::string& text) override;
+    void ClearClients() override;
+    void AddClient(const std::string& name, std::uint8_t icon) override;
+    void SetClientIcon(int item, std::uint8_t icon) override;
+    [[nodiscard]] int ClientCount() const override;
+    [[nodiscard]] int SelectedClient() const override;
+    [[nodiscard]] std::shared_ptr<ClientWindow> NewClientWindow() override;
+    void CloseAllChildForms() override;
+
+    // ClientPopup
+    void ShowClientPopup(const std::string& sampleCaption) override;
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    using Operation = void (*)(const OperationContext&);
+
+    void BuildTopPanel();
+    void BuildLeftPanel();
+    void BuildButtonBar();
+    void BuildArea();
+    void BuildFileMenu();
+    void BuildClientMenus();
+    void BuildWindowMenu();
+    void BuildHelpMenu();
+    void BuildPopup();
+    void BuildTimers();
+    QPushButton* AddButton(const QString& name, const QString& text, Operation operation);
+    QAction* AddItem(QMenu& menu, const QString& name, const QString& text,
+                     std::function<void()> action);
+
+    void ShowConnect();
+    void ToggleConnection();
+    void Supervise();
+    void ViewClient();
+    void ListWindows();
+    void FollowActiveWindow();
+    [[nodiscard]] bool TakesListEvent(const QEvent& event);
+
+    [[nodiscard]] comm::LinkContext Radio();
+    [[nodiscard]] comm::SamplingContext Machines();
+    [[nodiscard]] comm::ToggleContext Toggling();
+    [[nodiscard]] BookContext BookWork();
+    [[nodiscard]] OperationContext Operating();
+
+    SharedState& state_;
+    ClientContext clients_;
+    std::string helpFile_;
+    bool togglePostponed_ = false;
+
+    QWidget* pctTop_ = nullptr;
+    QWidget* pctLeft_ = nullptr;
+    QWidget* Picture1_ = nullptr;
+    QLineEdit* txtServerState_ = nullptr;
+    QLabel* lblSystemID_ = nullptr;
+    QLineEdit* txtSystemID_ = nullptr;
+    QLabel* lblComPort_ = nullptr;
+    QLineEdit* txtComPort_ = nullptr;
+    QPushButton* cmdConnect_ = nullptr;
+    QLabel* lblAddressBook_ = nullptr;
+    QListWidget* lvwClients_ = nullptr;
+    QMdiArea* area_ = nullptr;
+    QPushButton* cmdSampleContinuously_ = nullptr;
+    std::vector<QPushButton*> operationButtons_;  ///< all but cmdSampleContinuously
+    std::vector<QAction*> entryActions_;
+    QMenu* mnuWindow_ = nullptr;
+    QMenu* mnuClientS_ = nullptr;
+    QMenu* mnuClientPopup_ = nullptr;
+    QAction* mnuClientSampleContinuously_ = nullptr;
+
+    CommandStates statesShown_;
+    QTimer Timer1_;
+    QTimer Timer2_;
+};
+
+#endif  // ORVIA_APP_FRM_MAIN_H

@@ -1,0 +1,209 @@
+// How the main window is put together; what it does is in frmMain.cpp.
+#include <QApplication>
+#include <QBoxLayout>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+
+#include "app/frmAbout.h"
+#include "app/frmMain.h"
+#include "client/frmClient.h"
+#include "link/sampling.h"
+#include "platform/qt/text_qt.h"
+#include "platform/qt/twips.h"
+
+namespace {
+
+/// A field that only shows: readable and selectable, but no stop of the tab key.
+QLineEdit* ShowingField(QWidget* parent, const QString& name, const QString& meaning,
+                        int characters) {
+    auto* field = new QLineEdit(parent);
+    field->setObjectName(name);
+    field->setReadOnly(true);
+    field->setFocusPolicy(Qt::ClickFocus);
+    field->setAccessibleName(meaning);
+    field->setFixedWidth(field->fontMetrics().averageCharWidth() * characters +
+                         2 * field->fontMetrics().height());
+    return field;
+}
+
+QLabel* Caption(QWidget* parent, const QString& name, const QString& text) {
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QWidget* Panel(QWidget* parent, const QString& name) {
+    auto* panel = new QWidget(parent);
+    panel->setObjectName(name);
+    return panel;
+}
+
+}  // namespace
+
+void frmMain::BuildTopPanel() {
+    pctTop_ = Panel(this, QStringLiteral("pctTop"));
+    txtServerState_ = ShowingField(pctTop_, QStringLiteral("txtServerState"),
+                                   QStringLiteral("Server Radio Status"), 24);
+    lblSystemID_ = Caption(pctTop_, QStringLiteral("lblSystemID"), QStringLiteral("System ID:"));
+    txtSystemID_ =
+        ShowingField(pctTop_, QStringLiteral("txtSystemID"), QStringLiteral("System ID"), 4);
+    lblComPort_ = Caption(pctTop_, QStringLiteral("lblComPort"), QStringLiteral("Com Port:"));
+    txtComPort_ =
+        ShowingField(pctTop_, QStringLiteral("txtComPort"), QStringLiteral("Com Port"), 7);
+    cmdConnect_ = new QPushButton(QStringLiteral("C&onnect"), pctTop_);
+    cmdConnect_->setObjectName(QStringLiteral("cmdConnect"));
+    connect(cmdConnect_, &QPushButton::clicked, this, [this] { ToggleConnection(); });
+
+    auto* row = new QHBoxLayout(pctTop_);
+    row->addWidget(
+        Caption(pctTop_, QStringLiteral("Label3"), QStringLiteral("Server Radio Status")));
+    for (QWidget* widget : std::initializer_list<QWidget*>{
+             txtServerState_, lblSystemID_, txtSystemID_, lblComPort_, txtComPort_}) {
+        row->addWidget(widget);
+    }
+    row->addStretch();
+    row->addWidget(cmdConnect_);
+}
+
+void frmMain::BuildLeftPanel() {
+    constexpr int LowestListTwips = 1300;
+    pctLeft_ = Panel(this, QStringLiteral("pctLeft"));
+    lblAddressBook_ = Caption(pctLeft_, QStringLiteral("lblAddressBook"), QString());
+    lblAddressBook_->setAccessibleDescription(QStringLiteral("Name of the address book in use"));
+    lblAddressBook_->setWordWrap(true);
+    lvwClients_ = new QListWidget(pctLeft_);
+    lvwClients_->setObjectName(QStringLiteral("lvwClients"));
+    lvwClients_->setAccessibleName(QStringLiteral("Client Radios"));
+    lvwClients_->setUniformItemSizes(true);
+    lvwClients_->setMinimumHeight(PixelsOfTwips(LowestListTwips));
+    lvwClients_->installEventFilter(this);
+    lvwClients_->viewport()->installEventFilter(this);
+    QLabel* heading = Caption(pctLeft_, QStringLiteral("Label2"), QStringLiteral("Client Radios"));
+    heading->setBuddy(lvwClients_);
+
+    auto* column = new QVBoxLayout(pctLeft_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(Caption(pctLeft_, QStringLiteral("Label1"), QStringLiteral("Address Book:")));
+    column->addWidget(lblAddressBook_);
+    column->addWidget(heading);
+    column->addWidget(lvwClients_, 1);
+}
+
+QPushButton* frmMain::AddButton(const QString& name, const QString& text, Operation operation) {
+    auto* button = new QPushButton(text, Picture1_);
+    button->setObjectName(name);
+    button->setEnabled(false);
+    connect(button, &QPushButton::clicked, this, [this, operation] { operation(Operating()); });
+    Picture1_->layout()->addWidget(button);
+    return button;
+}
+
+void frmMain::BuildButtonBar() {
+    Picture1_ = Panel(this, QStringLiteral("Picture1"));
+    auto* column = new QVBoxLayout(Picture1_);
+    column->setContentsMargins(0, 0, 0, 0);
+    operationButtons_ = {
+        AddButton(QStringLiteral("cmdGetSettings"), QStringLiteral("&Get Sample"), GetSample)};
+    cmdSampleContinuously_ = AddButton(QStringLiteral("cmdSampleContinuously"),
+                                       QStringLiteral("&Sample Continuously"), SampleContinuously);
+}
+
+void frmMain::BuildArea() {
+    area_ = new QMdiArea(this);
+    area_->setObjectName(QStringLiteral("MDIArea"));
+    area_->setActivationOrder(QMdiArea::CreationOrder);
+    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    connect(area_, &QMdiArea::subWindowActivated, this, [this] { FollowActiveWindow(); });
+
+    auto* left = new QVBoxLayout;
+    left->addWidget(pctLeft_, 1);
+    left->addWidget(Picture1_);
+    auto* body = new QHBoxLayout;
+    body->addLayout(left);
+    body->addWidget(area_, 1);
+    auto* centre = new QWidget(this);
+    auto* rows = new QVBoxLayout(centre);
+    rows->addWidget(pctTop_);
+    rows->addLayout(body, 1);
+    pctTop_->layout()->setContentsMargins(0, 0, 0, 0);
+    setCentralWidget(centre);
+    setTabOrder(lvwClients_, operationButtons_.front());
+    setTabOrder(cmdSampleContinuously_, cmdConnect_);
+}
+
+QAction* frmMain::AddItem(QMenu& menu, const QString& name, const QString& text,
+                          std::function<void()> action) {
+    QAction* item = menu.addAction(text, this, std::move(action));
+    item->setObjectName(name);
+    return item;
+}
+
+void frmMain::BuildFileMenu() {
+    QMenu& file = *menuBar()->addMenu(QStringLiteral("&File"));
+    file.setObjectName(QStringLiteral("mnuFile"));
+    AddItem(file, QStringLiteral("mnuLoadAddressbook"), QStringLiteral("Load Address Book"),
+            [this] { LoadOtherBook(BookWork()); });
+    AddItem(file, QStringLiteral("mnuNewAddressBook"), QStringLiteral("New Blank Address Book"),
+            [this] { CreateBlankBook(BookWork()); });
+    file.addSeparator();
+    AddItem(file, QStringLiteral("mnuExit"), QStringLiteral("E&xit"), [this] { close(); });
+}
+
+void frmMain::BuildClientMenus() {
+    mnuClientS_ = new QMenu(QStringLiteral("ClientsPopUp"), this);
+    mnuClientS_->setObjectName(QStringLiteral("mnuClientS"));
+    entryActions_ = {AddItem(*mnuClientS_, QStringLiteral("mnuViewClient"),
+                             QStringLiteral("View Client Logger "), [this] { ViewClient(); })};
+    entryActions_.front()->setEnabled(false);
+}
+
+void frmMain::BuildWindowMenu() {
+    mnuWindow_ = menuBar()->addMenu(QStringLiteral("&Window"));
+    mnuWindow_->setObjectName(QStringLiteral("mnuWindow"));
+    connect(mnuWindow_, &QMenu::aboutToShow, this, [this] { ListWindows(); });
+}
+
+void frmMain::BuildHelpMenu() {
+    QMenu& help = *menuBar()->addMenu(QStringLiteral(" &Help"));
+    help.setObjectName(QStringLiteral("mnuHelp"));
+    AddItem(help, QStringLiteral("mnuLaunchHelp"), QStringLiteral("&Help"), [this] {
+        if (!helpFile_.empty()) {
+            state_.Outside.Help.Open(helpFile_);
+        }
+    });
+    AddItem(help, QStringLiteral("mnuAbout"), QStringLiteral("&About"),
+            [this] { frmAbout(this).exec(); });
+}
+
+void frmMain::BuildPopup() {
+    mnuClientPopup_ = new QMenu(this);
+    mnuClientPopup_->setObjectName(QStringLiteral("mnuClientPopup"));
+    const auto row = [this](const char* name, const char* text, Operation operation) {
+        return AddItem(*mnuClientPopup_, QLatin1String(name), QLatin1String(text),
+                       [this, operation] { operation(Operating()); });
+    };
+    row("mnuClientGetSettings", "Get Sample", GetSample);
+    mnuClientSampleContinuously_ =
+        row("mnuClientSampleContinuously", "Sample Continuously", SampleContinuously);
+    row("mnuClientFirmwareVersion", "Firmware Version", ShowFirmwareVersion);
+}
+
+void frmMain::BuildTimers() {
+    for (QTimer* timer : {&Timer1_, &Timer2_}) {
+        timer->setTimerType(Qt::PreciseTimer);
+        timer->setInterval(state_.Outside.TickMilliseconds);
+    }
+    Timer1_.setObjectName(QStringLiteral("Timer1"));
+    Timer2_.setObjectName(QStringLiteral("Timer2"));
+    connect(&Timer1_, &QTimer::timeout, this, [this] { Supervise(); });
+    connect(&Timer2_, &QTimer::timeout, this, [this] { comm::SampleTick(Machines()); });
+}

@@ -1,0 +1,19 @@
+#include <QApplication>
+#include <QEvent>
+
+#include "app/frmMain.h"
+#include "app/shared_state.h"
+#include "platform/qt/qt_host.h"
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Orvia"));
+    QtHost host;
+    SharedState state(host.Services());
+    frmMain window(state);
+    window.Load();
+    const int result = state.LinkRecord.ShuttingDown == False ? QApplication::exec() : 0;
+    // Windows closed at the end are let go here; the event loop that would do it has ended.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return result;
+}

@@ -1,0 +1,85 @@
+#include "link/frmConnect.h"
+
+#include <QBoxLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include "platform/qt/text_qt.h"
+
+frmConnect::frmConnect(SharedState& state, MainView& view, QWidget* parent)
+    : QDialog(parent), state_(state), view_(view) {
+    setObjectName(QStringLiteral("frmConnect"));
+    setWindowTitle(QStringLiteral("Connect to Server Radio"));
+    auto* row = new QHBoxLayout(this);
+    row->setSizeConstraint(QLayout::SetFixedSize);
+    BuildLabels();
+    BuildButtons();
+    ShowLabels(comm::BreaksAtLoad);
+}
+
+void frmConnect::BuildLabels() {
+    constexpr int Characters = 34;
+    auto* frame = new QGroupBox(this);
+    frame->setObjectName(QStringLiteral("Frame1"));
+    frame->setAccessibleName(QStringLiteral("Connection settings"));
+    frame->setMinimumWidth(frame->fontMetrics().averageCharWidth() * Characters);
+    auto* column = new QVBoxLayout(frame);
+    const auto label = [frame, column](const char* name, const char* meaning) {
+        auto* shown = new QLabel(frame);
+        shown->setObjectName(QLatin1String(name));
+        shown->setTextFormat(Qt::PlainText);
+        shown->setAccessibleDescription(QLatin1String(meaning));
+        column->addWidget(shown);
+        return shown;
+    };
+    lblPort_ = label("lblPort", "Serial port of the server radio");
+    lblBaudRate_ = label("lblBaudRate", "Baud rate of the server radio");
+    lblAutoDisconnect_ = label("lblAutoDisconnect", "Whether an idle connection is closed");
+    lblAddressBook_ = label("lblAddressBook", "Address book in use");
+    layout()->addWidget(frame);
+}
+
+void frmConnect::BuildButtons() {
+    auto* column = new QVBoxLayout;
+    const auto button = [this, column](const char* name, const char* text) {
+        auto* made = new QPushButton(QLatin1String(text), this);
+        made->setObjectName(QLatin1String(name));
+        column->addWidget(made);
+        return made;
+    };
+    cmdConnect_ = button("cmdConnect", "C&onnect");
+    cmdConnect_->setDefault(true);
+    cmdCancel_ = button("cmdCancel", "Cancel");
+    column->addStretch();
+    static_cast<QBoxLayout*>(layout())->addLayout(column);
+    connect(cmdConnect_, &QPushButton::clicked, this, [this] { Connect(); });
+    connect(cmdCancel_, &QPushButton::clicked, this, [this] { reject(); });
+    cmdConnect_->setFocus();
+}
+
+void frmConnect::ShowLabels(int breaks) {
+    const comm::ConnectLabels labels = comm::LabelsOf(state_.SettingsRecord, breaks);
+    lblPort_->setText(ToQt(labels.Port));
+    lblBaudRate_->setText(ToQt(labels.BaudRate));
+    lblAutoDisconnect_->setText(ToQt(labels.AutoDisconnect));
+    lblAddressBook_->setText(ToQt(labels.AddressBook));
+}
+
+void frmConnect::reject() {
+    if (comm::CancelConnect(state_.LinkRecord, dialog_, state_.Boxes)) {
+        QDialog::reject();
+    }
+}
+
+void frmConnect::Connect() {
+    if (dialog_.Connecting != False) {
+        return;
+    }
+    comm::Connect({state_.LinkRecord, state_.SettingsRecord, view_, state_.Boxes}, dialog_,
+                  [this](Pointer pointer) {
+                      view_.SetPointer(pointer);
+                      pointer == Pointer::Hourglass ? setCursor(Qt::WaitCursor) : unsetCursor();
+                  });
+    accept();
+}

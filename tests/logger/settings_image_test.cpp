@@ -1,0 +1,453 @@
+#include "logger/settings_image.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "common/fault.h"
+#include "logger/float24.h"
+#include "logger/image_bytes.h"
+#include "logger/settings_transfer.h"
+#include "support/virtual_console.h"
+
+namespace {
+
+using testing_support::BasicSite;
+using testing_support::VirtualConsole;
+
+struct Float24Case {
+    double Value;
+    int Mantissa;
+    int Scale;
+};
+
+class Float24 : public ::testing::TestWithParam<Float24Case> {};
+
+TEST_P(Float24, KeepsSixDigitsAtTheLargestScaleThatHoldsThem) {
+    const Float24Case& c = GetParam();
+    EXPECT_EQ(config::EncodeFloat24(c.Value), c.Mantissa + (c.Scale << 20));
+    EXPECT_EQ(config::EncodeFloat24(-c.Value), c.Mantissa + (c.Scale << 20) + 0x800000);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, Float24,
+    ::testing::Values(Float24Case{0.014, 140000, 7}, Float24Case{1234567, 999999, 0},
+                      Float24Case{100000, 100000, 0}, Float24Case{99999.95, 100000, 0},
+                      Float24Case{99999.94, 999999, 1}, Float24Case{1, 100000, 5},
+                      Float24Case{24, 240000, 4}, Float24Case{0.0000001, 1, 7},
+                      Float24Case{655.35, 655350, 3}));
+
+TEST(Float24Decode, DividesOneStepAtATime) {
+    EXPECT_EQ(config::DecodeFloat24(140000 + (7 << 20)), 0.013999999999999999);
+    EXPECT_EQ(config::DecodeFloat24(0), 0);
+    EXPECT_EQ(config::DecodeFloat24(5 + 0x800000), -5);
+    EXPECT_FALSE(std::signbit(config::DecodeFloat24(0x800000))) << "a zero has no sign";
+}
+
+TEST(Float24Decode, WhatALoggerHoldsEncodesToTheSameValue) {
+    std::mt19937 random(9);
+    for (int i = 0; i < 100000; ++i) {
+        const auto bits =
+            static_cast<std::int32_t>(random() % 1'000'000 + (random() % 16 << 20));
+        const double value = config::DecodeFloat24(bits);
+        const double again = config::DecodeFloat24(config::EncodeFloat24(value));
+        EXPECT_NEAR(again, value, std::fabs(value) * 1e-5 + 5e-8) << bits;
+    }
+}
+
+TEST(Float24Encode, WhatIsNoNumberIsAFault) {
+    EXPECT_THROW(static_cast<void>(config::EncodeFloat24(std::nan(""))), Fault);
+    EXPECT_EQ(config::EncodeFloat24(std::numeric_limits<double>::infinity()), 999999);
+}
+
+TEST(ImageBytes, NumbersAreLittleEndian) {
+    Bytes image(4);
+    config::PutU16(0x1234, image, 1);
+    EXPECT_EQ(image, (Bytes{0, 0x34, 0x12, 0}));
+    EXPECT_EQ(config::GetU16(image, 1), 0x1234);
+}
+
+TEST(ImageBytes, AValueWiderThanItsFieldIsAFault) {
+    Bytes image(4);
+    EXPECT_THROW(config::PutByte(256, image, 0), Fault);
+    EXPECT_THROW(config::PutByte(-1, image, 0), Fault);
+    EXPECT_THROW(config::PutU16(65536, image, 0), Fault);
+    EXPECT_THROW(config::PutU16(1, image, 3), Fault);
+    EXPECT_THROW(static_cast<void>(config::GetByte(image, 4)), Fault);
+}
+
+TEST(ImageBytes, TextIsPaddedWithBlanksOrCut) {
+    Bytes image(6, 0xEE);
+    config::PutString("ab", image, 1, 4);
+    EXPECT_EQ(image, (Bytes{0xEE, 'a', 'b', ' ', ' ', 0xEE}));
+    config::PutString("abcdef", image, 1, 4);
+    EXPECT_EQ(image, (Bytes{0xEE, 'a', 'b', 'c', 'd', 0xEE}));
+}
+
+TEST(ImageBytes, BytesThatAreNoCharactersReadAsBlanks) {
+    const Bytes image{'A', 0x07, 'B', 0x80, ' ', 0xFF};
+    EXPECT_EQ(config::GetString(image, 0, 6), "A B");
+    EXPECT_EQ(config::GetString(Bytes(4, ' '), 0, 4), "");
+    EXPECT_EQ(config::GetString(Bytes(4, 0), 0, 4), "");
+}
+
+/// A record with a value of its own in every field.
+LoggerState Filled() {
+    LoggerState state;
+    state.NumAnalogChannels = 3;
+    state.NumDigitalChannels = 2;
+    state.SODAvailable = True;
+    SetDefaultSettings(state);
+    state.LoggerName = "Pump 3";
+    state.SampleInterval = "5 minutes";
+    state.FixedBaudRate = 3;
+    state.SensorWarmupTime = 12;
+    state.AlarmSec = {5, 6};
+    state.AlarmMin = {15, 16};
+    state.AlarmHour = {23, 0};
+    state.AlarmEnable = {1, 0};
+    state.LoggingStyle = 130;
+    state.Deadband = 300;
+    state.EnableSOD = 1;
+    state.AnalogEnable = {1, 0, 1, 0, 0, 0, 0, 0};
+    state.RawScaleLower[1] = 513;
+    state.LowerLimit[0] = -2.5;
+    state.FlowMode = 2;
+    state.FlumeTag = "P6";
+    state.WeirTag = "V90";
+    state.LevelOffset = -1.5;
+    state.LevelOffsetType = 3;
+    state.FlowUnits = 4;
+    state.VelUnits = 1;
+    state.TablePath = "demo.tbl";
+    return state;
+}
+
+Bytes Encoded(const LoggerState& state) {
+    Bytes image;
+    EXPECT_TRUE(config::EncodeSettingsImage(state, image));
+    return image;
+}
+
+TEST(SettingsImage, PutsEachFieldAtItsOffset) {
+    const Bytes image = Encoded(Filled());
+    ASSERT_EQ(image.size(), 458U);
+    EXPECT_EQ(config::GetString(image, 0, 32), "Pump 3");
+    EXPECT_EQ(Bytes(image.begin() + 32, image.begin() + 48),
+              (Bytes{5, 0, 1, 3, 2, 0x05, 0x03, 3 * 2 + 1, 0xE0, 0x2E, 1, 0, 1, 130, 0x2C, 0x01}));
+    EXPECT_EQ(config::GetString(image, 48 + 2 * 9, 9), "Volts");
+    EXPECT_EQ(Bytes(image.begin() + 138, image.begin() + 146),
+              (Bytes{0x05, 0x15, 0x23, 0x80, 0x06, 0x16, 0x00, 0x80}));
+    EXPECT_EQ(image[146], 2);
+    EXPECT_EQ(config::GetU16(image, 156 + 2), 513);
+    EXPECT_EQ(config::GetU16(image, 172 + 4), 62384);
+    EXPECT_EQ(config::GetFloat24(image, 188), 1);
+    EXPECT_EQ(config::GetFloat24(image, 194), -2.5);
+    EXPECT_EQ(config::GetFloat24(image, 218 + 6), 24);
+    EXPECT_EQ(config::GetFloat24(image, 266), 100);
+    EXPECT_EQ(image[290], 2);
+    EXPECT_EQ(Bytes(image.begin() + 291, image.begin() + 294), (Bytes{0xE0, 0x22, 0x72}));
+    EXPECT_EQ(config::GetString(image, 302, 8), "P6");
+    EXPECT_EQ(config::GetString(image, 310, 8), "V90");
+    EXPECT_EQ(config::GetFloat24(image, 318), -1.5);
+    EXPECT_EQ(image[321], 3);
+    EXPECT_EQ(image[322], 4);
+    EXPECT_EQ(image[326], 1);
+    EXPECT_EQ(config::GetString(image, 330, 128), "demo.tbl");
+}
+
+TEST(SettingsImage, DecodesToAStateThatEncodesToTheSameImage) {
+    const Bytes image = Encoded(Filled());
+    LoggerState decoded;
+    decoded.NumAnalogChannels = 3;
+    decoded.NumDigitalChannels = 2;
+    decoded.SODAvailable = True;
+    ASSERT_TRUE(config::DecodeSettingsImage(image, decoded));
+    EXPECT_EQ(Encoded(decoded), image);
+    EXPECT_EQ(decoded.SampleInterval, "5 minutes");
+    EXPECT_EQ(decoded.AlarmHour[0], 23);
+}
+
+TEST(SettingsImage, AnyBytesDecodeWithoutHarm) {
+    std::mt19937 random(4);
+    for (int i = 0; i < 2000; ++i) {
+        Bytes image(458);
+        for (std::uint8_t& byte : image) {
+            byte = static_cast<std::uint8_t>(random());
+        }
+        LoggerState state;
+        state.NumAnalogChannels = 8;
+        ASSERT_TRUE(config::DecodeSettingsImage(image, state));
+        EXPECT_LE(state.SensorWarmupTime, 60);
+        EXPECT_LE(state.FlowMode, 4);
+        EXPECT_LE(state.FlowUnits, 4);
+    }
+}
+
+TEST(SettingsImage, AnImageOfAnotherSizeIsNotDecoded) {
+    LoggerState state;
+    EXPECT_FALSE(config::DecodeSettingsImage(Bytes(457), state));
+}
+
+struct Repair {
+    const char* Name;
+    int Offset;
+    Bytes Value;
+    void (*Expect)(const LoggerState& state);
+};
+
+class SettingsImageRepairs : public ::testing::TestWithParam<Repair> {};
+
+TEST_P(SettingsImageRepairs, WhatALoggerHoldsOutOfRange) {
+    Bytes image = Encoded(Filled());
+    std::copy(GetParam().Value.begin(), GetParam().Value.end(), image.begin() + GetParam().Offset);
+    LoggerState state;
+    state.NumAnalogChannels = 3;
+    state.NumDigitalChannels = 1;
+    ASSERT_TRUE(config::DecodeSettingsImage(image, state));
+    GetParam().Expect(state);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Fields, SettingsImageRepairs,
+    ::testing::Values(
+        Repair{"WarmupOf65535MillisecondsIs60Seconds",
+               40,
+               {0xFF, 0xFF},
+               [](const LoggerState& s) { EXPECT_EQ(s.SensorWarmupTime, 60); }},
+        Repair{"FlowUnitsOf5AreZero",
+               322,
+               {5},
+               [](const LoggerState& s) { EXPECT_EQ(s.FlowUnits, 0); }},
+        Repair{
+            "VelUnitsOf5AreZero", 326, {5}, [](const LoggerState& s) { EXPECT_EQ(s.VelUnits, 0); }},
+        Repair{
+            "FlowModeOf5IsZero", 290, {5}, [](const LoggerState& s) { EXPECT_EQ(s.FlowMode, 0); }},
+        Repair{"TypesAreMasked",
+               297,
+               {0xFF},
+               [](const LoggerState& s) { EXPECT_EQ(s.ManningsSType, 1); }},
+        Repair{"AControlByteInTheNameIsABlank",
+               1,
+               {0x0A},
+               [](const LoggerState& s) { EXPECT_EQ(s.LoggerName, "P mp 3"); }},
+        Repair{"ChannelsBeyondTheCountsAreDisabled",
+               37,
+               {0xFF, 0xFF},
+               [](const LoggerState& s) {
+                   EXPECT_EQ(s.AnalogEnable, (std::array<std::uint8_t, 8>{1, 1, 1}));
+                   EXPECT_EQ(s.DigitalEnable, (std::array<std::uint8_t, 2>{1, 0}));
+               }},
+        Repair{"SampleOnDemandNeedsTheAbility",
+               44,
+               {1},
+               [](const LoggerState& s) { EXPECT_EQ(s.EnableSOD, 0); }},
+        Repair{"AnyFurtherIntervalUnitIsDays",
+               34,
+               {9},
+               [](const LoggerState& s) { EXPECT_EQ(s.SampleInterval, "5 days"); }},
+        Repair{"OneIsSingular",
+               32,
+               {1, 0, 2},
+               [](const LoggerState& s) { EXPECT_EQ(s.SampleInterval, "1 hour"); }},
+        Repair{"ZeroIsSingularToo",
+               32,
+               {0, 0, 0},
+               [](const LoggerState& s) { EXPECT_EQ(s.SampleInterval, "0 second"); }},
+        Repair{"TagsLoseBlanksOnTheLeft",
+               302,
+               {' ', ' ', 'A'},
+               [](const LoggerState& s) { EXPECT_EQ(s.FlumeTag, "A"); }}),
+    [](const auto& repair) { return repair.param.Name; });
+
+TEST(SettingsImage, AFreshLoggersUpperBlockOfFFYieldsTheFlowDefaults) {
+    Bytes image = Encoded(Filled());
+    std::fill(image.begin() + 290, image.end(), std::uint8_t{0xFF});
+    LoggerState state = Filled();
+    state.FlowTable.Append({1, 2});
+    ASSERT_TRUE(config::DecodeSettingsImage(image, state));
+    EXPECT_EQ(state.FlowMode, 0);
+    EXPECT_EQ(state.ManningsN, 0.014) << "the default itself, not what a logger would store";
+    EXPECT_EQ(state.ManningsSType, 1);
+    EXPECT_EQ(state.LevelOffsetType, 1);
+    EXPECT_EQ(state.FlumeTag, "");
+    EXPECT_EQ(state.TablePath, "");
+    EXPECT_EQ(state.FlowTop, 100);
+    EXPECT_EQ(state.FlowTable.UpperBound(), 0);
+}
+
+TEST(SettingsImage, AValueThatOverflowsItsFieldFailsTheEncode) {
+    Bytes image;
+    LoggerState state = Filled();
+    state.Deadband = 65536;
+    EXPECT_FALSE(config::EncodeSettingsImage(state, image));
+    EXPECT_TRUE(image.empty());
+    state = Filled();
+    state.AlarmHour[1] = -1;
+    EXPECT_FALSE(config::EncodeSettingsImage(state, image));
+    state = Filled();
+    state.SampleInterval = "70000 days";
+    EXPECT_FALSE(config::EncodeSettingsImage(state, image));
+    state = Filled();
+    state.FixedBaudRate = 200;
+    EXPECT_FALSE(config::EncodeSettingsImage(state, image)) << "200 x 2 + 1 is no byte";
+    state = Filled();
+    state.SampleInterval = "1e999 days";
+    EXPECT_FALSE(config::EncodeSettingsImage(state, image));
+}
+
+TEST(SettingsImage, TheIntervalsUnitIsLookedForExactlyInCase) {
+    LoggerState state = Filled();
+    state.SampleInterval = "15 Min";
+    EXPECT_EQ(Encoded(state)[34], 0) << "seconds, where no unit is found";
+    state.SampleInterval = "2 days";
+    EXPECT_EQ(Encoded(state)[34], 3);
+}
+
+/// The transfer over the link.
+class SettingsTransfer : public ::testing::Test {
+ protected:
+    SettingsTransfer() {
+        console_.Connect();
+        EXPECT_TRUE(comm::SelectClient(console_.Radio(), console_.State.Book.Entries[entry_]));
+        network_.ClearRecord();
+    }
+
+    bool Read(LoggerState& state) {
+        return config::GetLoggerSettings(console_.State.Exchange, console_.Outside.Clock, state);
+    }
+    bool Write(const LoggerState& state) {
+        return config::WriteLoggerSettings(console_.State.Exchange, state);
+    }
+
+    VirtualConsole console_;
+    int entry_ = console_.AddSite(BasicSite(1, 3, 2));
+    simulator::Network& network_ = console_.Outside.Network;
+    simulator::Logger& logger_ = *network_.Loggers().front();
+};
+
+TEST_F(SettingsTransfer, ReadsIdentityThreeBlocksStatusClock) {
+    LoggerState state;
+    ASSERT_TRUE(Read(state));
+    EXPECT_EQ(network_.RequestsTo(logger_), (std::vector<simulator::Bytes>{{0x0F},
+                                                                           {0x08, 8, 0, 0, 242},
+                                                                           {0x08, 0, 1, 0, 48},
+                                                                           {0x08, 0, 2, 0, 168},
+                                                                           {0x0C},
+                                                                           {0x00}}));
+    EXPECT_EQ(state.LoggerName, "Site 1");
+    EXPECT_EQ(state.NumAnalogChannels, 3);
+    EXPECT_EQ(state.SampleInterval, "15 minutes");
+    EXPECT_EQ(state.UpperLimit[0], 100);
+    EXPECT_EQ(state.LoggingState, "Logging");
+    EXPECT_NE(state.LoggerTime, "");
+}
+
+TEST_F(SettingsTransfer, SurvivesTwoLostVersionReplies) {
+    network_.Faults().LoseReply(2);
+    LoggerState state;
+    EXPECT_TRUE(Read(state));
+}
+
+TEST_F(SettingsTransfer, AThirdLostVersionReplyEndsIt) {
+    network_.Faults().LoseReply(3);
+    LoggerState state;
+    EXPECT_FALSE(Read(state));
+    EXPECT_EQ(network_.RequestsTo(logger_).size(), 3U);
+}
+
+TEST_F(SettingsTransfer, AFailedBlockLeavesTheSettingsUndecoded) {
+    network_.Faults().Pass(3).LoseAnswer(6);
+    LoggerState state;
+    EXPECT_FALSE(Read(state));
+    EXPECT_EQ(state.LoggerName, "");
+    EXPECT_EQ(state.NumAnalogChannels, 3) << "the identity came";
+}
+
+TEST_F(SettingsTransfer, WritesFourPiecesThenReadsThemBack) {
+    LoggerState state;
+    ASSERT_TRUE(Read(state));
+    network_.ClearRecord();
+    state.LoggerName = "New name";
+    state.FlowMode = 1;
+    ASSERT_TRUE(Write(state));
+    const auto requests = network_.RequestsTo(logger_);
+    ASSERT_EQ(requests.size(), 7U);
+    const auto head = [&](std::size_t i) {
+        return simulator::Bytes(requests[i].begin(), requests[i].begin() + 7);
+    };
+    EXPECT_EQ(head(0), (simulator::Bytes{0x07, 0xA7, 0x7A, 8, 0, 135, 0}));
+    EXPECT_EQ(head(1), (simulator::Bytes{0x07, 0xA7, 0x7A, 136, 0, 249, 0}));
+    EXPECT_EQ(head(2), (simulator::Bytes{0x07, 0xA7, 0x7A, 0, 1, 47, 1}));
+    EXPECT_EQ(head(3), (simulator::Bytes{0x07, 0xA7, 0x7A, 0, 2, 167, 2}));
+    EXPECT_EQ(requests[4][0], 0x08);
+    LoggerState back;
+    ASSERT_TRUE(Read(back));
+    EXPECT_EQ(back.LoggerName, "New name");
+    EXPECT_EQ(back.FlowMode, 1);
+}
+
+TEST_F(SettingsTransfer, MemoryThatDoesNotTakeAValueFailsTheComparison) {
+    LoggerState state;
+    ASSERT_TRUE(Read(state));
+    logger_.IgnoreWritesAt(8 + 45);
+    state.LoggingStyle = 2;
+    EXPECT_FALSE(Write(state));
+}
+
+TEST_F(SettingsTransfer, AValueThatDoesNotFitWritesNothing) {
+    LoggerState state;
+    ASSERT_TRUE(Read(state));
+    network_.ClearRecord();
+    state.Deadband = -1;
+    EXPECT_FALSE(Write(state));
+    EXPECT_TRUE(network_.RequestsTo(logger_).empty());
+}
+
+TEST(LoggerStateSwap, CopiesAllButSamplesTableBothWays) {
+    LoggerState window = Filled();
+    window.NumDataPoints = 2;
+    window.DataPoints[0].Raw.fill(9);
+    window.FlowTable.Append({1, 2});
+    window.FlowDeviceName = "Flume";
+    LoggerState global;
+    CopyStateToGlobal(global, window);
+    EXPECT_EQ(global.LoggerName, "Pump 3");
+    EXPECT_EQ(global.FlowDeviceName, "Flume");
+    EXPECT_EQ(global.NumDataPoints, 0);
+    EXPECT_EQ(global.DataPoints[0].Raw[0], 0);
+    EXPECT_EQ(global.FlowTable.UpperBound(), 0);
+    global.LoggerName = "Other";
+    CopyStateFromGlobal(global, window);
+    EXPECT_EQ(window.LoggerName, "Other");
+    EXPECT_EQ(window.NumDataPoints, 2);
+    EXPECT_EQ(window.FlowTable.UpperBound(), 1);
+}
+
+TEST(DefaultSettings, TheLastOfTwoChannelsIsTheVoltsChannel) {
+    LoggerState state;
+    state.NumAnalogChannels = 2;
+    state.FixedBaudRate = 4;
+    SetDefaultSettings(state);
+    EXPECT_EQ(state.EngUnits[0], "%");
+    EXPECT_EQ(state.EngUnits[1], "Volts");
+    EXPECT_EQ(state.RawScaleUpper[1], 62384);
+    EXPECT_EQ(state.DisplayTop[1], 24);
+    EXPECT_EQ(state.EngUnits[2], "%") << "slots above still hold rows";
+    EXPECT_EQ(state.EngUnits[8], "Pulses");
+    EXPECT_EQ(state.LoggerName, "Tessel");
+    EXPECT_EQ(state.SampleInterval, "1 day");
+    EXPECT_EQ(state.FixedBaudRate, 4) << "the defaults do not touch it";
+    EXPECT_EQ(state.NumAnalogChannels, 2);
+}
+
+TEST(DefaultSettings, ALoggerWithOneChannelHasNoVolts) {
+    LoggerState state;
+    state.NumAnalogChannels = 1;
+    SetDefaultSettings(state);
+    EXPECT_EQ(state.EngUnits[0], "%");
+}
+
+}  // namespace
