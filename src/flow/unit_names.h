@@ -2,6 +2,7 @@
 #define ORVIA_FLOW_UNIT_NAMES_H
 
 #include <string>
+#include <string_view>
 
 namespace config {
 
@@ -10,6 +11,18 @@ namespace config {
 
 /// Name of a unit of flow, 0 to 4; empty for any other code.
 [[nodiscard]] std::string FlowUnitName(int code);
+
+/// Whether a level in this unit may be shown as flow: "inches", "feet", "meters" or "cm", in any
+/// case, with or without blanks around it. The calculation itself asks less: see LevelUnitCode.
+[[nodiscard]] bool IsFlowUnit(std::string_view unit);
+
+/// Code of a unit of length from the first letter of its name, in any case and behind blanks:
+/// "i" 1, "m" 2, "c" 3, anything else and nothing 0 (feet).
+[[nodiscard]] int LevelUnitCode(std::string_view unit);
+
+/// A length in feet; the codes are those of LengthUnitName. A length that no double holds in feet
+/// comes out infinite.
+[[nodiscard]] double LengthToFeet(double length, int code);
 
 }  // namespace config
 
