@@ -2,6 +2,8 @@
 #define ORVIA_FLOW_CATALOGUES_H
 
 #include <cstdint>
+#include <functional>
+#include <istream>
 #include <string>
 #include <string_view>
 
@@ -28,18 +30,33 @@ struct Catalogues {
     FlowDeviceList WeirList;
 };
 
+/// Largest catalogue that is read, in bytes; a larger file counts as missing. A catalogue of
+/// every device ever standardised is a thousandth of it.
+inline constexpr std::uintmax_t LargestCatalogue = std::uintmax_t{4} * 1024 * 1024;
+
 namespace config {
 
 /// Reads a catalogue file into `list`, lines that do not fit passed over; a missing file leaves
-/// it empty. `appPath` is what relative table files stand against.
+/// it empty, and so does one that is no regular file or larger than LargestCatalogue. A number
+/// that no double holds ends the reading with the entries so far. `appPath` is what relative
+/// table files stand against. docs/flow-devices.md describes the format.
 void ReadFlowDeviceList(std::string_view path, std::string_view appPath, FlowDeviceList& list);
 
-/// Fills the working fields of `state` from the entry with that tag; True if it was resolved.
+/// Whether the table file of that path, as written in a catalogue, can be read.
+using TableProof = std::function<bool(std::string_view path)>;
+
+/// The same for an open text, of which `limit` bytes are read at most.
+void ReadFlowDeviceList(std::istream& input, std::uintmax_t limit, const TableProof& proof,
+                        FlowDeviceList& list);
+
+/// Fills the working fields of `state` from the entry with that tag, compared exactly; True if it
+/// was resolved. The last equation entry of a tag holds, but its first table entry ends the
+/// search; an unknown tag leaves the name.
 [[nodiscard]] bool FindFlowDevice(std::string_view tag, const FlowDeviceList& list,
                                   std::string_view appPath, LoggerState& state);
 
 /// Turns the flow fields of `state` into their working form; tells the operator of a device or
-/// table that is missing.
+/// table that is missing. Modes 0 and 1 only lose their table.
 void LoadFlowDefinition(LoggerState& state, const Catalogues& catalogues, std::string_view appPath,
                         MessageBoxes& boxes);
 
