@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <limits>
+#include <random>
+
+#include "flow/flow_calculation.h"
+#include "flow/flow_support.h"
+
+namespace {
+
+TEST(PickDecPlaces, Rows) {
+    EXPECT_EQ(PickDecPlaces(3.9, 0.0005), 4);
+    EXPECT_EQ(PickDecPlaces(3.9, 0.001), 3);
+    EXPECT_EQ(PickDecPlaces(4.0, 0.0005), 3);
+    EXPECT_EQ(PickDecPlaces(4096.0, 0), 0);
+}
+
+TEST(PickDecPlaces, EachRowBeginsAtItsLimit) {
+    EXPECT_EQ(PickDecPlaces(4095.9, 0), 1);
+    EXPECT_EQ(PickDecPlaces(0, 1.0), 0);
+    EXPECT_EQ(PickDecPlaces(409.0, 0), 1);
+    EXPECT_EQ(PickDecPlaces(408.9, 0), 2);
+    EXPECT_EQ(PickDecPlaces(0, 0.1), 1);
+    EXPECT_EQ(PickDecPlaces(40.0, 0), 2);
+    EXPECT_EQ(PickDecPlaces(39.9, 0), 3);
+    EXPECT_EQ(PickDecPlaces(0, 0.01), 2);
+    EXPECT_EQ(PickDecPlaces(0, 0.00999), 3);
+    EXPECT_EQ(PickDecPlaces(0, 0), 4);
+}
+
+class Precision : public ::testing::Test {
+ protected:
+    Precision() {
+        state_.EngUnits[0] = "feet";
+        state_.RawScaleUpper[0] = 65535;
+        state_.UpperLimit[0] = 10;
+        state_.FlowDecPlaces = 9;
+        state_.VelDecPlaces = 8;
+        global_.FlowDecPlaces = 7;
+        global_.VelDecPlaces = 6;
+    }
+    void UseEquation(double b, double c) {
+        state_.FlowMode = 2;
+        state_.FlowEqExponent = b;
+        state_.FlowEqMultiplier = c;
+    }
+    void ExpectState(int flow, int velocity) {
+        CalculateFlowVelPrecision(state_, global_);
+        EXPECT_EQ(state_.FlowDecPlaces, flow);
+        EXPECT_EQ(state_.VelDecPlaces, velocity);
+        EXPECT_EQ(global_.FlowDecPlaces, 7);
+        EXPECT_EQ(global_.VelDecPlaces, 6);
+    }
+    void ExpectGlobalTwo() {
+        CalculateFlowVelPrecision(state_, global_);
+        EXPECT_EQ(state_.FlowDecPlaces, 9);
+        EXPECT_EQ(state_.VelDecPlaces, 8);
+        EXPECT_EQ(global_.FlowDecPlaces, 2);
+        EXPECT_EQ(global_.VelDecPlaces, 2);
+    }
+
+    LoggerState state_;
+    LoggerState global_;
+};
+
+TEST_F(Precision, EqualRawLimitsLeaveTheWindowsFiguresAndSetTheGlobalOnes) {
+    state_.RawScaleLower[0] = 65535;
+    ExpectGlobalTwo();
+}
+
+TEST_F(Precision, ASpanBelowTheSmallestDoesTheSame) {
+    state_.UpperLimit[0] = 0.00009;
+    ExpectGlobalTwo();
+    state_.UpperLimit[0] = -0.00009;
+    ExpectGlobalTwo();
+}
+
+TEST_F(Precision, TheSmallestSpanItselfIsSwept) {
+    state_.UpperLimit[0] = 0.0001;
+    ExpectState(4, 4);
+}
+
+TEST_F(Precision, AnOverflowInTheSweepDoesTheSame) {
+    state_.UpperLimit[0] = std::numeric_limits<double>::max();
+    state_.LowerLimit[0] = -std::numeric_limits<double>::max();
+    ExpectGlobalTwo();
+    state_.LowerLimit[0] = 0;
+    state_.RawScaleUpper[0] = 1;
+    ExpectGlobalTwo();
+}
+
+TEST_F(Precision, ModeNoneDeservesFourPlaces) {
+    ExpectState(4, 4);
+}
+
+// Levels run to 10 x 64528 / 65535 = 9.846; a pair stands 16 / 65535 of 10 apart, 0.00244.
+TEST_F(Precision, TheLargestFlowDecides) {
+    UseEquation(1, 500);  // up to 4923, steps of 1.22
+    ExpectState(0, 4);
+    UseEquation(1, 100);  // up to 985, steps of 0.244
+    ExpectState(1, 4);
+    UseEquation(1, 10);  // up to 98.5, steps of 0.0244
+    ExpectState(2, 4);
+    UseEquation(1, 1);  // up to 9.85, steps of 0.00244
+    ExpectState(3, 4);
+    UseEquation(1, 0.1);  // up to 0.985, steps of 0.000244
+    ExpectState(4, 4);
+}
+
+TEST_F(Precision, TheLargestStepDecidesWhenItIsCoarse) {
+    // The pair at half range, 5.0001 and 5.0025, climbs by 0.65; a tenth of that asks for 2.
+    state_.FlowMode = 4;
+    state_.FlowTable = TableOf({{5, 0.1}, {5.003, 0.9}, {20, 0.9}});
+    ExpectState(2, 4);
+}
+
+TEST_F(Precision, OnlyTheUpperOfAPairCountsForTheLargest) {
+    state_.LowerLimit[0] = 1;
+    state_.UpperLimit[0] = 11;
+    state_.FlowMode = 4;
+    // 5000 at raw 0, which is never the upper of a pair, and no flow above 0 anywhere else.
+    state_.FlowTable = TableOf({{1, 5000}, {1.001, -1}, {20, -1}});
+    ExpectState(4, 4);
+}
+
+TEST_F(Precision, StepsCountForFlowAboveZeroAndForVelocityFromZero) {
+    state_.FlowMode = 1;
+    state_.ManningsD = 1;
+    state_.ManningsN = 0.014;
+    state_.ManningsS = 1;
+    state_.ManningsSType = 1;
+    // The velocity's first step, from a dry pipe to 0.147 feet per second, asks for 2 places. The
+    // flow reaches 3.6 cfs; its steps stay near 0.01, and a tenth of that asks for 3.
+    ExpectState(3, 2);
+}
+
+TEST_F(Precision, InvertedScalesAreSweptAlike) {
+    UseEquation(1, 100);
+    std::swap(state_.RawScaleLower[0], state_.RawScaleUpper[0]);
+    ExpectState(1, 4);
+}
+
+TEST_F(Precision, ExtremeRawLimitsDoNotWrap) {
+    state_.RawScaleLower[0] = std::numeric_limits<std::int32_t>::min();
+    state_.RawScaleUpper[0] = std::numeric_limits<std::int32_t>::max();
+    UseEquation(1, 1);
+    // Half of the span at raw 0: levels about 5, steps of 3.7E-8.
+    ExpectState(3, 4);
+}
+
+TEST_F(Precision, AnyLimitsGivePlacesFromZeroToFour) {
+    std::mt19937_64 random(5);
+    state_.FlowMode = 1;
+    state_.ManningsD = 1;
+    state_.ManningsS = 1;
+    for (int run = 0; run < 2000; ++run) {
+        state_.LowerLimit[0] = std::bit_cast<double>(random());
+        state_.UpperLimit[0] = std::bit_cast<double>(random());
+        state_.RawScaleLower[0] = static_cast<std::int32_t>(random());
+        state_.RawScaleUpper[0] = static_cast<std::int32_t>(random());
+        state_.FlowDecPlaces = 4;
+        state_.VelDecPlaces = 4;
+        CalculateFlowVelPrecision(state_, global_);
+        for (const int places : {state_.FlowDecPlaces, state_.VelDecPlaces}) {
+            ASSERT_TRUE(places >= 0 && places <= 4) << run;
+        }
+    }
+}
+
+}  // namespace
