@@ -48,11 +48,6 @@ double Logger::AnalogAt(std::size_t channel, SiteSeconds time) const {
     return (settings.LowerLimit + settings.UpperLimit) / 2;
 }
 
-double Logger::PulseAmountAt(std::size_t channel, SiteSeconds time) const {
-    const bool wired = channel < setup_.PulseSignals.size() && setup_.PulseSignals[channel];
-    return wired ? setup_.PulseSignals[channel]->ValueAt(time) : 0;
-}
-
 /// The sensor's own scale: what the logger is programmed with later does not change it.
 std::uint16_t Logger::RawAt(std::size_t channel, SiteSeconds time) const {
     const AnalogSettings& scale = setup_.Settings.Analog[channel];
@@ -62,18 +57,27 @@ std::uint16_t Logger::RawAt(std::size_t channel, SiteSeconds time) const {
     return static_cast<std::uint16_t>(std::clamp(std::round(raw), 0.0, 65535.0));
 }
 
-std::uint16_t Logger::PulsesAt(std::size_t channel, SiteSeconds time) const {
-    const double unit = setup_.Settings.Pulse[channel].UnitsPerPulse;
-    const auto pulses = [&](SiteSeconds at) {
-        return unit > 0 ? std::floor(PulseAmountAt(channel, at) / unit) : 0;
-    };
+/// What has run through since the counter last went back to 0.
+double Logger::PulseAmountAt(std::size_t channel, SiteSeconds time) const {
+    const bool wired = channel < setup_.PulseSignals.size() && setup_.PulseSignals[channel];
+    if (!wired) {
+        return 0;
+    }
     SiteSeconds reset = pulseResets_.front();
     for (const SiteSeconds moment : pulseResets_) {
         reset = moment <= time ? moment : reset;
     }
+    const Signal& signal = *setup_.PulseSignals[channel];
+    return std::max(signal.ValueAt(time) - signal.ValueAt(reset), 0.0);
+}
+
+std::uint16_t Logger::PulsesAt(std::size_t channel, SiteSeconds time) const {
+    const double unit = setup_.Settings.Pulse[channel].UnitsPerPulse;
+    // A sum of small steps may stand a hair below the whole pulse that it makes.
+    constexpr double hair = 1e-6;
+    const double pulses = unit > 0 ? std::floor(PulseAmountAt(channel, time) / unit + hair) : 0;
     // The counter has 16 bits and goes over from 65535 to 0.
-    return static_cast<std::uint16_t>(
-        std::fmod(std::max(pulses(time) - pulses(reset), 0.0), 65536));
+    return static_cast<std::uint16_t>(std::fmod(pulses, 65536));
 }
 
 double Logger::TrueValue(std::size_t analogChannel, Microseconds now) const {

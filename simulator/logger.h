@@ -69,7 +69,7 @@ class Logger {
     [[nodiscard]] std::optional<Answer> Carry(std::span<const std::uint8_t> request,
                                               Microseconds now);
 
-    // What the sensors truly say.
+    // What the sensors truly say; a pulse channel's amount is that since its count was 0.
     [[nodiscard]] double TrueValue(std::size_t analogChannel, Microseconds now) const;
     [[nodiscard]] double TruePulseAmount(std::size_t pulseChannel, Microseconds now) const;
     [[nodiscard]] std::uint16_t RawCount(std::size_t analogChannel, Microseconds now) const;
