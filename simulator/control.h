@@ -1,0 +1,24 @@
+#ifndef ORVIA_SIMULATOR_CONTROL_H
+#define ORVIA_SIMULATOR_CONTROL_H
+
+#include <string>
+#include <string_view>
+
+#include "simulator/network.h"
+
+namespace simulator {
+
+/// What a control command brought about.
+struct ControlResult {
+    enum class Next { GoOn, HangUp, Quit };
+
+    std::string Text;  ///< "ok", "error: ...", or the lines that were asked for
+    Next Then = Next::GoOn;
+};
+
+/// Carries out one line of control at `now`; docs/simulator.md lists the commands.
+[[nodiscard]] ControlResult Control(Network& network, std::string_view line, Microseconds now);
+
+}  // namespace simulator
+
+#endif  // ORVIA_SIMULATOR_CONTROL_H
