@@ -18,7 +18,7 @@ double Luminance(Colour colour) {
 }  // namespace
 
 double ContrastRatio(Colour a, Colour b) {
-    const auto [darker, lighter] = std::minmax(Luminance(a), Luminance(b));
+    const auto [darker, lighter] = std::minmax({Luminance(a), Luminance(b)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 

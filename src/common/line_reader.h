@@ -2,22 +2,52 @@
 #define ORVIA_COMMON_LINE_READER_H
 
 #include <cstddef>
+#include <cstdint>
+#include <fstream>
 #include <istream>
 #include <string>
+#include <string_view>
+#include <vector>
 
-/// Reads the lines of a text file, whatever bytes it holds: CR LF, LF or CR end a line. Memory
-/// stays bounded: of a line longer than the longest allowed only its beginning is kept.
+/// Longest line that is looked at, in bytes. Nothing meant comes near it; a longer line is
+/// passed over, so that a file without line ends takes no more memory than this.
+inline constexpr std::size_t LongestLine = std::size_t{64} * 1024;
+
+/// Hands out the lines of a text one by one; CR LF, LF and CR each end a line. Reads in chunks and
+/// keeps one line at a time. Bytes are taken as they are, whatever the encoding.
 class LineReader {
  public:
-    static constexpr std::size_t LongestLine = 65536;
+    /// Reads `input` up to its end, or as far as `limit` bytes if it goes on behind them.
+    explicit LineReader(std::istream& input, std::uintmax_t limit = UINTMAX_MAX);
 
-    explicit LineReader(std::istream& file) : file_(*file.rdbuf()) {}
+    /// The next line, without its end; it stands until the next call. False behind the last one.
+    [[nodiscard]] bool Next(std::string_view& line);
 
-    /// Takes the next line, without its end; False when there is none.
-    [[nodiscard]] bool Next(std::string& line);
+    /// Whether no read has failed so far.
+    [[nodiscard]] bool Intact() const { return !input_.bad(); }
 
  private:
-    std::streambuf& file_;
+    [[nodiscard]] bool Fill();
+    [[nodiscard]] bool TakeLine();
+    void Keep(std::string_view piece);
+
+    std::istream& input_;
+    std::uintmax_t left_;      // bytes that may still be read
+    std::vector<char> chunk_;  // the bytes read last
+    std::string_view rest_;    // the part of the chunk not yet handed out
+    std::string line_;
+    bool tooLong_ = false;
+    bool afterReturn_ = false;  // a line feed that comes next belongs to the carriage return
 };
+
+/// A text file opened for reading, and how far to read it.
+struct TextFile {
+    std::ifstream Stream;
+    std::uintmax_t Size = 0;  ///< bytes it had when it was opened
+};
+
+/// Opens a file as it stands in `path`. False unless it is a regular file, not larger than
+/// `largest` bytes, that can be opened: a pipe or a device could make a reader wait for ever.
+[[nodiscard]] bool OpenTextFile(std::string_view path, std::uintmax_t largest, TextFile& file);
 
 #endif  // ORVIA_COMMON_LINE_READER_H

@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
 constexpr std::size_t DigitsOfMac = 12;
+/// Bytes of the largest file that is taken for a book.
+constexpr std::uintmax_t LargestBook = 64U << 20U;
 
 /// Walks a line of the book. Positions count from 1, and the walk stops short of the last
 /// character, as the format's own rules do.
@@ -82,7 +84,7 @@ std::string BookLine(const ClientRadio& entry) {
 
 void ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries) {
     LineReader lines(file);
-    std::string line;
+    std::string_view line;
     while (entries.UpperBound() < MostEntries && lines.Next(line)) {
         if (std::optional<ClientRadio> entry = ParseBookLine(line)) {
             entries.Append(std::move(*entry));
@@ -92,12 +94,9 @@ void ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries) {
 
 void ReadBookFile(std::string_view path, NumberedArray<ClientRadio>& entries) {
     entries.Reset();
-    if (!FileExists(path)) {
-        return;
-    }
-    std::ifstream file(NativePath(path), std::ios::binary);
-    if (file) {
-        ReadBook(file, entries);
+    TextFile file;
+    if (OpenTextFile(path, LargestBook, file)) {
+        ReadBook(file.Stream, entries);
     }
 }
 

@@ -6,7 +6,7 @@
 #include "common/number_text.h"
 #include "common/text.h"
 #include "flow/flow_table.h"
-#include "flow/line_reader.h"
+#include "common/line_reader.h"
 
 namespace {
 

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
-#include "common/line_reader.h"
 #include "common/numbered_array.h"
 #include "common/path_text.h"
 #include "support/virtual_host.h"
@@ -35,30 +32,6 @@ TEST(SplitAtBlanks, LeavesEmptyPiecesOut) {
 TEST(TwoDigits, KeepsLongerNumbers) {
     EXPECT_EQ(TwoDigits(7), "07");
     EXPECT_EQ(TwoDigits(123), "123");
-}
-
-std::vector<std::string> LinesOf(const std::string& contents) {
-    std::istringstream file(contents);
-    LineReader reader(file);
-    std::vector<std::string> lines;
-    for (std::string line; reader.Next(line);) {
-        lines.push_back(line);
-    }
-    return lines;
-}
-
-TEST(LineReader, TakesEveryLineEnd) {
-    EXPECT_EQ(LinesOf("a\r\nb\nc\rd"), (std::vector<std::string>{"a", "b", "c", "d"}));
-    EXPECT_EQ(LinesOf("\r\n\n"), (std::vector<std::string>{"", ""}));
-    EXPECT_TRUE(LinesOf("").empty());
-}
-
-TEST(LineReader, KeepsTheBeginningOfAnEndlessLine) {
-    const std::vector<std::string> lines =
-        LinesOf(std::string(3 * LineReader::LongestLine, 'x') + "\nnext");
-    ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[0].size(), LineReader::LongestLine);
-    EXPECT_EQ(lines[1], "next");
 }
 
 TEST(Paths, CountASlashAsABackslash) {

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "common/path_text.h"
+#include "common/text.h"
 #include "console/book_name.h"
 #include "console/hex_text.h"
 #include "support/virtual_host.h"
@@ -93,6 +94,10 @@ TEST(BookLine, ABadChannelReadsAsZeroOrItsFirstDigit) {
     EXPECT_EQ(Rewritten("\"A\", 1G, 00A0961F2E3D"), "\"A\", 01, 00A0961F2E3D");
 }
 
+TEST(BookLine, AChannelOfOneDigitTakesTheCommaBehindIt) {
+    EXPECT_EQ(Rewritten("\"B\",1,000000000001"), "\"B\", 01, 000000000001");
+}
+
 TEST(BookLine, AQuoteInsideANameStopsItThere) {
     const auto entry = ParseBookLine("\"My \"big\" radio\", 10, 00A0961F2E3D");
     ASSERT_TRUE(entry) << "what follows parses to rubbish, but is long enough";
@@ -130,8 +135,7 @@ TEST(Book, AnEmptyFileOrOneOfBlankLinesIsAnEmptyBook) {
 }
 
 TEST(Book, OtherLinesArePassedOver) {
-    const auto entries =
-        Read("; comment\n" + std::string(Plain) + "\nA, 10\n\"B\",1,000000000001\n");
+    const auto entries = Read("; comment\n" + std::string(Plain) + "\nA, 10\n\"B\"\n");
     EXPECT_EQ(entries.UpperBound(), 1);
 }
 

@@ -143,8 +143,11 @@ TEST_P(InterruptedOperation, EndsWithNothingBusy) {
         VirtualConsole console;
         const auto window = console.OpenWindow(console.AddSite(BasicSite(1)));
         console.Connect();
-        console.Outside.Time.In(tenth * 100 * Millisecond,
-                                [&] { GetParam().Happen(console, *window); });
+        console.Outside.Time.In(tenth * 100 * Millisecond, [&] {
+            if (console.State.OperationsRecord.OperationBusy != False) {
+                GetParam().Happen(console, *window);
+            }
+        });
         GetSample(console.Operation());
         EXPECT_EQ(console.State.OperationsRecord.OperationBusy, False) << tenth;
         EXPECT_EQ(console.State.LinkRecord.CommBusy, False) << tenth;

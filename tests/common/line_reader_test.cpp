@@ -1,4 +1,4 @@
-#include "flow/line_reader.h"
+#include "common/line_reader.h"
 
 #include <gtest/gtest.h>
 
