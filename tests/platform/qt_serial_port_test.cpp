@@ -1,7 +1,8 @@
 #include "platform/qt/qt_serial_port.h"
 
-#include <QTimer>
+#include <cerrno>
 #include <chrono>
+#include <ctime>
 
 #include "common/fault.h"
 #include "support/qt/serial_bench.h"
@@ -260,7 +261,7 @@ TEST_F(SerialPortTest, PurgeBetweenNoticeAndReadLeavesThePortListening) {
     Open();
     for (int i = 0; i < 40; ++i) {
         bool purged = false;
-        QTimer::singleShot(0, [&] {
+        const Posted purge([&] {
             port.ClearInBuffer();
             purged = true;
         });
@@ -270,6 +271,25 @@ TEST_F(SerialPortTest, PurgeBetweenNoticeAndReadLeavesThePortListening) {
         port.ClearInBuffer();
         Arrive({static_cast<std::uint8_t>(i)});
         ASSERT_EQ(port.Input(0), Bytes{static_cast<std::uint8_t>(i)});
+    }
+}
+
+// An empty read is reported by whatever error the system last met; by some of them QSerialPort
+// would stop listening.
+TEST_F(SerialPortTest, PurgeAfterAnyEarlierErrorLeavesThePortListening) {
+    Open();
+    for (const int earlier : {EAGAIN, EIO, EACCES, ENODEV, ENOENT, EBADF}) {
+        bool purged = false;
+        const Posted purge([&] {
+            port.ClearInBuffer();
+            purged = true;
+            errno = earlier;
+        });
+        ASSERT_EQ(far.Send({1, 2, 3}), 3U);
+        ASSERT_TRUE(RunEventsUntil([&] { return purged; }));
+        port.ClearInBuffer();
+        Arrive({7});
+        ASSERT_EQ(port.Input(0), Bytes{7}) << earlier;
     }
 }
 

@@ -14,7 +14,7 @@ using SerialHangUpTest = SerialBench;
 
 void RunEventsFor(int milliseconds) {
     bool over = false;
-    QTimer::singleShot(milliseconds, [&] { over = true; });
+    const Later later(milliseconds, [&] { over = true; });
     EXPECT_TRUE(RunEventsUntil([&] { return over; }));
 }
 
@@ -28,7 +28,7 @@ TEST_F(SerialHangUpTest, AnIdlePortClosesItself) {
 TEST_F(SerialHangUpTest, APortInAWaitClosesItself) {
     Open();
     QtEventPump pump;
-    QTimer::singleShot(0, [this] { far.HangUp(); });
+    const Posted hangUp([this] { far.HangUp(); });
     for (int i = 0; i < 10 && port.PortOpen(); ++i) {
         pump.WaitForMoreEvents();
     }
@@ -119,7 +119,7 @@ TEST_F(SerialHangUpTest, APortThatGoesAwayWhileItsErrorIsPendingIsSafe) {
     auto brief = std::make_unique<QtSerialPort>(folder.path());
     brief->SetPortOpen(true);
     far.HangUp();
-    QTimer::singleShot(0, [&] { brief.reset(); });
+    const Posted end([&] { brief.reset(); });
     EXPECT_TRUE(RunEventsUntil([&] { return brief == nullptr; }));
     QCoreApplication::processEvents();
 }

@@ -1,6 +1,5 @@
 #include "platform/qt/qt_serial_port.h"
 
-#include <QMetaObject>
 #include <algorithm>
 #include <utility>
 
@@ -35,6 +34,8 @@ QtSerialPort::QtSerialPort(QString portsFolder) : portsFolder_(std::move(portsFo
     QObject::connect(&port_, &QSerialPort::bytesWritten, &port_, [this] { errorsInARow_ = 0; });
     QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                      [this](QSerialPort::SerialPortError error) { OnError(error); });
+    QObject::connect(&settle_, &QTimer::timeout, &port_, [this] { SettleError(); });
+    settle_.setSingleShot(true);
 }
 
 QtSerialPort::~QtSerialPort() {
@@ -98,7 +99,7 @@ void QtSerialPort::Close() {
     }
     received_.clear();
     failed_ = false;
-    ++session_;
+    settle_.stop();
 }
 
 void QtSerialPort::SetDTREnable(bool enable) {
@@ -158,34 +159,18 @@ void QtSerialPort::OnError(QSerialPort::SerialPortError error) {
     }
     ++errorsInARow_;
     if (errorsInARow_ > MaxErrorsInARow || HasHungUp(port_)) {
-        CloseLater();
-    } else {
-        KeepListening();
+        failed_ = true;
+        received_.clear();
     }
-}
-
-// After some errors QSerialPort no longer listens for bytes; setting its buffer makes it listen.
-void QtSerialPort::KeepListening() {
-    QMetaObject::invokeMethod(
-        &port_,
-        [this] {
-            if (PortOpen()) {
-                port_.setReadBufferSize(0);
-            }
-        },
-        Qt::QueuedConnection);
+    settle_.start();
 }
 
 // Closing inside the port's own signal would pull its innards from under it.
-void QtSerialPort::CloseLater() {
-    failed_ = true;
-    received_.clear();
-    QMetaObject::invokeMethod(
-        &port_,
-        [this, session = session_] {
-            if (session == session_) {
-                Close();
-            }
-        },
-        Qt::QueuedConnection);
+void QtSerialPort::SettleError() {
+    if (failed_) {
+        Close();
+    } else if (PortOpen()) {
+        // After some errors QSerialPort no longer listens; setting its buffer makes it listen.
+        port_.setReadBufferSize(0);
+    }
 }

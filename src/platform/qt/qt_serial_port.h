@@ -3,6 +3,7 @@
 
 #include <QSerialPort>
 #include <QString>
+#include <QTimer>
 #include <deque>
 
 #include "platform/host.h"
@@ -38,8 +39,7 @@ class QtSerialPort final : public SerialPort {
     void Close();
     void TakeReceived();
     void OnError(QSerialPort::SerialPortError error);
-    void KeepListening();
-    void CloseLater();
+    void SettleError();
 
     QString portsFolder_;
     int number_ = 1;
@@ -47,8 +47,8 @@ class QtSerialPort final : public SerialPort {
     LineSettings line_;
     std::deque<std::uint8_t> received_;
     int errorsInARow_ = 0;  // since a byte last went through
-    int session_ = 0;       // counts closings, so that a late call knows its own
     bool failed_ = false;   // closed for the program, the device not yet let go
+    QTimer settle_;         // runs once, when the port's own signal has returned
     QSerialPort port_;      // last, so that it goes first
 };
 
