@@ -29,8 +29,8 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
 /// The buttons of a box, the one that Enter presses and the one that closing presses.
 struct ButtonSet {
     QMessageBox::StandardButtons All;
-    QMessageBox::StandardButton Default;
-    QMessageBox::StandardButton Closing;
+    QMessageBox::StandardButton Default = QMessageBox::Ok;
+    QMessageBox::StandardButton Closing = QMessageBox::Ok;
 };
 
 ButtonSet ButtonsOf(BoxButtons buttons) {

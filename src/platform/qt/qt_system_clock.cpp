@@ -1,7 +1,6 @@
 #include "platform/qt/qt_system_clock.h"
 
 #include <QDateTime>
-#include <utility>
 
 #include "platform/qt/text_qt.h"
 
@@ -16,7 +15,7 @@ QString DateFormat(const QLocale& locale) {
 
 }  // namespace
 
-QtSystemClock::QtSystemClock(QLocale locale) : locale_(std::move(locale)) {}
+QtSystemClock::QtSystemClock(const QLocale& locale) : locale_(locale) {}
 
 LocalTime QtSystemClock::Now() const {
     const QDateTime now = QDateTime::currentDateTime();

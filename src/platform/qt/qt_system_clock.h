@@ -10,7 +10,7 @@
 /// date is month/day/year and a time has 24 hours: 11/15/2026, 23:11:05.
 class QtSystemClock final : public SystemClock {
  public:
-    explicit QtSystemClock(QLocale locale = QLocale::system());
+    explicit QtSystemClock(const QLocale& locale = QLocale::system());
 
     [[nodiscard]] LocalTime Now() const override;
     /// `Day` from 0 (the day before the 1st) and any `Month` roll on to a real date.
