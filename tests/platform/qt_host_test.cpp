@@ -1,0 +1,50 @@
+#include "platform/qt/qt_host.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QUrl>
+
+#include "platform/qt/text_qt.h"
+
+namespace {
+
+TEST(HostTest, FoldersHaveNoSeparatorAtTheirEnd) {
+    EXPECT_EQ(FolderWithoutSeparator(QStringLiteral("/")), "");
+    EXPECT_EQ(FolderWithoutSeparator(QString()), "");
+#ifndef _WIN32
+    EXPECT_EQ(FolderWithoutSeparator(QStringLiteral("/opt/orvia/")), "/opt/orvia");
+    EXPECT_EQ(FolderWithoutSeparator(QStringLiteral("/opt/orvia")), "/opt/orvia");
+#endif
+}
+
+TEST(HostTest, GivesEveryService) {
+    QtHost owner;
+    Host& host = owner.Services();
+    EXPECT_EQ(host.AppPath, FolderWithoutSeparator(QCoreApplication::applicationDirPath()));
+    EXPECT_EQ(host.TickMilliseconds, 100);
+    EXPECT_FALSE(host.MSComm1.PortOpen());
+    host.Events.RunPendingEvents();
+    EXPECT_GE(host.Clock.Now().Year, 2024);
+    EXPECT_EQ(host.Store.Read("No such section", "No such key"), std::nullopt);
+}
+
+TEST(HostTest, HelpOpensAsALocalFile) {
+    const QTemporaryDir folder;
+    QFile help(QDir(folder.path()).filePath(QStringLiteral("Orvia help & more.chm")));
+    ASSERT_TRUE(help.open(QIODevice::WriteOnly));
+    help.write("Contents");
+    help.close();
+    QTextBrowser viewer;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &viewer, "setSource");
+    QtHelpViewer().Open(FromQt(help.fileName()));
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    EXPECT_EQ(viewer.source().toLocalFile(), help.fileName());
+}
+
+}  // namespace
