@@ -98,11 +98,11 @@ constexpr ControlRow Rows[] = {
     {"fraColumn", Of<&P::fraColumn>, Indexed, Column, BarModes, Popup, "fraMeter", "Column # bar"},
     {"lblValue", Of<&P::lblValue>, Indexed, Figure, BarModes, Popup, "fraMeter",
      "Column # reading"},
-    {"lblUnits", Of<&P::lblUnits>, Indexed, Text, BarModes, Popup, "fraMeter", "Column # units"},
-    {"lblMax", Of<&P::lblMax>, Indexed, Text, BarModes, Popup, "fraMeter", "Column # top of scale"},
-    {"lblMin", Of<&P::lblMin>, Indexed, Text, BarModes, Popup, "fraMeter",
+    {"lblUnits", Of<&P::lblUnits>, Indexed, Note, BarModes, Popup, "fraMeter", "Column # units"},
+    {"lblMax", Of<&P::lblMax>, Indexed, Note, BarModes, Popup, "fraMeter", "Column # top of scale"},
+    {"lblMin", Of<&P::lblMin>, Indexed, Note, BarModes, Popup, "fraMeter",
      "Column # foot of scale"},
-    {"lblHistory", Of<&P::lblHistory>, Indexed, Text, BarModes, Popup, "fraMeter",
+    {"lblHistory", Of<&P::lblHistory>, Indexed, Note, BarModes, Popup, "fraMeter",
      "Column # older readings"},
     {"lblPulse3", Of<&P::lblPulse3>, Indexed, Heading, BarModes, Popup, "", ""},
     {"lblPulse2", Of<&P::lblPulse2>, Indexed, Figure, BarModes, Popup, "",
@@ -142,7 +142,7 @@ void CaptionReadings(ClientPanel& panel) {
 }
 
 void CaptionFlow(ClientPanel& panel) {
-    panel.fraFlowMode.Text = "Flow";
+    panel.fraFlowMode.Text = "Flow Parameters";
     panel.lblFlowMode2.Text = "Flow Mode:";
     panel.lblPipeDiameter.Text = "Pipe Diameter:";
     panel.lblSlope.Text = "Slope:";

@@ -25,6 +25,7 @@ struct PanelControl {
     std::string Text;
     bool Visible = false;
     bool Enabled = true;
+    bool Wraps = false;  ///< a text too wide for one line goes on in the next
     TextAlign Align = TextAlign::Left;
     TwipsBox Place;  ///< in its container: the window, or the frame around it
     bool operator==(const PanelControl&) const = default;
@@ -64,9 +65,15 @@ enum class ControlKind : std::uint8_t {
     Column,   ///< box around a bar
     Heading,  ///< label that never changes
     Text,     ///< label that is filled at run time
+    Note,     ///< the same beside a bar: small
     Figure,   ///< the same for a reading: large
     Button    ///< picture button
 };
+
+/// Whether a control is a label whose text changes.
+[[nodiscard]] constexpr bool IsFilledAtRunTime(ControlKind kind) {
+    return kind == ControlKind::Text || kind == ControlKind::Note || kind == ControlKind::Figure;
+}
 
 /// How the members of a control array are named.
 enum class ControlNaming : std::uint8_t {

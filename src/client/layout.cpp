@@ -22,7 +22,7 @@ constexpr std::int32_t WidePitch = 1200;
 constexpr std::int32_t PairPitch = 2360;
 constexpr std::int32_t FlowPairPitch = 780;
 constexpr TwipsBox FirstMeter{30, 1200, ColumnPitch, 4320};
-constexpr TwipsBox FirstColumn{245, 1125, 700, 2185};
+constexpr TwipsBox FirstColumn{245, 1140, 700, 2110};
 
 constexpr TwipsBox Shifted(TwipsBox box, std::int32_t right, std::int32_t down) {
     box.Left += right;
@@ -71,11 +71,11 @@ void PlaceColumns(ClientPanel& panel) {
         panel.fraMeter[i].Place =
             Shifted(FirstMeter, static_cast<std::int32_t>(i) * ColumnPitch, 0);
         panel.fraColumn[i].Place = FirstColumn;
-        panel.lblValue[i].Place = {45, 255, 1090, 375};
-        panel.lblUnits[i].Place = {45, 630, 1090, 240};
-        panel.lblMax[i].Place = {45, 885, 1090, 225};
-        panel.lblMin[i].Place = {45, 3325, 1090, 225};
-        panel.lblHistory[i].Place = {45, 3555, 1090, 735};
+        panel.lblValue[i].Place = {45, 240, 1090, 360};
+        panel.lblUnits[i].Place = {45, 600, 1090, 240};
+        panel.lblMax[i].Place = {45, 900, 1090, 225};
+        panel.lblMin[i].Place = {45, 3265, 1090, 225};
+        panel.lblHistory[i].Place = {45, 3600, 1090, 690};
         for (PanelControl* label : {&panel.lblValue[i], &panel.lblUnits[i], &panel.lblMax[i],
                                     &panel.lblMin[i], &panel.lblHistory[i]}) {
             label->Align = TextAlign::Centre;
@@ -117,20 +117,22 @@ void ArrangeRows(ClientPanel& panel) {
         panel.lblData[i].Place = {75, top, 1275, RowPitch};
         panel.lblData2[i].Place = {1365, top, 1830, RowPitch};
         panel.lblData[i].Align = panel.lblData2[i].Align = TextAlign::Left;
+        panel.lblData2[i].Wraps = false;
     }
 }
 
 void ArrangeWide(ClientPanel& panel) {
-    PlaceButtons(panel, {90, 45, 510, 345}, 555);
-    panel.lblLoggerName2.Place = {3000, 45, 4200, 345};
-    panel.lblLoggerTime2.Place = {7350, 45, 2600, 345};
-    panel.lblRecords2.Place = {10050, 45, 2325, 345};
+    PlaceButtons(panel, {90, 45, 510, 330}, 555);
+    panel.lblLoggerName2.Place = {3000, 45, 4200, 330};
+    panel.lblLoggerTime2.Place = {7350, 45, 2600, 330};
+    panel.lblRecords2.Place = {10050, 45, 2325, 330};
     panel.lblRecords2.Align = TextAlign::Right;
     for (std::size_t i = 0; i < AllChannels; ++i) {
         const auto left = 270 + static_cast<std::int32_t>(i) * WidePitch;
-        panel.lblData[i].Place = {left, 435, 1170, 270};
-        panel.lblData2[i].Place = {left, 705, 1170, 435};
+        panel.lblData[i].Place = {left + 15, 390, 1140, 225};
+        panel.lblData2[i].Place = {left, 615, 1170, 525};
         panel.lblData[i].Align = panel.lblData2[i].Align = TextAlign::Centre;
+        panel.lblData2[i].Wraps = true;
     }
 }
 

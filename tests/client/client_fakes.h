@@ -1,21 +1,19 @@
 #ifndef ORVIA_TESTS_CLIENT_CLIENT_FAKES_H
 #define ORVIA_TESTS_CLIENT_CLIENT_FAKES_H
 
-#include <algorithm>
 #include <functional>
-#include <map>
-#include <memory>
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "app/shared_state.h"
 #include "client/client_context.h"
-#include "client/client_surface.h"
 #include "logger/settings_image.h"
+#include "support/fake_client_window.h"
+#include "support/fake_main_view.h"
+#include "support/virtual_host.h"
 
-// What a client window meets in its tests: a logger that answers frames, and the few pieces of the
-// host and of the main window that it uses. Each records what it was asked.
+// What a client window meets in its tests: a logger that answers frames without a link between,
+// the menu of the main window, and a pump whose turns are counted.
 
 namespace client_test {
 
@@ -95,20 +93,6 @@ class LoggerOnTheLink final : public FrameExchange {
     Bytes request_;
 };
 
-class RecordedBoxes final : public MessageBoxes {
- public:
-    std::vector<MessageBox> Shown;
-    std::function<void()> WhileShown;
-
-    BoxAnswer Show(const MessageBox& box) override {
-        Shown.push_back(box);
-        if (WhileShown) {
-            WhileShown();
-        }
-        return BoxAnswer::Ok;
-    }
-};
-
 class CountingPump : public EventPump {
  public:
     int Turns = 0;
@@ -123,79 +107,6 @@ class CountingPump : public EventPump {
     void WaitForMoreEvents() override { RunPendingEvents(); }
 };
 
-class FixedClock final : public SystemClock {
- public:
-    [[nodiscard]] LocalTime Now() const override { return {2023, 9, 30, 12, 5, 9}; }
-    [[nodiscard]] std::string DateText(const LocalTime& time) const override {
-        return std::to_string(time.Month) + "/" + std::to_string(time.Day) + "/" +
-               std::to_string(time.Year);
-    }
-    [[nodiscard]] std::string TimeText(const LocalTime& /*time*/) const override {
-        return "12:05:09";
-    }
-};
-
-class NoPort final : public SerialPort {
- public:
-    [[nodiscard]] int CommPort() const override { return 1; }
-    void SetCommPort(int /*number*/) override {}
-    [[nodiscard]] std::string Settings() const override { return {}; }
-    void SetSettings(const std::string& /*settings*/) override {}
-    [[nodiscard]] bool PortOpen() const override { return false; }
-    void SetPortOpen(bool /*open*/) override {}
-    void SetDTREnable(bool /*enable*/) override {}
-    [[nodiscard]] int InBufferCount() const override { return 0; }
-    void ClearInBuffer() override {}
-    [[nodiscard]] Bytes Input(int /*InputLen*/) override { return {}; }
-    void Output(std::span<const std::uint8_t> /*bytes*/) override {}
-    void LookForHangUp() override {}
-};
-
-class NoDialogs final : public FileDialogs {
- public:
-    std::optional<std::string> PickExisting(const FileQuery& /*query*/) override { return {}; }
-    std::optional<std::string> PickForSaving(const FileQuery& /*query*/,
-                                             bool /*promptOverwrite*/) override {
-        return {};
-    }
-};
-
-class NoStore final : public SettingsStore {
- public:
-    [[nodiscard]] std::optional<std::string> Read(const std::string& /*section*/,
-                                                  const std::string& /*key*/) const override {
-        return {};
-    }
-    void Write(const std::string& /*section*/, const std::string& /*key*/,
-               const std::string& /*value*/) override {}
-};
-
-class NoHelp final : public HelpViewer {
- public:
-    void Open(const std::string& /*path*/) override {}
-};
-
-/// The main window: keeps the pictures of the client list.
-class ListView final : public MainView {
- public:
-    std::map<int, int> Icons;
-
-    [[nodiscard]] bool IsVisible() const override { return true; }
-    void SetPointer(Pointer /*pointer*/) override {}
-    void SetComPort(const std::string& /*text*/) override {}
-    void SetServerState(const std::string& /*text*/, Colour /*colour*/) override {}
-    void SetSystemID(const std::string& /*text*/) override {}
-    void ShowLinkFields(bool /*linked*/) override {}
-    void SetCommandStates(const CommandStates& /*states*/) override {}
-    void SetAddressBookName(const std::string& /*text*/) override {}
-    void ClearClients() override {}
-    void AddClient(const std::string& /*name*/, std::uint8_t /*icon*/) override {}
-    void SetClientIcon(int item, std::uint8_t icon) override { Icons[item] = icon; }
-    [[nodiscard]] int ClientCount() const override { return 0; }
-    [[nodiscard]] int SelectedClient() const override { return 0; }
-    [[nodiscard]] std::shared_ptr<ClientWindow> NewClientWindow() override { return nullptr; }
-};
-
 class RecordedPopup final : public ClientPopup {
  public:
     std::vector<std::string> Captions;
@@ -204,62 +115,27 @@ class RecordedPopup final : public ClientPopup {
     }
 };
 
-/// Another client window, of which only the activation matters.
-class OtherWindow final : public ClientWindow {
- public:
-    Flag Active = False;
-
-    [[nodiscard]] Flag IsActive() const override { return Active; }
-    [[nodiscard]] std::int16_t ClientIndex() const override { return 0; }
-    void SetClientIndex(std::int16_t /*number*/) override {}
-    [[nodiscard]] Flag SettingsValid() const override { return False; }
-    [[nodiscard]] std::string Caption() const override { return {}; }
-    void SetCaption(const std::string& /*caption*/) override {}
-    [[nodiscard]] std::string LoggerTimeCaption() const override { return {}; }
-    [[nodiscard]] bool IsMinimized() const override { return false; }
-    void RestoreWindow() override {}
-    void GiveFocus() override {}
-    void ShowIcon(std::uint8_t /*icon*/) override {}
-    void Unload() override {}
-    void ResetDisplay() override {}
-    bool GetStatus() override { return false; }
-    [[nodiscard]] std::int32_t NumSamples() const override { return 0; }
-    void ClientSetGlobalState() override {}
-    void ClientGetGlobalState() override {}
-    void ClientSetNumChannels() override {}
-    bool GetTime() override { return false; }
-    bool ResetPulseAccs() override { return false; }
-    bool GetSettings() override { return false; }
-    void SetDP() override {}
-    [[nodiscard]] double CalculateFlow(double /*level*/, double& /*velocity*/) const override {
-        return 0;
-    }
-    void CalculateFlowVelPrecision() override {}
-    void UpdateFlowModeDisplay() override {}
-};
-
 /// The rest of the console, as one client window sees it.
 template <typename Pump = CountingPump>
 struct Console {
-    NoPort Port;
+    testing_support::VirtualHost Outside;
     Pump Events;
-    RecordedBoxes Boxes;
-    NoDialogs Dialogs;
-    NoStore Store;
-    FixedClock Clock;
-    NoHelp Help;
-    Host Outside{Port, Events, Boxes, Dialogs, Store, Clock, Help, "/nowhere"};
-    ClientWindows Windows;
-    AddressBook Book;
-    LoggerState Global;
-    DataPoint Newest;
-    Catalogues Devices;
-    Sampling Cycles;
+    SharedState State{HostWith(Outside, Events)};
     LoggerOnTheLink Logger;
-    ListView View;
+    testing_support::FakeMainView View;
     RecordedPopup Popup;
-    ClientContext Context{Windows, Book,   Global,  Newest, Devices,
-                          Cycles,  Logger, Outside, View,   Popup};
+    ClientContext Context{
+        State.Windows,        State.Book, State.Logger,  State.Newest, State.CataloguesRecord,
+        State.SamplingRecord, Logger,     State.Outside, View,         Popup};
+
+    [[nodiscard]] const std::vector<MessageBox>& Boxes() const { return Outside.Boxes.Shown; }
+
+ private:
+    static Host HostWith(testing_support::VirtualHost& outside, EventPump& events) {
+        const Host host = outside.AsHost("/nowhere");
+        return {host.MSComm1, events,     host.Boxes, host.Dialogs,
+                host.Store,   host.Clock, host.Help,  host.AppPath};
+    }
 };
 
 /// A logger with so many channels, fresh from the box.

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <initializer_list>
+
 #include "client/client_model.h"
 #include "client_fakes.h"
 
@@ -42,13 +45,13 @@ class ClientTest : public ::testing::Test {
 
     /// A sample arrives: the given counts from channel 1 on, 0 for the rest.
     void Sample(std::initializer_list<std::int32_t> raw) {
-        console.Newest = {};
-        console.Newest.Time = "09/30/23 12:05:09";
-        std::copy(raw.begin(), raw.end(), console.Newest.Raw.begin());
+        console.State.Newest = {};
+        console.State.Newest.Time = "09/30/23 12:05:09";
+        std::copy(raw.begin(), raw.end(), console.State.Newest.Raw.begin());
         window.SetDP();
     }
     void SampleNothing() {
-        console.Newest.MarkNoSample();
+        console.State.Newest.MarkNoSample();
         window.SetDP();
     }
 

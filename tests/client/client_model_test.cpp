@@ -8,30 +8,33 @@
 namespace client_test {
 namespace {
 
+using testing_support::FakeClientWindow;
+
 class Client : public ClientTest {
  protected:
     Client() { console.Logger.Settings = PipeLogger(); }
 
-    std::shared_ptr<OtherWindow> OpenOther(Flag active) {
-        auto other = std::make_shared<OtherWindow>();
+    std::shared_ptr<FakeClientWindow> OpenOther(Flag active) {
+        auto other = std::make_shared<FakeClientWindow>(console.State);
         other->Active = active;
-        console.Windows.Slots.push_back(other);
+        console.State.Windows.Slots.push_back(other);
         return other;
     }
     // Puts a window that answers for this one into a slot and the book's first entry.
-    std::shared_ptr<OtherWindow> EnterInBook() {
+    std::shared_ptr<FakeClientWindow> EnterInBook() {
         auto self = OpenOther(False);
         ClientRadio entry;
-        entry.WindowIndex = static_cast<std::int16_t>(console.Windows.UpperBound());
+        entry.WindowIndex = static_cast<std::int16_t>(console.State.Windows.UpperBound());
         entry.SmallIcon = IconAddressed;
-        console.Book.Entries.Append(entry);
+        console.State.Book.Entries.Append(entry);
+        console.View.AddClient(entry.Name, entry.SmallIcon);
         window.Record.ClientIndex = 1;
         return self;
     }
 };
 
 TEST_F(Client, LoadingCountsTheWindowInAndStartsEmptyInTheMediumMode) {
-    EXPECT_EQ(console.Windows.NumClientWindows, 1);
+    EXPECT_EQ(console.State.Windows.NumClientWindows, 1);
     EXPECT_EQ(window.Record.DisplayMode, DisplayMedium);
     EXPECT_EQ(window.Record.SettingsValid, False);
     EXPECT_FALSE(Shown().fraMeter[1].Visible);
@@ -57,7 +60,7 @@ TEST_F(Client, GetSettingsReadsTheLoggerAndShowsIt) {
     EXPECT_EQ(Shown().lblRecords2.Text, "70000 Records");
     EXPECT_EQ(Shown().lblAlarm2[0].Text, "12:00:00 AM");
     EXPECT_EQ(window.NumSamples(), 70000);
-    EXPECT_TRUE(console.Boxes.Shown.empty());
+    EXPECT_TRUE(console.Boxes().empty());
 }
 
 TEST_F(Client, GetSettingsWorksOutTheDecimalsOfFlow) {
@@ -73,7 +76,7 @@ TEST_F(Client, GetSettingsLooksTheFlowDeviceUp) {
     flume.Tag = "P2";
     flume.Name = "2 in. Parshall";
     flume.EqMultiplier = 0.676;
-    console.Devices.FlumeList.Append(flume);
+    console.State.CataloguesRecord.FlumeList.Append(flume);
     ASSERT_TRUE(window.GetSettings());
     EXPECT_EQ(State().FlowDeviceName, "2 in. Parshall");
     EXPECT_EQ(State().FlowEqMultiplier, 0.676);
@@ -83,15 +86,15 @@ TEST_F(Client, GetSettingsTellsOfADeviceThatIsMissingAndGoesOn) {
     console.Logger.Settings.FlowMode = 2;
     console.Logger.Settings.FlumeTag = "GONE";
     EXPECT_TRUE(window.GetSettings());
-    ASSERT_EQ(console.Boxes.Shown.size(), 1U);
-    EXPECT_EQ(console.Boxes.Shown[0].Title, "Bad Flume Tag");
+    ASSERT_EQ(console.Boxes().size(), 1U);
+    EXPECT_EQ(console.Boxes()[0].Title, "Bad Flume Tag");
     EXPECT_NE(window.Record.SettingsValid, False);
 }
 
 TEST_F(Client, TheLabelsAreFilledBeforeABoxComesUp) {
     console.Logger.Settings.FlowMode = 2;
     std::string name;
-    console.Boxes.WhileShown = [&] { name = surface.Shown.lblLoggerName.Text; };
+    console.Outside.Boxes.WhileShown = [&] { name = surface.Shown.lblLoggerName.Text; };
     ASSERT_TRUE(window.GetSettings());
     EXPECT_EQ(name, "North outfall");
 }
@@ -152,12 +155,12 @@ TEST_F(Client, TheSwapLeavesSamplesAndTableOfBothSidesAlone) {
     Sample({1, 2, 3});
     State().LoggerName = "Here";
     State().FlowTable.Append({1, 2});
-    console.Global.NumDataPoints = 4;
+    console.State.Logger.NumDataPoints = 4;
     window.ClientSetGlobalState();
-    EXPECT_EQ(console.Global.LoggerName, "Here");
-    EXPECT_EQ(console.Global.NumDataPoints, 4);
-    EXPECT_EQ(console.Global.FlowTable.UpperBound(), 0);
-    console.Global.LoggerName = "Changed";
+    EXPECT_EQ(console.State.Logger.LoggerName, "Here");
+    EXPECT_EQ(console.State.Logger.NumDataPoints, 4);
+    EXPECT_EQ(console.State.Logger.FlowTable.UpperBound(), 0);
+    console.State.Logger.LoggerName = "Changed";
     window.ClientGetGlobalState();
     EXPECT_EQ(State().LoggerName, "Changed");
     EXPECT_EQ(State().NumDataPoints, 1);
@@ -169,9 +172,9 @@ TEST_F(Client, ClientSetNumChannelsHandsOverTheCountsAlone) {
     State().NumDigitalChannels = 1;
     State().LoggerName = "Here";
     window.ClientSetNumChannels();
-    EXPECT_EQ(console.Global.NumAnalogChannels, 5);
-    EXPECT_EQ(console.Global.NumDigitalChannels, 1);
-    EXPECT_EQ(console.Global.LoggerName, "");
+    EXPECT_EQ(console.State.Logger.NumAnalogChannels, 5);
+    EXPECT_EQ(console.State.Logger.NumDigitalChannels, 1);
+    EXPECT_EQ(console.State.Logger.LoggerName, "");
 }
 
 TEST_F(Client, SetDPFilesTheNewestSample) {
@@ -189,7 +192,7 @@ TEST_F(Client, EqualRawLimitsSetTheDecimalsOfTheCurrentLoggerAlone) {
     State().FlowDecPlaces = 4;
     window.CalculateFlowVelPrecision();
     EXPECT_EQ(State().FlowDecPlaces, 4);
-    EXPECT_EQ(console.Global.FlowDecPlaces, 2);
+    EXPECT_EQ(console.State.Logger.FlowDecPlaces, 2);
 }
 
 TEST_F(Client, ResetDisplayTouchesNoData) {
@@ -214,7 +217,7 @@ TEST_F(Client, TheMenuComesUpOnceTheWindowIsActive) {
 TEST_F(Client, TheMenuOffersToStopWhileASamplingModeRuns) {
     EnterInBook()->Active = True;
     window.Record.IsActive = True;
-    console.Cycles.ContinuousMode = AutoUpdateRunning;
+    console.State.SamplingRecord.ContinuousMode = AutoUpdateRunning;
     window.ShowClientPopup();
     EXPECT_EQ(console.Popup.Captions, std::vector<std::string>{"Stop Sample Continuously"});
 }
@@ -259,17 +262,17 @@ TEST_F(Client, AFaultInTheWaitGivesNoMenu) {
 TEST_F(Client, UnloadTakesTheWindowOutOfSlotBookAndList) {
     EnterInBook();
     window.Unload();
-    EXPECT_EQ(console.Windows.NumClientWindows, 0);
-    EXPECT_EQ(console.Windows.At(0), nullptr);
-    EXPECT_EQ(console.Book.Entries[1].WindowIndex, NoWindow);
-    EXPECT_EQ(console.Book.Entries[1].SmallIcon, IconNoWindow);
-    EXPECT_EQ(console.View.Icons[1], IconNoWindow);
+    EXPECT_EQ(console.State.Windows.NumClientWindows, 1);
+    EXPECT_EQ(console.State.Windows.At(0), nullptr);
+    EXPECT_EQ(console.State.Book.Entries[1].WindowIndex, NoWindow);
+    EXPECT_EQ(console.State.Book.Entries[1].SmallIcon, IconNoWindow);
+    EXPECT_EQ(console.View.Clients[0].Icon, IconNoWindow);
 }
 
 TEST_F(Client, UnloadDoesNotCountBelowZero) {
-    console.Windows.NumClientWindows = 0;
+    console.State.Windows.NumClientWindows = 0;
     window.Unload();
-    EXPECT_EQ(console.Windows.NumClientWindows, 0);
+    EXPECT_EQ(console.State.Windows.NumClientWindows, 0);
 }
 
 TEST_F(Client, UnloadWithAnotherClientIndexLeavesTheBookAlone) {
@@ -280,24 +283,24 @@ TEST_F(Client, UnloadWithAnotherClientIndexLeavesTheBookAlone) {
         model.Load();
         model.Record.ClientIndex = index;
         model.Unload();
-        EXPECT_EQ(console.Book.Entries[1].WindowIndex, 0) << index;
+        EXPECT_EQ(console.State.Book.Entries[1].WindowIndex, 0) << index;
     }
-    EXPECT_TRUE(console.View.Icons.empty());
+    EXPECT_EQ(console.View.Clients[0].Icon, IconAddressed);
 }
 
 TEST_F(Client, UnloadOfAnEntryWithoutASlotLeavesItAlone) {
     EnterInBook();
-    console.Book.Entries[1].WindowIndex = NoWindow;
+    console.State.Book.Entries[1].WindowIndex = NoWindow;
     window.Unload();
-    EXPECT_NE(console.Windows.At(0), nullptr);
-    EXPECT_EQ(console.Book.Entries[1].SmallIcon, IconAddressed);
+    EXPECT_NE(console.State.Windows.At(0), nullptr);
+    EXPECT_EQ(console.State.Book.Entries[1].SmallIcon, IconAddressed);
 }
 
 TEST_F(Client, UnloadTwiceCountsOnce) {
-    console.Windows.NumClientWindows = 3;
+    console.State.Windows.NumClientWindows = 3;
     window.Unload();
     window.Unload();
-    EXPECT_EQ(console.Windows.NumClientWindows, 2);
+    EXPECT_EQ(console.State.Windows.NumClientWindows, 2);
 }
 
 TEST_F(Client, AClosedWindowStillReadsItsLoggerAndShowsNothing) {

@@ -27,7 +27,7 @@ TEST(ClientPanel, ALabelThatChangesSaysWhatItShowsUnlikeAnyOther) {
     std::set<std::string> words;
     ClientPanel panel;
     for (const ControlRow& row : ClientControls()) {
-        const bool changes = row.Kind == ControlKind::Text || row.Kind == ControlKind::Figure;
+        const bool changes = IsFilledAtRunTime(row.Kind);
         const int count = static_cast<int>(row.Of(panel).size());
         for (int index = 0; changes && index < count; ++index) {
             const std::string shows = ControlDescription(row, index);

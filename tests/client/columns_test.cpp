@@ -130,7 +130,7 @@ TEST_F(FlowColumns, ADisabledSecondChannelIsBlank) {
 TEST_F(FlowColumns, AreBlankBeforeAnySettingsWereRead) {
     window.ChooseDisplay(DisplayFlow);
     EXPECT_EQ(window.Record.DisplayMode, DisplayFlow);
-    EXPECT_TRUE(console.Boxes.Shown.empty());
+    EXPECT_TRUE(console.Boxes().empty());
     for (int i = 0; i < FlowModeColumns; ++i) {
         EXPECT_EQ(Meter(i).Active, False) << i;
     }

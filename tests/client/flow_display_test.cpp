@@ -144,8 +144,8 @@ class FlowCheck : public ClientTest {
         window.ChooseDisplay(DisplayFlow);
     }
     void ExpectRefused(const std::string& text) {
-        ASSERT_EQ(console.Boxes.Shown.size(), 1U);
-        const MessageBox& box = console.Boxes.Shown[0];
+        ASSERT_EQ(console.Boxes().size(), 1U);
+        const MessageBox& box = console.Boxes()[0];
         EXPECT_EQ(box.Text, text);
         EXPECT_EQ(box.Title, "Flow Mode Error");
         EXPECT_EQ(box.Icon, BoxIcon::Exclamation);
@@ -181,7 +181,7 @@ TEST_F(FlowCheck, OtherUnitsShowTheSecondBox) {
 
 TEST_F(FlowCheck, TheShortFormOfFeetFailsThoughTheCalculationTakesIt) {
     Choose(WithUnits("ft"));
-    EXPECT_EQ(console.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(console.Boxes().size(), 1U);
     double velocity = 0;
     EXPECT_GT(window.CalculateFlow(1, velocity), 0);
 }
@@ -190,7 +190,7 @@ class FlowUnits : public FlowCheck, public ::testing::WithParamInterface<const c
 
 TEST_P(FlowUnits, Pass) {
     Choose(WithUnits(GetParam()));
-    EXPECT_TRUE(console.Boxes.Shown.empty());
+    EXPECT_TRUE(console.Boxes().empty());
     EXPECT_EQ(window.Record.DisplayMode, DisplayFlow);
 }
 
@@ -200,12 +200,12 @@ INSTANTIATE_TEST_SUITE_P(Accepted, FlowUnits,
 TEST_F(FlowCheck, ActsInTheFlowModeAlone) {
     Know(FreshLogger(8, 0));
     window.ChooseDisplay(DisplayMeter);
-    EXPECT_TRUE(console.Boxes.Shown.empty());
+    EXPECT_TRUE(console.Boxes().empty());
 }
 
 TEST_F(FlowCheck, IsNotMadeBeforeAnySettingsWereRead) {
     window.ChooseDisplay(DisplayFlow);
-    EXPECT_TRUE(console.Boxes.Shown.empty());
+    EXPECT_TRUE(console.Boxes().empty());
     EXPECT_EQ(window.Record.DisplayMode, DisplayFlow);
 }
 
@@ -213,18 +213,18 @@ TEST_F(FlowCheck, RunsAgainAtEachReadingOfTheSettings) {
     window.ChooseDisplay(DisplayFlow);
     console.Logger.Settings = FreshLogger(8, 0);
     ASSERT_TRUE(window.GetSettings());
-    ASSERT_EQ(console.Boxes.Shown.size(), 1U);
+    ASSERT_EQ(console.Boxes().size(), 1U);
     EXPECT_EQ(window.Record.DisplayMode, DisplayMeter);
 }
 
 TEST_F(FlowCheck, TellsNobodyOnceTheWindowIsClosed) {
     window.Unload();
     Choose(FreshLogger(8, 0));
-    EXPECT_TRUE(console.Boxes.Shown.empty());
+    EXPECT_TRUE(console.Boxes().empty());
 }
 
 TEST_F(FlowCheck, AWindowClosedBehindTheBoxIsNotRepainted) {
-    console.Boxes.WhileShown = [this] { window.Unload(); };
+    console.Outside.Boxes.WhileShown = [this] { window.Unload(); };
     Choose(FreshLogger(8, 0));
     EXPECT_EQ(surface.Repaints, 0);
 }

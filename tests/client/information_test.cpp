@@ -89,7 +89,7 @@ TEST(Information, BlankDisplayEmptiesReadingsAndInformationAndKeepsHeadings) {
     const ClientPanel design = DesignPanel();
     ClientPanel panel = design;
     for (const ControlRow& row : ClientControls()) {
-        if (row.Kind == ControlKind::Text || row.Kind == ControlKind::Figure) {
+        if (IsFilledAtRunTime(row.Kind)) {
             for (PanelControl& control : row.Of(panel)) {
                 control.Text = "left over";
             }
@@ -97,8 +97,7 @@ TEST(Information, BlankDisplayEmptiesReadingsAndInformationAndKeepsHeadings) {
     }
     BlankDisplay(panel);
     for (const ControlRow& row : ClientControls()) {
-        const bool blanked = (row.Kind == ControlKind::Text || row.Kind == ControlKind::Figure) &&
-                             row.Container != "fraFlowMode";
+        const bool blanked = IsFilledAtRunTime(row.Kind) && row.Container != "fraFlowMode";
         for (const PanelControl& control : row.Of(panel)) {
             EXPECT_EQ(control.Text.empty(),
                       blanked || row.Kind == ControlKind::Button || row.Kind == ControlKind::Column)

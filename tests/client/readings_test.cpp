@@ -150,7 +150,7 @@ TEST_F(Readings, WithoutSettingsOnlyTheTimeIsShown) {
 TEST_F(Readings, APulseCountOf65535KeepsAllItsBits) {
     State().PulseUnit[0] = 0.01;
     State().DecPlaces[8] = 2;
-    console.Newest.Raw[8] = 65535;
+    console.State.Newest.Raw[8] = 65535;
     window.SetDP();
     EXPECT_EQ(Shown().lblData2[8].Text, "655.35 Pulses");
     EXPECT_EQ(Shown().lblPulse2[0].Text, "655.35 Pulses");
@@ -165,8 +165,8 @@ TEST_F(Readings, BeforeTheFirstSampleAPulseCountIsZero) {
 TEST_F(Readings, ADisabledSecondPulseChannelIsEmptyWhileTheFirstShows) {
     State().DigitalEnable[1] = 0;
     State().DecPlaces[8] = 0;
-    console.Newest.Raw[8] = 7;
-    console.Newest.Raw[9] = 9;
+    console.State.Newest.Raw[8] = 7;
+    console.State.Newest.Raw[9] = 9;
     window.SetDP();
     EXPECT_EQ(Shown().lblData2[8].Text, "7 Pulses");
     EXPECT_EQ(Shown().lblData2[9].Text, "");
@@ -200,7 +200,7 @@ TEST_F(Readings, AFaultLeavesTheLabelsAsFarAsTheyGot) {
     Sample({150});
     const std::string pulses = Shown().lblPulse2[0].Text;
     State().NumAnalogChannels = 9;
-    console.Newest.Raw[8] = 1234;
+    console.State.Newest.Raw[8] = 1234;
     Sample({160});
     EXPECT_EQ(Shown().lblValue[0].Text, "6.000");
     EXPECT_EQ(Shown().lblPulse2[0].Text, pulses);
