@@ -208,8 +208,11 @@ void frmMain::CloseAllChildForms() {
         }
     }
     for (QWidget* form : QApplication::topLevelWidgets()) {
-        if (form != this && form->isVisible() && qobject_cast<QDialog*>(form) != nullptr) {
-            form->close();
+        auto* dialog = qobject_cast<QDialog*>(form);
+        if (dialog != nullptr && dialog->isVisible()) {
+            // A modal one goes as it is: whoever showed it unwinds, and nobody is asked anything.
+            dialog->isModal() ? dialog->done(QDialog::Rejected)
+                              : static_cast<void>(dialog->close());
         }
     }
 }

@@ -15,6 +15,7 @@
 #include "console/book_operations.h"
 #include "console/logger_operations.h"
 #include "link/connecting.h"
+#include "link/sampling.h"
 
 class QAction;
 class QLabel;
@@ -83,7 +84,6 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void Supervise();
     void ViewClient();
     void ListWindows();
-    void FollowActiveWindow();
     [[nodiscard]] bool TakesListEvent(const QEvent& event);
 
     [[nodiscard]] comm::LinkContext Radio();

@@ -122,7 +122,6 @@ void frmMain::BuildArea() {
     area_->setActivationOrder(QMdiArea::CreationOrder);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    connect(area_, &QMdiArea::subWindowActivated, this, [this] { FollowActiveWindow(); });
 
     auto* left = new QVBoxLayout;
     left->addWidget(pctLeft_, 1);

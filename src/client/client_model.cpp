@@ -179,7 +179,7 @@ bool ClientModel::IsOnlyActive() const {
     const auto active = std::count_if(slots.begin(), slots.end(), [](const auto& window) {
         return window != nullptr && window->IsActive() != False;
     });
-    return active == 1 && Record.IsActive != False;
+    return active == 1 && surface_.IsActiveChild();
 }
 
 void ClientModel::Unload() {
@@ -187,7 +187,6 @@ void ClientModel::Unload() {
         return;
     }
     unloaded_ = true;
-    Record.IsActive = False;
     ClientWindows& windows = context_.Windows;
     if (windows.NumClientWindows > 0) {
         --windows.NumClientWindows;

@@ -20,7 +20,7 @@ class ClientModel {
     /// Counts the window in and lays it out in the medium mode.
     void Load();
 
-    /// The state of the window; `IsActive` and `ClientIndex` are set from outside.
+    /// The state of the window; `ClientIndex` is set from outside.
     ClientRecord Record;
     [[nodiscard]] const ClientPanel& Panel() const { return panel_; }
 

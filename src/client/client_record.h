@@ -41,7 +41,6 @@ using MeterEntries = std::array<MeterEntry, BarColumns>;
 
 /// The fields of one client window. Lengths are in twips.
 struct ClientRecord {
-    Flag IsActive = False;  ///< it is the active child of the main window
     std::int16_t DisplayMode = DisplayMedium;
     std::int16_t ClientIndex = 0;  ///< number of its radio in the book
     Flag SettingsValid = False;    ///< the last GetSettings read the logger's settings

@@ -14,6 +14,8 @@ class ClientSurface {
     virtual void RepaintColumns() = 0;
     /// Asks for the focus; the activation arrives later, as an event.
     virtual void TakeFocus() = 0;
+    /// Whether it is the active child of the main window.
+    [[nodiscard]] virtual bool IsActiveChild() const = 0;
 };
 
 #endif  // ORVIA_CLIENT_CLIENT_SURFACE_H

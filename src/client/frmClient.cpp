@@ -52,10 +52,6 @@ void frmClient::PrepareWindow() {
     setWidget(content_);
     SetCaption("Client");
     ShowIcon(IconWindowOpen);
-    connect(this, &QMdiSubWindow::windowStateChanged, this,
-            [this](Qt::WindowStates /*before*/, Qt::WindowStates now) {
-                model_.Record.IsActive = ToFlag(now.testFlag(Qt::WindowActive) && !unloaded_);
-            });
 }
 
 void frmClient::ConnectButtons() {
@@ -164,6 +160,12 @@ void frmClient::TakeFocus() {
         area->setActiveSubWindow(this);
     }
     setFocus();
+}
+
+// A main window that lies behind another keeps its active child.
+bool frmClient::IsActiveChild() const {
+    const QMdiArea* area = mdiArea();
+    return !unloaded_ && area != nullptr && area->currentSubWindow() == this;
 }
 
 void frmClient::OnTimer1() {

@@ -28,7 +28,7 @@ class frmClient final : public QMdiSubWindow,
 
     explicit frmClient(ClientContext& context);
 
-    [[nodiscard]] Flag IsActive() const override { return model_.Record.IsActive; }
+    [[nodiscard]] Flag IsActive() const override { return ToFlag(IsActiveChild()); }
     [[nodiscard]] std::int16_t ClientIndex() const override { return model_.Record.ClientIndex; }
     void SetClientIndex(std::int16_t number) override { model_.Record.ClientIndex = number; }
     [[nodiscard]] Flag SettingsValid() const override { return model_.Record.SettingsValid; }
@@ -70,6 +70,7 @@ class frmClient final : public QMdiSubWindow,
     void ShowPanel(const ClientPanel& panel) override;
     void RepaintColumns() override { controls_.RepaintColumns(); }
     void TakeFocus() override;
+    [[nodiscard]] bool IsActiveChild() const override;
 
     void PrepareWindow();
     void ConnectButtons();

@@ -18,6 +18,7 @@ class RecordedSurface final : public ClientSurface {
     int Shows = 0;
     int Repaints = 0;
     int FocusRequests = 0;
+    bool Active = false;
 
     void ShowPanel(const ClientPanel& panel) override {
         Shown = panel;
@@ -25,6 +26,7 @@ class RecordedSurface final : public ClientSurface {
     }
     void RepaintColumns() override { ++Repaints; }
     void TakeFocus() override { ++FocusRequests; }
+    bool IsActiveChild() const override { return Active; }
 };
 
 /// One client window without widgets, and a logger to read.

@@ -207,7 +207,7 @@ TEST_F(Client, ResetDisplayTouchesNoData) {
 
 TEST_F(Client, TheMenuComesUpOnceTheWindowIsActive) {
     EnterInBook()->Active = True;  // stands for this window among the slots
-    window.Record.IsActive = True;
+    surface.Active = true;
     window.ShowClientPopup();
     EXPECT_EQ(surface.FocusRequests, 1);
     EXPECT_EQ(console.Events.Turns, 1);
@@ -216,7 +216,7 @@ TEST_F(Client, TheMenuComesUpOnceTheWindowIsActive) {
 
 TEST_F(Client, TheMenuOffersToStopWhileASamplingModeRuns) {
     EnterInBook()->Active = True;
-    window.Record.IsActive = True;
+    surface.Active = true;
     console.State.SamplingRecord.ContinuousMode = AutoUpdateRunning;
     window.ShowClientPopup();
     EXPECT_EQ(console.Popup.Captions, std::vector<std::string>{"Stop Sample Continuously"});
@@ -229,7 +229,7 @@ TEST_F(Client, WithASecondWindowActiveTheMenuWaitsForTheActivation) {
         if (turn == 3) {
             other->Active = False;
             self->Active = True;
-            window.Record.IsActive = True;
+            surface.Active = true;
         }
     };
     window.ShowClientPopup();
@@ -239,7 +239,7 @@ TEST_F(Client, WithASecondWindowActiveTheMenuWaitsForTheActivation) {
 
 TEST_F(Client, TwoActiveWindowsGiveNoMenu) {
     EnterInBook()->Active = True;
-    window.Record.IsActive = True;
+    surface.Active = true;
     const auto other = OpenOther(True);
     window.ShowClientPopup();
     EXPECT_TRUE(console.Popup.Captions.empty());
@@ -313,12 +313,6 @@ TEST_F(Client, AClosedWindowStillReadsItsLoggerAndShowsNothing) {
     EXPECT_EQ(State().LoggerName, "North outfall");
     EXPECT_EQ(State().NumDataPoints, 1);
     EXPECT_EQ(surface.Shows, shows);
-}
-
-TEST_F(Client, AClosedWindowIsNotActive) {
-    window.Record.IsActive = True;
-    window.Unload();
-    EXPECT_EQ(window.Record.IsActive, False);
 }
 
 }  // namespace
