@@ -123,6 +123,11 @@ void frmMain::BuildArea() {
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 
+    // Narrow enough for a window of bars beside it at the size that the console starts with.
+    constexpr int LeftCharacters = 28;
+    for (QWidget* panel : {pctLeft_, Picture1_}) {
+        panel->setFixedWidth(fontMetrics().averageCharWidth() * LeftCharacters);
+    }
     auto* left = new QVBoxLayout;
     left->addWidget(pctLeft_, 1);
     left->addWidget(Picture1_);

@@ -1,0 +1,73 @@
+#include "whole_program/sim_process.h"
+
+#include <stdexcept>
+
+namespace whole_program {
+
+namespace {
+
+constexpr int Patience = 10000;  // milliseconds
+
+double Number(const QStringList& words, qsizetype at) {
+    return words.value(at).toDouble();
+}
+
+}  // namespace
+
+SimProcess::SimProcess(const QString& program, const QString& network, const QString& link) {
+    process_.setProcessChannelMode(QProcess::MergedChannels);
+    process_.start(program, {network, QStringLiteral("--link"), link, QStringLiteral("--control"),
+                             QStringLiteral("-")});
+    const QString first = ReadLine();
+    if (!first.startsWith(QLatin1String("ready"))) {
+        throw std::runtime_error("the simulator did not start: " + first.toStdString());
+    }
+}
+
+SimProcess::~SimProcess() {
+    process_.write("quit\n");
+    if (!process_.waitForFinished(Patience)) {
+        process_.kill();
+        process_.waitForFinished(Patience);
+    }
+}
+
+QStringList SimProcess::Ask(const QString& command) {
+    process_.write(command.toUtf8() + '\n');
+    QStringList lines;
+    for (QString line = ReadLine(); line != QLatin1String("ok"); line = ReadLine()) {
+        if (line.isNull() || line.startsWith(QLatin1String("error"))) {
+            throw std::runtime_error((command + QStringLiteral(": ") + line).toStdString());
+        }
+        lines << line;
+    }
+    return lines;
+}
+
+Truth SimProcess::TruthOf(const QString& site) {
+    Truth truth;
+    for (const QString& line : Ask(QStringLiteral("truth ") + site)) {
+        const QStringList words = line.split(QLatin1Char(' '));
+        if (words.first() == QLatin1String("analog")) {
+            truth.Analog.push_back(Number(words, 2));
+            truth.Units.push_back(words.mid(3, words.size() - 5).join(QLatin1Char(' ')));
+        } else if (words.first() == QLatin1String("flow")) {
+            truth.Flow = Number(words, 1);
+            truth.Velocity = Number(words, 4);
+        } else if (words.first() == QLatin1String("records")) {
+            truth.Records = words.value(1).toInt();
+        }
+    }
+    return truth;
+}
+
+QString SimProcess::ReadLine() {
+    while (!process_.canReadLine()) {
+        if (!process_.waitForReadyRead(Patience)) {
+            return {};
+        }
+    }
+    return QString::fromUtf8(process_.readLine()).trimmed();
+}
+
+}  // namespace whole_program

@@ -1,0 +1,39 @@
+#ifndef ORVIA_TESTS_WHOLE_PROGRAM_SIM_PROCESS_H
+#define ORVIA_TESTS_WHOLE_PROGRAM_SIM_PROCESS_H
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+namespace whole_program {
+
+/// What a site's sensors truly say.
+struct Truth {
+    std::vector<double> Analog;
+    std::vector<QString> Units;
+    double Flow = 0;
+    double Velocity = 0;
+    int Records = 0;
+};
+
+/// orvia-sim, serving a network at a link, under control.
+class SimProcess {
+ public:
+    /// Starts it; throws std::runtime_error if it does not come up.
+    SimProcess(const QString& program, const QString& network, const QString& link);
+    ~SimProcess();
+
+    /// Sends a command and returns the lines of its answer; throws if it says error.
+    QStringList Ask(const QString& command);
+    [[nodiscard]] Truth TruthOf(const QString& site);
+
+ private:
+    QString ReadLine();
+
+    QProcess process_;
+};
+
+}  // namespace whole_program
+
+#endif  // ORVIA_TESTS_WHOLE_PROGRAM_SIM_PROCESS_H
