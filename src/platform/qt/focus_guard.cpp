@@ -64,7 +64,7 @@ FocusGuard::FocusGuard(QWidget* window) : QObject(window), window_(window) {
 }
 
 void FocusGuard::AddField(QWidget* field, std::function<bool()> validate) {
-    fields_.push_back({field, std::move(validate)});
+    fields_.push_back(std::make_shared<Field>(Field{field, std::move(validate)}));
 }
 
 void FocusGuard::LeavesWithoutValidating(QWidget* button) {
@@ -140,14 +140,15 @@ bool FocusGuard::IsFree(const QWidget* widget) const {
     });
 }
 
-std::optional<FocusGuard::Field> FocusGuard::FieldAt(const QWidget* widget) const {
-    const auto found = std::find_if(fields_.begin(), fields_.end(), [widget](const Field& field) {
-        return !field.Widget.isNull() && IsPartOf(widget, field.Widget);
-    });
-    return found == fields_.end() ? std::nullopt : std::optional(*found);
+FocusGuard::FieldRef FocusGuard::FieldAt(const QWidget* widget) const {
+    const auto found =
+        std::find_if(fields_.begin(), fields_.end(), [widget](const FieldRef& field) {
+            return !field->Widget.isNull() && IsPartOf(widget, field->Widget);
+        });
+    return found == fields_.end() ? nullptr : *found;
 }
 
-std::optional<FocusGuard::Field> FocusGuard::FieldInUse() const {
+FocusGuard::FieldRef FocusGuard::FieldInUse() const {
     if (validating_ || !leftByPointer_.isNull()) {
         return FieldAt(leftByPointer_);
     }
@@ -220,7 +221,7 @@ FocusGuard::Way FocusGuard::WayByShortcut(const QObject* target, const QWidget* 
 }
 
 bool FocusGuard::Swallows(QObject* target, const QEvent& event) {
-    const std::optional<Field> field = FieldInUse();
+    const FieldRef field = FieldInUse();
     if (!validating_) {
         leftByPointer_.clear();
     }
@@ -259,8 +260,8 @@ bool FocusGuard::Refuses(const Field& field) {
 }
 
 void FocusGuard::NoteFocusOut(const QObject* left, Qt::FocusReason reason) {
-    const auto field =
-        left->isWidgetType() ? FieldAt(static_cast<const QWidget*>(left)) : std::optional<Field>();
+    const FieldRef field =
+        left->isWidgetType() ? FieldAt(static_cast<const QWidget*>(left)) : nullptr;
     if (!field || validating_) {
         return;
     }
@@ -274,7 +275,7 @@ void FocusGuard::NoteFocusOut(const QObject* left, Qt::FocusReason reason) {
 
 // Alt alone gives the menu bar the focus without any event that could be held back before.
 void FocusGuard::ValidateBehindMenuBar() {
-    const std::optional<Field> field = FieldAt(leftForMenuBar_);
+    const FieldRef field = FieldAt(leftForMenuBar_);
     if (field && !validating_ && !field->Widget->hasFocus()) {
         Refuses(*field);
     }

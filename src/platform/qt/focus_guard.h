@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -36,6 +37,8 @@ class FocusGuard final : public QObject {
         QPointer<QWidget> Widget;
         std::function<bool()> Validate;
     };
+    /// A field in use outlives its window, which may go while it is validated.
+    using FieldRef = std::shared_ptr<const Field>;
     /// Tells one input event from the next: an event that nobody takes comes again for each parent.
     struct Input {
         int Type = 0;
@@ -50,8 +53,8 @@ class FocusGuard final : public QObject {
     [[nodiscard]] static Input InputOf(const QEvent& event);
     [[nodiscard]] bool IsInside(const QObject* object) const;
     [[nodiscard]] bool IsFree(const QWidget* widget) const;
-    [[nodiscard]] std::optional<Field> FieldAt(const QWidget* widget) const;
-    [[nodiscard]] std::optional<Field> FieldInUse() const;
+    [[nodiscard]] FieldRef FieldAt(const QWidget* widget) const;
+    [[nodiscard]] FieldRef FieldInUse() const;
     [[nodiscard]] Way WayOf(QObject* target, const QEvent& event, const QWidget* field) const;
     [[nodiscard]] Way WayByPointer(QWidget* pressed, QEvent::Type type, const QWidget* field) const;
     [[nodiscard]] Way WayByKey(int key) const;
@@ -63,7 +66,7 @@ class FocusGuard final : public QObject {
     void ValidateBehindMenuBar();
 
     QWidget* window_;
-    std::vector<Field> fields_;
+    std::vector<FieldRef> fields_;
     std::vector<QPointer<QWidget>> free_;
     QPointer<QWidget> leftFreely_;     // field that still owes its validation
     QPointer<QWidget> leftByPointer_;  // field that a press has just taken the focus from
