@@ -31,7 +31,8 @@ CivilSeconds ToSeconds(const CivilTime& time) {
     for (int month = 1; month < time.Month; ++month) {
         days += DaysInMonth(time.Year, month);
     }
-    return days * SecondsPerDay + time.Hour * 3600 + time.Minute * 60 + time.Second;
+    const CivilSeconds minutes = days * 1440 + CivilSeconds{time.Hour} * 60 + time.Minute;
+    return minutes * 60 + time.Second;
 }
 
 CivilTime FromSeconds(CivilSeconds seconds) {

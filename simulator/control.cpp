@@ -21,6 +21,8 @@ constexpr std::string_view HelpText =
     "strength VALUE                           what the radio reports as signal; auto\n"
     "set NAME CHANNEL VALUE                   put a constant on an analog channel\n"
     "truth NAME                               what the sensors truly say\n"
+    "sampled NAME                             the same when the last sample was taken\n"
+    "recorded NAME NUMBER                     the same at a record, 1 the oldest\n"
     "counters, help, hangup, quit";
 
 constexpr std::int64_t MostTimes = 1'000'000;
@@ -189,10 +191,46 @@ std::string TruthText(const Logger& logger, Microseconds now) {
     return text + "records " + std::to_string(logger.RecordsAt(now)) + "\nok";
 }
 
+ControlResult NoLogger(std::string_view name) {
+    return Error("no logger " + Quoted(name));
+}
+
 ControlResult Truth(Network& network, std::string_view name, Microseconds now) {
     const Logger* logger = network.FindLogger(std::string(name));
-    return logger == nullptr ? Error("no logger " + Quoted(name))
-                             : ControlResult{TruthText(*logger, now)};
+    return logger == nullptr ? NoLogger(name) : ControlResult{TruthText(*logger, now)};
+}
+
+ControlResult Sampled(Network& network, std::string_view name, Microseconds now) {
+    const Logger* logger = network.FindLogger(std::string(name));
+    if (logger == nullptr) {
+        return NoLogger(name);
+    }
+    const auto moment = logger->SampleMoment(now);
+    return moment ? ControlResult{TruthText(*logger, *moment)} : Error("no sample");
+}
+
+/// What stands before the last word of a text, and that word: names may have blanks in them.
+TextPair BeforeLastWord(std::string_view text) {
+    const WordList words = Words(text);
+    if (words.empty()) {
+        return {};
+    }
+    const auto at = static_cast<std::size_t>(words.back().data() - text.data());
+    return {Trimmed(text.substr(0, at)), words.back()};
+}
+
+ControlResult Recorded(Network& network, std::string_view rest, Microseconds now) {
+    const auto [name, number] = BeforeLastWord(rest);
+    const Logger* logger = network.FindLogger(std::string(name));
+    if (logger == nullptr) {
+        return NoLogger(name);
+    }
+    const auto record = IntegerOf(number, 1, logger->RecordsAt(now));
+    if (!record) {
+        return Error("no such record");
+    }
+    const auto index = static_cast<std::uint32_t>(*record - 1);
+    return {TruthText(*logger, logger->RecordMoment(index))};
 }
 
 ControlResult SetSilent(Network& network, std::string_view name, bool silent) {
@@ -203,27 +241,22 @@ ControlResult SetSilent(Network& network, std::string_view name, bool silent) {
     } else if (name == "radio") {
         set(network.Radio());
     } else {
-        return Error("no logger " + Quoted(name));
+        return NoLogger(name);
     }
     return Ok();
 }
 
-/// "NAME CHANNEL VALUE"; the name may have blanks in it.
+/// "NAME CHANNEL VALUE".
 ControlResult SetChannel(Network& network, std::string_view rest) {
-    const WordList words = Words(rest);
-    if (words.size() < 3) {
-        return Error("set NAME CHANNEL VALUE");
-    }
-    const std::string_view channelText = words[words.size() - 2];
-    const auto name =
-        Trimmed(rest.substr(0, static_cast<std::size_t>(channelText.data() - rest.data())));
+    const auto [nameAndChannel, valueText] = BeforeLastWord(rest);
+    const auto [name, channelText] = BeforeLastWord(nameAndChannel);
     Logger* logger = network.FindLogger(std::string(name));
     if (logger == nullptr) {
-        return Error("no logger " + Quoted(name));
+        return NoLogger(name);
     }
     const auto channel =
         IntegerOf(channelText, 1, static_cast<std::int64_t>(logger->AnalogChannels()));
-    const auto value = NumberOf(words.back());
+    const auto value = NumberOf(valueText);
     if (!channel || !value) {
         return Error("no such channel, or not a number");
     }
@@ -259,41 +292,58 @@ std::string CountersText(const Counters& counters) {
     return text + "ok";
 }
 
+// ----- the commands
+
+ControlResult ScriptFault(FaultScript& script, std::string_view rest) {
+    return TakeFault(script, Words(rest)) ? Ok() : Error("no such fault " + Quoted(rest));
+}
+
+struct Command {
+    std::string_view Name;
+    ControlResult (*Do)(Network& network, std::string_view rest, Microseconds now);
+};
+
+constexpr std::array Commands = {
+    Command{"fault", [](Network& network, std::string_view rest,
+                        Microseconds) { return ScriptFault(network.Faults(), rest); }},
+    Command{"radio-fault", [](Network& network, std::string_view rest,
+                              Microseconds) { return ScriptFault(network.RadioFaults(), rest); }},
+    Command{"silence", [](Network& network, std::string_view rest,
+                          Microseconds) { return SetSilent(network, rest, true); }},
+    Command{"wake", [](Network& network, std::string_view rest,
+                       Microseconds) { return SetSilent(network, rest, false); }},
+    Command{"truth", Truth},
+    Command{"sampled", Sampled},
+    Command{"recorded", Recorded},
+    Command{"set", [](Network& network, std::string_view rest,
+                      Microseconds) { return SetChannel(network, rest); }},
+    Command{"strength", [](Network& network, std::string_view rest,
+                           Microseconds) { return SetStrength(network, rest); }},
+    Command{"counters", [](Network& network, std::string_view,
+                           Microseconds) { return ControlResult{CountersText(network.Count())}; }},
+    Command{"help", [](Network&, std::string_view,
+                       Microseconds) { return ControlResult{std::string(HelpText) + "\nok"}; }},
+    Command{"hangup",
+            [](Network&, std::string_view, Microseconds) {
+                return ControlResult{"ok", ControlResult::Next::HangUp};
+            }},
+    Command{"quit",
+            [](Network&, std::string_view, Microseconds) {
+                return ControlResult{"ok", ControlResult::Next::Quit};
+            }},
+};
+
 }  // namespace
 
 ControlResult Control(Network& network, std::string_view line, Microseconds now) {
     line = Trimmed(line);
-    const std::string_view command = line.substr(0, line.find_first_of(" \t"));
-    const std::string_view rest = Trimmed(line.substr(command.size()));
-    if (command == "fault" || command == "radio-fault") {
-        FaultScript& script = command == "fault" ? network.Faults() : network.RadioFaults();
-        return TakeFault(script, Words(rest)) ? Ok() : Error("no such fault " + Quoted(rest));
+    const std::string_view name = line.substr(0, line.find_first_of(" \t"));
+    const auto* command = std::find_if(Commands.begin(), Commands.end(),
+                                       [&](const Command& entry) { return entry.Name == name; });
+    if (command == Commands.end()) {
+        return Error("no command " + Quoted(name) + "; try help");
     }
-    if (command == "silence" || command == "wake") {
-        return SetSilent(network, rest, command == "silence");
-    }
-    if (command == "truth") {
-        return Truth(network, rest, now);
-    }
-    if (command == "set") {
-        return SetChannel(network, rest);
-    }
-    if (command == "strength") {
-        return SetStrength(network, rest);
-    }
-    if (command == "counters") {
-        return {CountersText(network.Count())};
-    }
-    if (command == "hangup") {
-        return {"ok", ControlResult::Next::HangUp};
-    }
-    if (command == "quit") {
-        return {"ok", ControlResult::Next::Quit};
-    }
-    if (command == "help") {
-        return {std::string(HelpText) + "\nok"};
-    }
-    return Error("no command " + Quoted(command) + "; try help");
+    return command->Do(network, Trimmed(line.substr(name.size())), now);
 }
 
 }  // namespace simulator

@@ -119,6 +119,15 @@ std::uint32_t Logger::RecordsAt(Microseconds now) const {
     return history_.Count(ClockAt(now));
 }
 
+Microseconds Logger::RecordMoment(std::uint32_t index) const {
+    const SiteSeconds since = history_.TimesOf(index).Taken - static_cast<SiteSeconds>(start_);
+    return static_cast<Microseconds>(std::llround(since * static_cast<SiteSeconds>(Second)));
+}
+
+std::optional<Microseconds> Logger::SampleMoment(Microseconds now) const {
+    return sampleTaken_ && *sampleTaken_ <= now ? sampleTaken_ : std::nullopt;
+}
+
 std::uint16_t Logger::StatusWordAt(Microseconds now) const {
     if (setup_.StatusWord) {
         return *setup_.StatusWord;

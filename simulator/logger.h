@@ -84,6 +84,11 @@ class Logger {
     [[nodiscard]] std::uint16_t StatusWordAt(Microseconds now) const;
     /// The bytes of record `index`, 0 the oldest: packed time, analog counts, pulse counts.
     [[nodiscard]] Bytes Record(std::uint32_t index) const;
+    /// The moment of record `index`, before 0 for those that were there at the start: what was true
+    /// then is what the record should say.
+    [[nodiscard]] Microseconds RecordMoment(std::uint32_t index) const;
+    /// The moment of the sample that can be read now; nothing if there is none.
+    [[nodiscard]] std::optional<Microseconds> SampleMoment(Microseconds now) const;
     [[nodiscard]] std::uint8_t SignalAt(Microseconds now) const;
 
     /// The 65536 bytes of memory.

@@ -205,10 +205,11 @@ Logger::Reply Logger::ReadSample(Request request, Microseconds now) {
     if (!IsPlain(request)) {
         return std::nullopt;
     }
-    if (!sampleTaken_ || now < *sampleTaken_) {
+    const auto taken = SampleMoment(now);
+    if (!taken) {
         return Answer{{Acknowledge}, {NoSample}, std::nullopt};
     }
-    return Answer{{Acknowledge}, {Acknowledge}, SampleFrame(*sampleTaken_)};
+    return Answer{{Acknowledge}, {Acknowledge}, SampleFrame(*taken)};
 }
 
 Logger::Reply Logger::RestartSampling(Request request, Microseconds now) {

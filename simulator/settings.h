@@ -46,19 +46,19 @@ enum class VelocityUnit : std::uint8_t { Fps = 0, Mps = 1 };
 
 struct FlowSettings {
     FlowMode Mode = FlowMode::None;
+    FlowUnit FlowUnits = FlowUnit::Cfs;
+    VelocityUnit VelUnits = VelocityUnit::Fps;
+    bool ManningsSPercent = true;
+    LengthUnit ManningsDType = LengthUnit::Foot;
+    LengthUnit LevelOffsetType = LengthUnit::Inch;
     double ManningsN = 0.014;
     double ManningsS = 1;
-    bool ManningsSPercent = true;
     double ManningsD = 1;
-    LengthUnit ManningsDType = LengthUnit::Foot;
+    double LevelOffset = 0;
+    double FlowTop = 100;
+    double VelTop = 100;
     std::string FlumeTag;
     std::string WeirTag;
-    double LevelOffset = 0;
-    LengthUnit LevelOffsetType = LengthUnit::Inch;
-    FlowUnit FlowUnits = FlowUnit::Cfs;
-    double FlowTop = 100;
-    VelocityUnit VelUnits = VelocityUnit::Fps;
-    double VelTop = 100;
     std::string TablePath;
 };
 

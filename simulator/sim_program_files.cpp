@@ -56,7 +56,7 @@ std::string Link::Make(const std::string& path, const std::string& target) {
         return Failure(fresh);
     }
     if (std::rename(fresh.c_str(), path.c_str()) != 0) {
-        const std::string what = Failure(path);
+        std::string what = Failure(path);
         unlink(fresh.c_str());
         return what;
     }

@@ -37,6 +37,31 @@ TEST_F(ControlTest, TellsTheTruth) {
     ExpectError("truth Mill");
 }
 
+TEST_F(ControlTest, TellsWhatWasTrueWhenTheSampleWasTaken) {
+    logger->SetAnalogSignal(0, SineSignal(1, 0.5, 3600));
+    ExpectError("sampled Mill Pipe");
+    ExpectError("sampled Mill");
+    Ask({0x09, 0x01});
+    const std::string then = Say("sampled Mill Pipe");
+    EXPECT_EQ(then, Control(net, "truth Mill Pipe", *logger->SampleMoment(now)).Text);
+    now += 600 * Second;
+    EXPECT_EQ(Say("sampled Mill Pipe"), then);
+    EXPECT_NE(Say("truth Mill Pipe"), then);
+}
+
+TEST_F(ControlTest, TellsWhatWasTrueAtARecord) {
+    logger->SetAnalogSignal(0, SineSignal(1, 0.5, 3600));
+    EXPECT_EQ(logger->RecordMoment(11), 0);
+    EXPECT_EQ(logger->RecordMoment(0), -11 * (900 * Second));
+    EXPECT_EQ(Say("recorded Mill Pipe 1"),
+              Control(net, "truth Mill Pipe", -11 * (900 * Second)).Text);
+    EXPECT_EQ(GetU16(logger->Record(3), 4), logger->RawCount(0, logger->RecordMoment(3)));
+    for (const char* line : {"recorded", "recorded Mill Pipe", "recorded Mill Pipe 0",
+                             "recorded Mill Pipe 13", "recorded 1", "recorded Mill 1"}) {
+        ExpectError(line);
+    }
+}
+
 TEST_F(ControlTest, ScriptsFaults) {
     EXPECT_EQ(Say("fault lose-reply 2"), "ok");
     EXPECT_EQ(Ask({0x0C}), Bytes{0xFA});

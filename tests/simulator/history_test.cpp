@@ -125,7 +125,7 @@ TEST_F(HistoryTest, UploadsMoreRecordsThanTheConsoleHolds) {
 
 TEST_F(HistoryTest, GrowsByOneRecordEveryInterval) {
     Make(3, 1, 0);
-    now = 15 * 60 * Second - 1;
+    now = 900 * Second - 1;
     EXPECT_EQ(Status(), 3U);
     now += 1;
     EXPECT_EQ(Status(), 4U);
@@ -138,7 +138,7 @@ TEST_F(HistoryTest, ClearDropsEverything) {
     ASSERT_TRUE(logger->Carry(Bytes{0x04, 0xA4, 0x4A}, now));
     EXPECT_EQ(Status(), 0U);
     EXPECT_EQ(Block(0)[0], 0);
-    now += 15 * 60 * Second;
+    now += 900 * Second;
     EXPECT_EQ(Status(), 1U);
 }
 
@@ -174,7 +174,7 @@ TEST_F(HistoryTest, AlarmsGateTheLogging) {
     setup.Settings.Alarms = {{{true, 8, 10, 0}, {true, 8, 20, 0}}};
     logger = std::make_unique<Logger>(setup, Network::DefaultStart());
     ASSERT_TRUE(logger->Carry(Bytes{0x0B, 0xAB, 0xBA}, 0));
-    const auto at = [](int minutes) { return minutes * 60 * Second; };
+    const auto at = [](int minutes) { return minutes * (60 * Second); };
     EXPECT_EQ(logger->StatusWordAt(at(9)), 0x0880);
     EXPECT_EQ(logger->RecordsAt(at(9)), 0U);
     EXPECT_EQ(logger->StatusWordAt(at(15)), 0x1080);

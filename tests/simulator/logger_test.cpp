@@ -214,8 +214,8 @@ TEST_F(LoggerTest, RefusesSampleRequestWithOtherParameter) {
 TEST_F(LoggerTest, ConsolesTicks10And12FindTheSample) {
     // Requests at ticks 1 and 10, the read at 12, a tick being 100 ms; at 9600 baud.
     net.LineBaud = 9600;
-    Send(EncodeFrame(Bytes{0x09, 0x01}), 9 * 100 * Millisecond);
-    Send(EncodeFrame(Bytes{0x09, 0x01}), 2 * 100 * Millisecond);
+    Send(EncodeFrame(Bytes{0x09, 0x01}), 900 * Millisecond);
+    Send(EncodeFrame(Bytes{0x09, 0x01}), 200 * Millisecond);
     EXPECT_GT(Ask({0x0A}).size(), 2U);
 }
 

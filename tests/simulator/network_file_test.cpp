@@ -309,7 +309,7 @@ TEST(SampleSite, SensorsStayInsideTheirRanges) {
     const NetworkFile file = ParseNetwork(FileText("site.net"));
     const auto network = BuildNetwork(file.Network);
     for (const auto& logger : network->Loggers()) {
-        for (Microseconds now = 0; now < 60 * 86400 * Second; now += 3571 * Second) {
+        for (Microseconds now = 0; now < 60 * (86400 * Second); now += 3571 * Second) {
             for (std::size_t channel = 0; channel < logger->AnalogChannels(); ++channel) {
                 const AnalogSettings& settings = logger->Setup().Settings.Analog[channel];
                 const double value = logger->TrueValue(channel, now);

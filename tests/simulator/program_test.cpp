@@ -10,6 +10,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <filesystem>
@@ -70,11 +71,9 @@ class Program {
         EXPECT_EQ(pipe(in.data()), 0);
         EXPECT_EQ(pipe(out.data()), 0);
         arguments.insert(arguments.begin(), ORVIA_SIM_PROGRAM);
-        std::vector<char*> words;
-        for (std::string& argument : arguments) {
-            words.push_back(argument.data());
-        }
-        words.push_back(nullptr);
+        std::vector<char*> words(arguments.size() + 1, nullptr);
+        std::transform(arguments.begin(), arguments.end(), words.begin(),
+                       [](std::string& argument) { return argument.data(); });
         process_ = fork();
         if (process_ == 0) {
             dup2(in[0], STDIN_FILENO);

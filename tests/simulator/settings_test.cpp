@@ -30,7 +30,8 @@ TEST(SimulatorFloat24, SaturatesAndStaysAtScaleZeroFrom100000) {
 }
 
 TEST(SimulatorFloat24, ComesBackWithinItsDigits) {
-    for (double value = -999000; value < 999000; value += 4567.891) {
+    for (int step = -200; step <= 200; ++step) {
+        const double value = step * 4567.891;
         EXPECT_NEAR(DecodeFloat24(EncodeFloat24(value)), value, std::fabs(value) * 6e-6 + 1e-7);
     }
 }
@@ -111,28 +112,29 @@ TEST_F(SettingsTest, ChannelsStandInTheirSlots) {
 }
 
 TEST_F(SettingsTest, FlowStandsInTheUpperBlock) {
-    settings.Flow = {FlowMode::Table,
-                     0.013,
-                     2,
-                     false,
-                     24,
-                     LengthUnit::Inch,
-                     "P6",
-                     "V90",
-                     3,
-                     LengthUnit::Centimeter,
-                     FlowUnit::Mgd,
-                     50,
-                     VelocityUnit::Mps,
-                     5,
-                     "demo.tbl"};
+    FlowSettings& flow = settings.Flow;
+    flow.Mode = FlowMode::Table;
+    flow.ManningsN = 0.013;
+    flow.ManningsS = 2;
+    flow.ManningsSPercent = false;
+    flow.ManningsD = 24;
+    flow.ManningsDType = LengthUnit::Inch;
+    flow.FlumeTag = "P6";
+    flow.WeirTag = "V90";
+    flow.LevelOffset = 3;
+    flow.LevelOffsetType = LengthUnit::Centimeter;
+    flow.FlowUnits = FlowUnit::Mgd;
+    flow.FlowTop = 50;
+    flow.VelUnits = VelocityUnit::Mps;
+    flow.VelTop = 5;
+    flow.TablePath = "demo.tbl";
     const Bytes memory = Written();
-    EXPECT_EQ(memory[512], 4);
-    EXPECT_EQ(Part(memory, 512 + 7, 1), (Bytes{0}));
-    EXPECT_EQ(Part(memory, 512 + 11, 1), (Bytes{1}));
+    // 0.013 is 130000 / 10^7, 2 is 200000 / 10^5, 24 is 240000 / 10^4.
+    EXPECT_EQ(Part(memory, 512, 12),
+              (Bytes{4, 0xD0, 0xFB, 0x71, 0x40, 0x0D, 0x53, 0, 0x80, 0xA9, 0x43, 1}));
     EXPECT_EQ(Part(memory, 512 + 12, 16), BytesOf("P6      V90     "));
-    EXPECT_EQ(Part(memory, 512 + 31, 2), (Bytes{3, 2}));
-    EXPECT_EQ(memory[512 + 36], 1);
+    EXPECT_EQ(Part(memory, 512 + 28, 5), (Bytes{0xE0, 0x93, 0x54, 3, 2}));
+    EXPECT_EQ(Part(memory, 512 + 33, 7), (Bytes{0x20, 0xA1, 0x47, 1, 0x20, 0xA1, 0x57}));
     EXPECT_EQ(Part(memory, 512 + 40, 9), BytesOf("demo.tbl "));
     EXPECT_EQ(memory[512 + 167], ' ');
     EXPECT_EQ(memory[512 + 168], 0xFF);

@@ -37,7 +37,8 @@ TEST(Signals, LevelRisesFastInAStormAndFallsSlowly) {
     double highest = 0;
     double steepestRise = 0;
     double steepestFall = 0;
-    for (double time = March; time < March + 60 * Day; time += 600) {
+    for (int step = 0; step < 60 * 144; ++step) {
+        const double time = March + step * 600;
         const double change = level->ValueAt(time + 600) - level->ValueAt(time);
         steepestRise = std::max(steepestRise, change);
         steepestFall = std::max(steepestFall, -change);
@@ -58,7 +59,8 @@ TEST(Signals, RainNeverFallsAndStandsStillBetweenStorms) {
     const SignalPtr rain = RainSignal(10, 5);
     int still = 0;
     int wet = 0;
-    for (double time = March; time < March + 60 * Day; time += Hour) {
+    for (int hour = 0; hour < 60 * 24; ++hour) {
+        const double time = March + hour * Hour;
         const double fallen = rain->ValueAt(time + Hour) - rain->ValueAt(time);
         ASSERT_GE(fallen, 0);
         ++(fallen == 0 ? still : wet);
@@ -70,7 +72,8 @@ TEST(Signals, RainNeverFallsAndStandsStillBetweenStorms) {
 TEST(Signals, RainAndLevelOfOneSeedShareTheirStorms) {
     const SignalPtr rain = RainSignal(10, 5);
     const SignalPtr level = LevelSignal({1, 0, 2, 8}, 5);
-    for (double time = March; time < March + 60 * Day; time += Hour) {
+    for (int hour = 0; hour < 60 * 24; ++hour) {
+        const double time = March + hour * Hour;
         if (level->ValueAt(time + Hour) - level->ValueAt(time) > 0.1) {
             EXPECT_GT(rain->ValueAt(time + Hour), rain->ValueAt(time));
         }
@@ -89,7 +92,7 @@ TEST(Signals, NoiseStaysInItsBandAndRepeats) {
     const SignalPtr noisy = NoisySignal(ConstantSignal(5), 0.5, 3);
     double lowest = 10;
     double highest = 0;
-    for (double time = 0; time < 1000; ++time) {
+    for (int time = 0; time < 1000; ++time) {
         const double value = noisy->ValueAt(time);
         EXPECT_EQ(noisy->ValueAt(time), value);
         lowest = std::min(lowest, value);
