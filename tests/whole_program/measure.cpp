@@ -1,0 +1,228 @@
+// Figures of the whole console on a real pseudo-terminal: how soon it can be used, what it costs
+// while it waits and while it samples, how soon a reply is taken, how long a large book takes.
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "console/book_operations.h"
+#include "link/port.h"
+#include "platform/qt/text_qt.h"
+#include "whole_program/console_run.h"
+#include "whole_program/sim_process.h"
+
+namespace whole_program {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double Milliseconds(Clock::duration duration) {
+    return std::chrono::duration<double, std::milli>(duration).count();
+}
+
+double ProcessorSeconds() {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+/// Seconds since this process was started, exec and loading of libraries included.
+double SecondsSinceStart() {
+    std::ifstream stat("/proc/self/stat");
+    const std::string all{std::istreambuf_iterator<char>(stat), std::istreambuf_iterator<char>()};
+    std::istringstream fields(all.substr(all.rfind(')') + 2));
+    std::string field;
+    constexpr int StartTimeField = 20;  // counted behind the name
+    for (int i = 0; i < StartTimeField; ++i) {
+        fields >> field;
+    }
+    std::ifstream uptime("/proc/uptime");
+    double up = 0;
+    uptime >> up;
+    return up - std::stod(field) / static_cast<double>(::sysconf(_SC_CLK_TCK));
+}
+
+/// A network of ten loggers, and the book to it.
+void WriteSite(const QString& folder, const QString& book) {
+    std::ofstream net(FromQt(QDir(folder).filePath(QStringLiteral("ten.net"))));
+    std::ofstream entries(FromQt(book));
+    net << "[network]\nstart = now\nbaud = 38400\n";
+    for (int i = 0; i < 10; ++i) {
+        net << "[logger]\nname = Site " << i << "\nchannel = 10\nmac = 00A09600000" << i
+            << "\nrecords = 100\n";
+        for (int channel = 0; channel < 8; ++channel) {
+            net << "[analog]\nunits = Feet\nlimits = 0 20\nsignal = sine mean=10 swing=5 hours=1\n";
+        }
+        entries << "\"Site " << i << "\", 10, 00A09600000" << i << "\r\n";
+    }
+}
+
+void PrintLoad(const char* what, int milliseconds, const std::function<void()>& step) {
+    const double before = ProcessorSeconds();
+    const auto start = Clock::now();
+    step();
+    ConsoleRun::RunFor(milliseconds);
+    const double share =
+        100 * (ProcessorSeconds() - before) / (Milliseconds(Clock::now() - start) / 1000);
+    std::printf("%-58s %8.2f %% of a core\n", what, share);
+}
+
+/// Another end of a pseudo-terminal that answers each request with 24 bytes and notes when the last
+/// of them went out.
+class Answerer {
+ public:
+    explicit Answerer(const QString& link) : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+        ::grantpt(master_);
+        ::unlockpt(master_);
+        QFile::remove(link);
+        QFile::link(QString::fromLocal8Bit(::ptsname(master_)), link);
+        slave_ = ::open(::ptsname(master_), O_RDWR | O_NOCTTY);
+        thread_ = std::thread([this] { Answer(); });
+    }
+    ~Answerer() {
+        ends_ = true;
+        thread_.join();
+        ::close(slave_);
+        ::close(master_);
+    }
+    Answerer(const Answerer&) = delete;
+    Answerer& operator=(const Answerer&) = delete;
+
+    static constexpr int Reply = 24;
+    std::atomic<Clock::time_point> LastByte{Clock::time_point{}};
+
+ private:
+    void Answer() {
+        std::array<char, 64> request{};
+        const std::array<char, Reply> reply{};
+        while (!ends_) {
+            pollfd ready{master_, POLLIN, 0};
+            if (::poll(&ready, 1, 50) > 0 && ::read(master_, request.data(), request.size()) > 0) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(7));
+                if (::write(master_, reply.data(), reply.size()) == Reply) {
+                    LastByte = Clock::now();
+                }
+            }
+        }
+    }
+
+    int master_;
+    int slave_ = -1;
+    std::atomic<bool> ends_ = false;
+    std::thread thread_;
+};
+
+void MeasureReplies() {
+    constexpr int Rounds = 300;
+    const Home home({});
+    Answerer answerer(home.PortLink());
+    ConsoleRun console;
+    Link& link = console.State().LinkRecord;
+    QTimer tick;
+    QObject::connect(&tick, &QTimer::timeout, &tick, [&link] {
+        if (link.WaitTicks > 0) {
+            --link.WaitTicks;
+        }
+    });
+    tick.start(100);
+    if (!comm::OpenPort(link, console.Window(), 1, "115200,N,8,1")) {
+        std::printf("no port\n");
+        return;
+    }
+    std::vector<double> delays;
+    for (int i = 0; i < Rounds; ++i) {
+        link.MSComm1.ClearInBuffer();
+        comm::SendText(link, "?");
+        comm::WaitForBytes(link, 8, Answerer::Reply);
+        delays.push_back(Milliseconds(Clock::now() - answerer.LastByte.load()));
+    }
+    comm::ClosePort(link);
+    std::sort(delays.begin(), delays.end());
+    std::printf("%-58s %8.3f ms (95 %%: %.3f ms)\n", "a reply is taken after its last byte, median",
+                delays[Rounds / 2], delays[Rounds * 95 / 100]);
+}
+
+void MeasureLargeBook(ConsoleRun& console) {
+    AddressBook& book = console.State().Book;
+    book.Entries.Reset();
+    for (int i = 0; i < 10000; ++i) {
+        book.Entries.Append({.Name = "Pump station number " + std::to_string(i)});
+    }
+    const auto start = Clock::now();
+    RefreshClientList(book, console.Window());
+    QApplication::processEvents();
+    std::printf("%-58s %8.1f ms\n", "a book of 10,000 entries is listed",
+                Milliseconds(Clock::now() - start));
+}
+
+void Measure(const QString& simulator, int seconds) {
+    const QTemporaryDir folder;
+    const QString book = folder.filePath(QStringLiteral("ten.obk"));
+    WriteSite(folder.path(), book);
+    const Home home(book);
+    SimProcess sim(simulator, folder.filePath(QStringLiteral("ten.net")), home.PortLink());
+    ConsoleRun console;
+    const double before = SecondsSinceStart();
+    double usable = 0;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        if (usable == 0 && QApplication::activeModalWidget() != nullptr) {
+            usable = SecondsSinceStart();
+        }
+    });
+    watch.start(1);
+    console.Start();
+    watch.stop();
+    constexpr double Splash = 1;
+    std::printf("%-58s %8.2f s (and %.2f s of splash)\n",
+                "from the start of Load to the connect dialog", usable - before - Splash, Splash);
+    for (int client = 1; client <= 10; ++client) {
+        console.OpenClient(client);
+        console.Click(QStringLiteral("cmdGetSettings"));
+    }
+    PrintLoad("connected and idle, ten windows open", seconds * 1000, [] {});
+    PrintLoad("sampling continuously, ten windows open", seconds * 1000,
+              [&] { console.Click(QStringLiteral("cmdSampleContinuously")); });
+    console.Click(QStringLiteral("cmdSampleContinuously"));
+    ConsoleRun::RunFor(2000);
+    console.Window().CloseAllChildForms();
+    MeasureLargeBook(console);
+    console.Close();
+}
+
+}  // namespace
+}  // namespace whole_program
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: orvia-measure SIMULATOR [SECONDS]\n");
+        return 2;
+    }
+    QApplication application(argc, argv);
+    std::printf("%-58s %8.2f s\n", "from exec to the application object",
+                whole_program::SecondsSinceStart());
+    whole_program::MeasureReplies();
+    whole_program::Measure(QString::fromLocal8Bit(argv[1]), argc > 2 ? std::atoi(argv[2]) : 60);
+    return 0;
+}
