@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdio>
 
 #include "client/bars.h"
@@ -14,7 +15,7 @@
 
 namespace {
 
-constexpr int OpenWindows = 10;
+constexpr std::size_t OpenWindows = 10;
 
 struct Window {
     ClientRecord Record;
@@ -46,7 +47,7 @@ void TickOfTenStandingWindows(benchmark::State& bench) {
     for (Window& window : windows) {
         ReadLogger(window);
     }
-    for (auto _ : bench) {
+    while (bench.KeepRunning()) {
         for (Window& window : windows) {
             benchmark::DoNotOptimize(
                 ChangedBars(window.Record, window.Panel.fraMeter[0].Place.Top));
@@ -57,10 +58,10 @@ BENCHMARK(TickOfTenStandingWindows);
 
 // The least that the same tick could do: a division and a comparison a bar.
 void TickOfTenStandingWindowsBareLoop(benchmark::State& bench) {
-    std::array<double, OpenWindows * BarColumns> values;
-    std::array<int, OpenWindows * BarColumns> tops{};
+    std::array<double, OpenWindows * std::size_t{BarColumns}> values{};
+    std::array<int, OpenWindows * std::size_t{BarColumns}> tops{};
     values.fill(45.8);
-    for (auto _ : bench) {
+    while (bench.KeepRunning()) {
         int changed = 0;
         for (std::size_t i = 0; i < values.size(); ++i) {
             benchmark::DoNotOptimize(values[i]);
@@ -74,7 +75,7 @@ BENCHMARK(TickOfTenStandingWindowsBareLoop);
 void RefreshOfEightChannels(benchmark::State& bench) {
     Window window;
     ReadLogger(window);
-    for (auto _ : bench) {
+    while (bench.KeepRunning()) {
         RefreshReadings(window.Record, window.Panel);
         benchmark::DoNotOptimize(window.Panel);
     }
@@ -85,7 +86,7 @@ BENCHMARK(RefreshOfEightChannels);
 void RefreshOfEightChannelsByPrintf(benchmark::State& bench) {
     constexpr int figures = 4 * AnalogChannels + PulseChannels;
     std::array<char, 64> text{};
-    for (auto _ : bench) {
+    while (bench.KeepRunning()) {
         for (int i = 0; i < figures; ++i) {
             std::snprintf(text.data(), text.size(), "%.2f", 45.776 + i);
             benchmark::DoNotOptimize(text);

@@ -5,7 +5,6 @@
 #include <QIcon>
 #include <QMdiArea>
 #include <QMouseEvent>
-#include <QPointer>
 #include <QPushButton>
 #include <algorithm>
 #include <cmath>
@@ -20,10 +19,11 @@ static void KeepPictures() {
 }
 
 std::shared_ptr<frmClient> frmClient::Make(ClientContext& context) {
-    const QPointer<frmClient> window = new frmClient(context);
-    // The last holder may let go inside an event of the window itself.
-    return {window.data(), [window](frmClient* /*made*/) {
-                if (window != nullptr) {
+    auto* const made = new frmClient(context);
+    // A main window that goes first takes the window with it. Otherwise it goes with its last
+    // holder, but not before the event is over in which that one lets go.
+    return {made, [life = std::weak_ptr<const bool>(made->life_)](frmClient* window) {
+                if (!life.expired()) {
                     window->deleteLater();
                 }
             }};

@@ -87,6 +87,7 @@ class frmClient final : public QMdiSubWindow,
     QTimer Timer1_;
     std::string caption_;
     bool unloaded_ = false;
+    std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
 };
 
 #endif  // ORVIA_CLIENT_FRMCLIENT_H

@@ -11,6 +11,7 @@
 #include "client/client_record.h"
 
 class QLabel;
+class QObject;
 class QPushButton;
 class QWidget;
 class frmClientColumn;

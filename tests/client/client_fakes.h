@@ -20,7 +20,7 @@ namespace client_test {
 /// A logger at the other end of a faultless link.
 class LoggerOnTheLink final : public FrameExchange {
  public:
-    LoggerRecord Settings;              ///< what its memory and its replies are made from
+    LoggerState Settings;               ///< what its memory and its replies are made from
     bool Answers = true;                ///< acknowledges frames
     int Asked = 0;                      ///< frames that reached it
     std::function<void()> InEveryWait;  ///< runs where the console waits for an answer

@@ -277,7 +277,7 @@ TEST_F(Client, UnloadDoesNotCountBelowZero) {
 
 TEST_F(Client, UnloadWithAnotherClientIndexLeavesTheBookAlone) {
     EnterInBook();
-    for (const std::int16_t index : {0, -1, 2}) {
+    for (const std::int16_t index : std::initializer_list<std::int16_t>{0, -1, 2}) {
         RecordedSurface another;
         ClientModel model(console.Context, another);
         model.Load();

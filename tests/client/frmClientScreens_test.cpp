@@ -12,9 +12,8 @@ namespace {
 
 // A desktop's colours, light or dark.
 QPalette DesktopPalette(bool dark) {
-    const QPalette light(QColor(239, 239, 239));
     if (!dark) {
-        return light;
+        return QPalette(QColor(239, 239, 239));
     }
     QPalette palette(QColor(53, 53, 53), QColor(53, 53, 53));
     palette.setColor(QPalette::Base, QColor(35, 35, 35));

@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QContextMenuEvent>
 #include <QGroupBox>
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 #include <algorithm>
 #include <set>
 #include <vector>
@@ -409,6 +411,16 @@ TEST_F(Form, TheCloseBoxUnloadsAndLeavesTheArea) {
     EXPECT_EQ(watch, nullptr);
 }
 
+TEST_F(Form, AMainWindowThatGoesFirstTakesTheWindowWithIt) {
+    auto window = Open();
+    const QPointer<frmClient> watch(window.get());
+    console.State.Windows.Slots.clear();
+    delete area;
+    EXPECT_EQ(watch, nullptr);
+    window.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 TEST_F(Form, AClosedWindowStillAnswersWithoutAScreen) {
     const auto window = Open();
     window->Unload();
@@ -497,7 +509,10 @@ TEST_F(Form, ClosedWhileItWaitsForItsActivation) {
     auto window = Open();
     const QPointer<frmClient> watch(window.get());
     QWidget* label = Find(*window, "lblData(0)");
-    QMetaObject::invokeMethod(window.get(), &QWidget::close, Qt::QueuedConnection);
+    QTimer closing;
+    QObject::connect(&closing, &QTimer::timeout, window.get(), &QWidget::close);
+    closing.setSingleShot(true);
+    closing.start(0);
     window.reset();
     QTest::mousePress(label, Qt::RightButton);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
