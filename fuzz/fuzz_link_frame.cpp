@@ -1,6 +1,6 @@
-// Any bytes behind the start of a frame: the decoder ends where the format says it does, and what it
-// calls good is just what the encoder makes of that payload, but for raw bytes that need no escape
-// to be read.
+// Any bytes behind the start of a frame: the decoder ends where the format says it does, and what
+// it calls good is just what the encoder makes of that payload, but for raw bytes that need no
+// escape to be read.
 
 #include <cstdint>
 #include <cstdlib>

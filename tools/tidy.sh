@@ -3,8 +3,8 @@
 # when it, one of its headers or the checks have changed. Prints what is wrong and fails on it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-build=${ORVIA_BUILD:-build/dev}
-[ -f "$build/compile_commands.json" ] || cmake --preset dev >/dev/null
+build=build/tidy
+cmake --preset tidy >/dev/null
 mapfile -t sources < <(git ls-files 'src/*.cpp' 'simulator/*.cpp' 'tests/*.cpp' 'bench/*.cpp')
 mapfile -t all < <(git ls-files '*.cpp' '*.h')
 

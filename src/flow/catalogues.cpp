@@ -3,10 +3,10 @@
 #include <array>
 #include <optional>
 
+#include "common/line_reader.h"
 #include "common/number_text.h"
 #include "common/text.h"
 #include "flow/flow_table.h"
-#include "common/line_reader.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "common/line_reader.h"
 #include "common/number_text.h"
 #include "common/path_text.h"
 #include "common/text.h"
-#include "common/line_reader.h"
 
 namespace {
 

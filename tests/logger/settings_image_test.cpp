@@ -49,8 +49,7 @@ TEST(Float24Decode, DividesOneStepAtATime) {
 TEST(Float24Decode, WhatALoggerHoldsEncodesToTheSameValue) {
     std::mt19937 random(9);
     for (int i = 0; i < 100000; ++i) {
-        const auto bits =
-            static_cast<std::int32_t>(random() % 1'000'000 + (random() % 16 << 20));
+        const auto bits = static_cast<std::int32_t>(random() % 1'000'000 + (random() % 16 << 20));
         const double value = config::DecodeFloat24(bits);
         const double again = config::DecodeFloat24(config::EncodeFloat24(value));
         EXPECT_NEAR(again, value, std::fabs(value) * 1e-5 + 5e-8) << bits;
