@@ -42,7 +42,7 @@ class BookOnDisk {
 void LoadBook(benchmark::State& state) {
     const BookOnDisk disk;
     NumberedArray<ClientRadio> entries;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         ReadBookFile(disk.Path, entries);
     }
     if (entries.UpperBound() != Entries) {
@@ -53,7 +53,7 @@ BENCHMARK(LoadBook)->Unit(benchmark::kMillisecond);
 
 void SaveBook(benchmark::State& state) {
     const BookOnDisk disk;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (!WriteBookFile(disk.Path, disk.Book)) {
             state.SkipWithError("the file could not be written");
         }
@@ -63,7 +63,7 @@ BENCHMARK(SaveBook)->Unit(benchmark::kMillisecond);
 
 void CopyBytes(benchmark::State& state) {
     const BookOnDisk disk;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::ifstream in(disk.Path, std::ios::binary);
         const std::string bytes{std::istreambuf_iterator<char>(in),
                                 std::istreambuf_iterator<char>()};

@@ -27,7 +27,7 @@ void CountBytes(benchmark::State& state, std::size_t each) {
 
 void EncodeFrame(benchmark::State& state) {
     const Bytes payload = ReplyPayload();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(comm::EncodeFrame(payload).data());
     }
     CountBytes(state, payload.size());
@@ -37,7 +37,7 @@ BENCHMARK(EncodeFrame);
 void DecodeFrame(benchmark::State& state) {
     const Bytes frame = comm::EncodeFrame(ReplyPayload());
     Bytes payload(242);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         comm::FrameDecoder decoder(payload);
         auto progress = comm::FrameDecoder::Progress::More;
         for (std::size_t i = 1; i < frame.size(); ++i) {
@@ -55,7 +55,7 @@ BENCHMARK(DecodeFrame);
 void Crc(benchmark::State& state) {
     const Bytes payload = ReplyPayload();
     std::uint16_t crc = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         crc = comm::FrameCrc(payload, 0, static_cast<int>(payload.size()) - 1);
         benchmark::DoNotOptimize(crc);
         benchmark::ClobberMemory();
@@ -66,7 +66,7 @@ BENCHMARK(Crc);
 
 void CrcOfBoost(benchmark::State& state) {
     const Bytes payload = ReplyPayload();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         boost::crc_16_type crc;
         crc.process_bytes(payload.data(), payload.size());
         std::uint16_t sum = crc.checksum();
@@ -136,7 +136,7 @@ void SuperviseTenThousand(benchmark::State& state) {
         book.Entries.Append({.Name = "Site " + std::to_string(i), .SmallIcon = IconWindowOpen});
     }
     const comm::SupervisionContext context{link, sampling, operations, book, windows, view};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         link.CurrentMAC[0] = static_cast<std::uint8_t>(link.CurrentMAC[0] == 0 ? 1 : 0);
         link.CurrentMAC[1] = 0;
         link.CurrentMAC[2] = 0;

@@ -1,0 +1,75 @@
+#include "app/frmMain_fixture.h"
+
+namespace testing_support {
+
+MainWindowTest::MainWindowTest() : state_(host_.AsHost(folder_)) {
+    std::string book;
+    for (int number = 1; number <= 3; ++number) {
+        const simulator::LoggerSetup site = BasicSite(number);
+        host_.Virtual.Network.AddLogger(site);
+        book += "\"" + site.Settings.Name + "\", 10, 00A09600000" + std::to_string(number) + "\r\n";
+    }
+    const std::string path = JoinPath(folder_, "site.obk");
+    WriteFile(path, book + "\r\n");
+    host_.Virtual.Store.Values["Configuration/AddressBook"] = path;
+    host_.Virtual.Store.Values["Configuration/Port"] = "COM1";
+    window_ = std::make_unique<frmMain>(state_);
+}
+
+MainWindowTest::~MainWindowTest() {
+    state_.LinkRecord.ShuttingDown = True;
+    window_->CloseAllChildForms();
+    window_.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void MainWindowTest::Start(const std::function<void(frmConnect&)>& inDialog) {
+    QTimer watch;
+    bool done = false;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        auto* dialog = dynamic_cast<frmConnect*>(QApplication::activeModalWidget());
+        if (dialog != nullptr && !done) {
+            done = true;
+            inDialog(*dialog);
+        }
+    });
+    watch.start(1);
+    window_->Load();
+}
+
+void MainWindowTest::StartConnected() {
+    Start([](frmConnect& dialog) {
+        dialog.findChild<QPushButton*>(QStringLiteral("cmdConnect"))->click();
+    });
+    ASSERT_EQ(state_.LinkRecord.Connected, True);
+}
+
+void MainWindowTest::Click(const char* name) {
+    auto& button = Find<QPushButton>(name);
+    ASSERT_TRUE(host_.RunUntil([&] { return button.isEnabled(); })) << name;
+    QTest::mouseClick(&button, Qt::LeftButton);
+}
+
+void MainWindowTest::ClickClient(int number, Qt::MouseButton button) {
+    auto& list = Find<QListWidget>("lvwClients");
+    const QRect item = list.visualItemRect(list.item(number - 1));
+    QTest::mouseClick(list.viewport(), button, {}, item.center());
+}
+
+std::shared_ptr<frmClient> MainWindowTest::WindowOf(int entry) {
+    return std::dynamic_pointer_cast<frmClient>(
+        state_.Windows.At(state_.Book.Entries[entry].WindowIndex));
+}
+
+void MainWindowTest::In(int milliseconds, std::function<void()> action) {
+    host_.Virtual.Time.In(milliseconds * Millisecond, std::move(action));
+}
+
+void MainWindowTest::ExpectAtRest() {
+    EXPECT_EQ(state_.OperationsRecord.OperationBusy, False);
+    EXPECT_EQ(state_.LinkRecord.CommBusy, False);
+    EXPECT_EQ(state_.SamplingRecord.SingleSample, 0);
+    EXPECT_EQ(window_->cursor().shape(), Qt::ArrowCursor);
+}
+
+}  // namespace testing_support

@@ -1,0 +1,34 @@
+#include "support/qt/accelerated_host.h"
+
+namespace testing_support {
+
+AcceleratedHost::AcceleratedHost() {
+    drive_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&drive_, &QTimer::timeout, &drive_, [this] {
+        const Microseconds due = elapsed_.nsecsElapsed() / 1000 * Speed;
+        Virtual.Time.Run(due - Virtual.Time.Now());
+    });
+    elapsed_.start();
+    drive_.start(1);
+}
+
+Host AcceleratedHost::AsHost(const std::string& appPath) {
+    Host host = Virtual.AsHost(appPath);
+    return {host.MSComm1, pump_,     host.Boxes,   host.Dialogs,    host.Store,
+            host.Clock,   host.Help, host.AppPath, TickMilliseconds};
+}
+
+bool AcceleratedHost::RunUntil(const std::function<bool()>& done, int limit) {
+    const Microseconds end = Virtual.Time.Now() + limit * Second;
+    while (!done() && Virtual.Time.Now() < end) {
+        pump_.WaitForMoreEvents();
+    }
+    return done();
+}
+
+void AcceleratedHost::RunFor(int milliseconds) {
+    const Microseconds end = Virtual.Time.Now() + milliseconds * Millisecond;
+    static_cast<void>(RunUntil([&] { return Virtual.Time.Now() >= end; }));
+}
+
+}  // namespace testing_support
