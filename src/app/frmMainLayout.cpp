@@ -119,6 +119,8 @@ void frmMain::BuildButtonBar() {
 void frmMain::BuildArea() {
     area_ = new QMdiArea(this);
     area_->setObjectName(QStringLiteral("MDIArea"));
+    constexpr int Darker = 120;  // per cent, of the window's own ground
+    area_->setBackground(palette().color(QPalette::Window).darker(Darker));
     area_->setActivationOrder(QMdiArea::CreationOrder);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);

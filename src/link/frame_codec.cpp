@@ -72,7 +72,7 @@ std::uint16_t FrameCrc(std::span<const std::uint8_t> buffer, int first, int last
         throw Fault("range outside the buffer");
     }
     return Crc(buffer.subspan(static_cast<std::size_t>(first),
-                              static_cast<std::size_t>(last - first + 1)));
+                              static_cast<std::size_t>(last) + 1 - static_cast<std::size_t>(first)));
 }
 
 Bytes EncodeFrame(std::span<const std::uint8_t> payload) {

@@ -85,4 +85,11 @@ void ClosePort(Link& link) {
     }
 }
 
+void NoticeLostDevice(Link& link) {
+    const bool open = link.LinkState == LinkNormal || link.LinkState == LinkCommand;
+    if (open && link.CommBusy == False && !link.MSComm1.PortOpen()) {
+        link.LinkState = LinkDisconnected;
+    }
+}
+
 }  // namespace comm

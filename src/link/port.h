@@ -44,6 +44,10 @@ void SendText(Link& link, std::string_view text);
 /// Closes the port if it is open; never fails.
 void ClosePort(Link& link);
 
+/// A device that was pulled out has closed its port by itself: between two exchanges the link is
+/// then disconnected.
+void NoticeLostDevice(Link& link);
+
 }  // namespace comm
 
 #endif  // ORVIA_LINK_PORT_H

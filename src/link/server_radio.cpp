@@ -227,6 +227,7 @@ bool SelectClient(const LinkContext& context, const ClientRadio& client) {
     }
     // The book can change while the radio is awaited, and `client` with it.
     const Tuning tuning{client.Channel, AddressOf(client.Mac)};
+    NoticeLostDevice(link);
     try {
         if (link.LinkState == LinkDisconnected) {
             ReopenPort(context);

@@ -19,14 +19,6 @@ constexpr std::array<StateShown, 4> StatesShown{{{"Disconnected", {255, 0, 0}},
                                                  {"Connected - Normal", {0, 160, 0}},
                                                  {"Connected - Command", {0, 0, 240}}}};
 
-/// A device that was pulled out has closed its port by itself; no exchange will tell of it.
-void NoticeLostDevice(Link& link) {
-    const bool open = link.LinkState == LinkNormal || link.LinkState == LinkCommand;
-    if (open && link.CommBusy == False && !link.MSComm1.PortOpen()) {
-        link.LinkState = LinkDisconnected;
-    }
-}
-
 /// The limit acts whatever the setting for it says: an idle port is closed, and the next
 /// operation opens it again.
 void CountIdleTicks(Link& link, const Operations& operations) {

@@ -21,9 +21,9 @@ void CheckField(std::size_t imageSize, int offset, int size) {
 /// Writes the low `size` bytes of `value`, low byte first.
 void PutLow(std::int32_t value, Bytes& image, int offset, int size) {
     CheckField(image.size(), offset, size);
+    std::uint8_t* const field = image.data() + offset;
     for (int i = 0; i < size; ++i) {
-        image[static_cast<std::size_t>(offset + i)] =
-            static_cast<std::uint8_t>(value >> (8 * i) & 0xFF);
+        field[i] = static_cast<std::uint8_t>(value >> (8 * i) & 0xFF);
     }
 }
 
@@ -31,7 +31,7 @@ std::int32_t GetLow(std::span<const std::uint8_t> image, int offset, int size) {
     CheckField(image.size(), offset, size);
     std::int32_t value = 0;
     for (int i = 0; i < size; ++i) {
-        value |= image[static_cast<std::size_t>(offset + i)] << (8 * i);
+        value |= image.data()[offset + i] << (8 * i);
     }
     return value;
 }

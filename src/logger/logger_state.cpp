@@ -29,11 +29,11 @@ void SetDefaultPulseChannels(LoggerState& global) {
 }  // namespace
 
 void CopyStateToGlobal(LoggerState& global, const LoggerState& state) {
-    static_cast<LoggerRecord&>(global) = state;
+    static_cast<LoggerRecord&>(global) = static_cast<const LoggerRecord&>(state);
 }
 
 void CopyStateFromGlobal(const LoggerState& global, LoggerState& state) {
-    static_cast<LoggerRecord&>(state) = global;
+    static_cast<LoggerRecord&>(state) = static_cast<const LoggerRecord&>(global);
 }
 
 void SetDefaultSettings(LoggerState& global) {

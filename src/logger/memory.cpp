@@ -31,7 +31,7 @@ bool ReadLoggerMemory(FrameExchange& exchange, Bytes& dest, int start, int count
     }
     const Bytes request = {0x08, ByteOf(address, 0), ByteOf(address, 1), ByteOf(address, 2),
                            static_cast<std::uint8_t>(count)};
-    const auto end = static_cast<std::size_t>(start + count);
+    const auto end = static_cast<std::size_t>(start) + static_cast<std::size_t>(count);
     dest.resize(std::max(dest.size(), end));
     for (int attempt = 0; attempt < Attempts; ++attempt) {
         Bytes reply(static_cast<std::size_t>(count + EchoSize));

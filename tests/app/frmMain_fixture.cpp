@@ -45,8 +45,14 @@ void MainWindowTest::StartConnected() {
 }
 
 void MainWindowTest::Click(const char* name) {
+    ClickAndLater(name, 0, [] {});
+}
+
+void MainWindowTest::ClickAndLater(const char* name, int milliseconds,
+                                   std::function<void()> action) {
     auto& button = Find<QPushButton>(name);
     ASSERT_TRUE(host_.RunUntil([&] { return button.isEnabled(); })) << name;
+    host_.Virtual.Time.In(milliseconds * Millisecond, std::move(action));
     QTest::mouseClick(&button, Qt::LeftButton);
 }
 
@@ -61,8 +67,17 @@ std::shared_ptr<frmClient> MainWindowTest::WindowOf(int entry) {
         state_.Windows.At(state_.Book.Entries[entry].WindowIndex));
 }
 
-void MainWindowTest::In(int milliseconds, std::function<void()> action) {
-    host_.Virtual.Time.In(milliseconds * Millisecond, std::move(action));
+void MainWindowTest::Once(const std::function<bool()>& moment,
+                          const std::function<void()>& action) {
+    const auto done = std::make_shared<bool>(false);
+    for (int milliseconds = 50; milliseconds < 5000; milliseconds += 50) {
+        host_.Virtual.Time.In(milliseconds * Millisecond, [=] {
+            if (!*done && moment()) {
+                *done = true;
+                action();
+            }
+        });
+    }
 }
 
 void MainWindowTest::ExpectAtRest() {

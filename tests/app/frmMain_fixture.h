@@ -38,11 +38,14 @@ class MainWindowTest : public ::testing::Test {
     Widget& Find(const char* name);
     /// Clicks a button once it is enabled.
     void Click(const char* name);
+    /// The same, with `action` done once, so many virtual milliseconds behind the click.
+    void ClickAndLater(const char* name, int milliseconds, std::function<void()> action);
     /// Clicks item `number` of the client list.
     void ClickClient(int number, Qt::MouseButton button = Qt::LeftButton);
     std::shared_ptr<frmClient> WindowOf(int entry);
-    /// Does `action` once, so many virtual milliseconds from now, inside whatever runs then.
-    void In(int milliseconds, std::function<void()> action);
+    /// Does `action` once, as soon as `moment` holds, inside whatever runs then; looks every few
+    /// virtual milliseconds for some seconds.
+    void Once(const std::function<bool()>& moment, const std::function<void()>& action);
 
     void ExpectAtRest();
 

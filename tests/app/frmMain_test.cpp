@@ -168,16 +168,14 @@ TEST_F(MainWindowTest, TheConnectButtonPressedInsideASamplingStepDisconnectsWhen
     Click("cmdSampleContinuously");
     host_.Virtual.Network.Faults().LoseAnswer(4);
     bool pressed = false;
-    for (int moment = 50; moment < 5000; moment += 50) {
-        In(moment, [&] {
-            if (!pressed && state_.SamplingRecord.StepRuns != False) {
-                pressed = true;
-                Click("cmdConnect");
-                EXPECT_TRUE(host_.Virtual.Port.PortOpen()) << "the step is still under way";
-            }
-        });
-    }
+    Once([this] { return state_.SamplingRecord.StepRuns != False; },
+         [&] {
+             pressed = true;
+             Click("cmdConnect");
+             EXPECT_TRUE(host_.Virtual.Port.PortOpen()) << "the step is still under way";
+         });
     ASSERT_TRUE(host_.RunUntil([this] { return !host_.Virtual.Port.PortOpen(); }));
+    EXPECT_TRUE(pressed);
     EXPECT_EQ(state_.SamplingRecord.ContinuousMode, SamplingIdle);
     ExpectAtRest();
 }
@@ -186,10 +184,8 @@ TEST_F(MainWindowTest, ACloseWhileAnExchangeRunsIsRefusedWithNoMessage) {
     StartConnected();
     ClickClient(1);
     bool closed = true;
-    In(200, [&] {
-        ASSERT_NE(state_.LinkRecord.CommBusy, False);
-        closed = window_->close();
-    });
+    Once([this] { return state_.LinkRecord.CommBusy != False; },
+         [&] { closed = window_->close(); });
     Click("cmdGetSettings");
     EXPECT_FALSE(closed);
     EXPECT_TRUE(window_->isVisible());
@@ -200,12 +196,11 @@ TEST_F(MainWindowTest, ClosingTheClientInsideEveryWaitOfGetSampleLeavesNothingBu
     StartConnected();
     for (int moment = 100; moment <= 4000; moment += 300) {
         ClickClient(1);
-        In(moment, [this] {
+        ClickAndLater("cmdGetSettings", moment, [this] {
             if (const auto window = WindowOf(1)) {
                 window->close();
             }
         });
-        Click("cmdGetSettings");
         ExpectAtRest();
         ASSERT_TRUE(host_.RunUntil([this] { return state_.Windows.NumClientWindows == 0; }));
     }
@@ -215,11 +210,9 @@ TEST_F(MainWindowTest, ADeviceThatVanishesInsideEveryWaitLeavesNothingBusy) {
     StartConnected();
     ClickClient(1);
     for (int moment = 100; moment <= 3100; moment += 600) {
-        In(moment, [this] { host_.Virtual.Port.PullOut(); });
-        Click("cmdGetSettings");
+        ClickAndLater("cmdGetSettings", moment, [this] { host_.Virtual.Port.PullOut(); });
         ExpectAtRest();
-        host_.RunFor(3200);
-        EXPECT_FALSE(host_.Virtual.Port.PortOpen());
+        ASSERT_TRUE(host_.RunUntil([this] { return !host_.Virtual.Port.PortOpen(); }));
         boxes_.Shown.clear();
     }
     Click("cmdGetSettings");
@@ -232,10 +225,13 @@ TEST_F(MainWindowTest, TheProgramClosedInsideEveryWaitOfGetSampleUnwindsInSilenc
     bool closed = false;
     for (int moment = 100; moment <= 4000 && !closed; moment += 300) {
         // Refused while an exchange is on the wire, taken in the wait between two.
-        In(moment, [&] { closed = window_->close(); });
-        Click("cmdGetSettings");
+        bool tried = false;
+        ClickAndLater("cmdGetSettings", moment, [&] {
+            tried = true;
+            closed = window_->close();
+        });
         EXPECT_EQ(state_.OperationsRecord.OperationBusy, False);
-        host_.RunFor(closed ? 0 : 300);
+        ASSERT_TRUE(host_.RunUntil([&] { return tried; }));
     }
     EXPECT_TRUE(closed);
     EXPECT_EQ(state_.LinkRecord.ShuttingDown, True);
@@ -310,10 +306,11 @@ TEST_F(MainWindowTest, ABookOfTenThousandIsListedQuickly) {
 TEST_F(MainWindowTest, ConnectCancelledDuringTheAttemptEndsWithIt) {
     host_.Virtual.Network.Radio().Silence();
     Start([this](frmConnect& dialog) {
-        In(700, [&dialog] {
-            dialog.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->click();
-            EXPECT_TRUE(dialog.isVisible()) << "the attempt ends it";
-        });
+        Once([this] { return state_.LinkRecord.CommBusy != False; },
+             [&dialog] {
+                 dialog.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->click();
+                 EXPECT_TRUE(dialog.isVisible()) << "the attempt ends it";
+             });
         dialog.findChild<QPushButton*>(QStringLiteral("cmdConnect"))->click();
     });
     ASSERT_EQ(boxes_.Shown.size(), 2U);

@@ -145,7 +145,7 @@ TEST(Book, TwoEntriesOfOneAddressLoad) {
 
 TEST(Book, AnyBytesLoadWithoutHarm) {
     std::mt19937 random(8);
-    const std::string alphabet = "\"\", 01AFG\r\n\0\xFF";
+    const std::string alphabet = std::string("\"\", 01AFG\r\n\xFF") + char{0};
     for (int i = 0; i < 3000; ++i) {
         std::string contents(random() % 200, ' ');
         for (char& c : contents) {

@@ -29,7 +29,7 @@ class BookOperations : public ::testing::Test {
     }
 
     std::string Write(const std::string& name, const std::string& contents) {
-        const std::string path = JoinPath(folder_, name);
+        std::string path = JoinPath(folder_, name);
         WriteFile(path, contents);
         return path;
     }

@@ -143,7 +143,7 @@ TEST_P(InterruptedOperation, EndsWithNothingBusy) {
         VirtualConsole console;
         const auto window = console.OpenWindow(console.AddSite(BasicSite(1)));
         console.Connect();
-        console.Outside.Time.In(tenth * 100 * Millisecond, [&] {
+        console.Outside.Time.In(Millisecond * 100 * tenth, [&] {
             if (console.State.OperationsRecord.OperationBusy != False) {
                 GetParam().Happen(console, *window);
             }

@@ -243,6 +243,15 @@ TEST_F(ServerRadioTest, AfterTheIdleLimitThePortReopensWithOnlyALeaveCommand) {
     EXPECT_EQ(network_.Written(), Leave);
 }
 
+TEST_F(ServerRadioTest, ADeviceThatVanishedSinceIsOpenedAgain) {
+    SelectFirst();
+    port_.PullOut();
+    port_.LookForHangUp();
+    EXPECT_TRUE(Select(1));
+    EXPECT_TRUE(port_.PortOpen());
+    EXPECT_EQ(network_.Written(), Leave);
+}
+
 TEST_F(ServerRadioTest, SelectingUnconnectedTellsSo) {
     console_.AddSite(BasicSite(1));
     link_.Connected = False;
