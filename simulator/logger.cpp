@@ -148,8 +148,8 @@ std::uint16_t Logger::StatusWordAt(Microseconds now) const {
 Bytes Logger::Record(std::uint32_t index) const {
     const RecordTimes times = history_.TimesOf(index);
     const auto packed = PackTime(FromSeconds(times.Stamp));
-    Bytes record(packed.begin(), packed.end());
-    record.resize(packed.size() + 2 * (AnalogChannels() + PulseChannels()));
+    Bytes record(packed.size() + 2 * (AnalogChannels() + PulseChannels()));
+    std::copy(packed.begin(), packed.end(), record.begin());
     std::size_t at = packed.size();
     for (std::size_t channel = 0; channel < AnalogChannels(); ++channel, at += 2) {
         PutU16(record, at, RawAt(channel, times.Taken));
@@ -182,8 +182,8 @@ Bytes Logger::SampleFrame(Microseconds taken) const {
     constexpr std::size_t analogSlots = 8;
     constexpr std::size_t pulseSlots = 2;
     const auto packed = PackTime(FromSeconds(ClockAt(taken)));
-    Bytes frame(packed.begin(), packed.end());
-    frame.resize(packed.size() + 2 * (analogSlots + pulseSlots), NeverWritten);
+    Bytes frame(packed.size() + 2 * (analogSlots + pulseSlots), NeverWritten);
+    std::copy(packed.begin(), packed.end(), frame.begin());
     const auto slot = [&](std::size_t i) { return packed.size() + 2 * i; };
     for (std::size_t channel = 0; channel < AnalogChannels(); ++channel) {
         const bool last = channel + 1 == AnalogChannels();
