@@ -115,8 +115,10 @@ void ConsoleRun::AnswerBoxes() {
         box->defaultButton()->click();
     } else if (auto* connect = dynamic_cast<frmConnect*>(modal)) {
         if (!connectButton_.isEmpty()) {
-            const QString button = std::exchange(connectButton_, QString());
-            Find<QAbstractButton>(*connect, button).click();
+            const QString name = std::exchange(connectButton_, QString());
+            // Queued: a box that the click brings up is answered by this very timer.
+            auto& button = Find<QAbstractButton>(*connect, name);
+            QMetaObject::invokeMethod(&button, &QAbstractButton::click, Qt::QueuedConnection);
         }
     }
 }

@@ -88,11 +88,12 @@ void PrintLoad(const char* what, int milliseconds, const std::function<void()>& 
     std::printf("%-58s %8.2f %% of a core\n", what, share);
 }
 
-/// Another end of a pseudo-terminal that answers each request with 24 bytes and notes when the last
-/// of them went out.
+/// Another end of a pseudo-terminal that answers each request with 24 bytes and notes when they
+/// went out.
 class Answerer {
  public:
-    explicit Answerer(const QString& link) : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+    explicit Answerer(const QString& link)
+        : link_(link), master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
         ::grantpt(master_);
         ::unlockpt(master_);
         QFile::remove(link);
@@ -105,6 +106,7 @@ class Answerer {
         thread_.join();
         ::close(slave_);
         ::close(master_);
+        QFile::remove(link_);
     }
     Answerer(const Answerer&) = delete;
     Answerer& operator=(const Answerer&) = delete;
@@ -120,22 +122,24 @@ class Answerer {
             pollfd ready{master_, POLLIN, 0};
             if (::poll(&ready, 1, 50) > 0 && ::read(master_, request.data(), request.size()) > 0) {
                 std::this_thread::sleep_for(std::chrono::milliseconds(7));
-                if (::write(master_, reply.data(), reply.size()) == Reply) {
-                    LastByte = Clock::now();
+                // Noted before, not after: the console may well be the faster of the two.
+                LastByte = Clock::now();
+                if (::write(master_, reply.data(), reply.size()) != Reply) {
+                    return;
                 }
             }
         }
     }
 
+    QString link_;
     int master_;
     int slave_ = -1;
     std::atomic<bool> ends_ = false;
     std::thread thread_;
 };
 
-void MeasureReplies() {
+void MeasureReplies(const Home& home) {
     constexpr int Rounds = 300;
-    const Home home({});
     Answerer answerer(home.PortLink());
     ConsoleRun console;
     Link& link = console.State().LinkRecord;
@@ -176,12 +180,8 @@ void MeasureLargeBook(ConsoleRun& console) {
                 Milliseconds(Clock::now() - start));
 }
 
-void Measure(const QString& simulator, int seconds) {
-    const QTemporaryDir folder;
-    const QString book = folder.filePath(QStringLiteral("ten.obk"));
-    WriteSite(folder.path(), book);
-    const Home home(book);
-    SimProcess sim(simulator, folder.filePath(QStringLiteral("ten.net")), home.PortLink());
+void Measure(const QString& simulator, const QString& folder, const Home& home, int seconds) {
+    SimProcess sim(simulator, QDir(folder).filePath(QStringLiteral("ten.net")), home.PortLink());
     ConsoleRun console;
     const double before = SecondsSinceStart();
     double usable = 0;
@@ -219,10 +219,16 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: orvia-measure SIMULATOR [SECONDS]\n");
         return 2;
     }
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     QApplication application(argc, argv);
     std::printf("%-58s %8.2f s\n", "from exec to the application object",
                 whole_program::SecondsSinceStart());
-    whole_program::MeasureReplies();
-    whole_program::Measure(QString::fromLocal8Bit(argv[1]), argc > 2 ? std::atoi(argv[2]) : 60);
+    const QTemporaryDir folder;
+    const QString book = folder.filePath(QStringLiteral("ten.obk"));
+    whole_program::WriteSite(folder.path(), book);
+    const whole_program::Home home(book);
+    whole_program::MeasureReplies(home);
+    whole_program::Measure(QString::fromLocal8Bit(argv[1]), folder.path(), home,
+                           argc > 2 ? std::atoi(argv[2]) : 60);
     return 0;
 }
