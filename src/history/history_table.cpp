@@ -23,6 +23,19 @@ std::string_view HistoryTable::Text(int row, int column) const {
             lengths[before.size()]};
 }
 
+std::string_view HistoryTable::LongestText(int column) const {
+    int longest = 0;
+    std::uint16_t length = 0;
+    auto at = static_cast<std::size_t>(column);
+    for (int row = 0; row < RowCount(); ++row, at += headings_.size()) {
+        if (lengths_[at] > length) {
+            length = lengths_[at];
+            longest = row;
+        }
+    }
+    return length == 0 ? std::string_view() : Text(longest, column);
+}
+
 std::size_t HistoryTable::Memory() const {
     return chunks_.size() * ChunkSize + starts_.capacity() * sizeof(starts_[0]) +
            lengths_.capacity() * sizeof(lengths_[0]);

@@ -9,13 +9,10 @@
 #include <vector>
 
 /// The rows that the viewer shows, as texts. All texts stand one behind another in one arena, with
-/// two bytes of length for each: a cell costs some ten bytes, where an object for each would cost
-/// hundreds.
+/// two bytes of length for each (up to 65,535 bytes): a cell costs some ten bytes, where an object
+/// for each would cost hundreds.
 class HistoryTable {
  public:
-    /// Longest text of a cell.
-    static constexpr std::size_t LongestText = 0xFFFF;
-
     /// Drops rows and columns, and makes columns with these headings. Room for the lengths of
     /// `rows` rows is taken at once.
     void Reset(std::vector<std::string> headings, int rows);
@@ -42,6 +39,8 @@ class HistoryTable {
         return {At(starts_[number]),
                 std::span(lengths_).subspan(number * headings_.size(), headings_.size())};
     }
+    /// The longest text of a column; empty without rows.
+    [[nodiscard]] std::string_view LongestText(int column) const;
     /// Text of a cell, row 0 to RowCount - 1.
     [[nodiscard]] std::string_view Text(int row, int column) const;
 
