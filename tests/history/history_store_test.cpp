@@ -34,6 +34,19 @@ TEST(ReadRecord, IsTimeThenCountsLittleEndian) {
     EXPECT_EQ(record.Raw[2], 0);
 }
 
+TEST(ReadRecord, ReadsTheBlockThatTheDocumentationShows) {
+    const Bytes block = {2,    0x40, 0xD1, 0x1C, 0x48, 0xD8, 0x04, 0x3B, 0x75, 0x07, 0x00,
+                         0x80, 0xD2, 0x1C, 0x48, 0xEE, 0x04, 0x38, 0x75, 0x07, 0x00};
+    const CountingClock clock;
+    HistoryStore store;
+    store.Append(ReadRecord(block, 1, 3));
+    store.Append(ReadRecord(block, 1 + RecordSize(3), 3));
+    EXPECT_EQ(store.PointAt(0, clock).Time, "14.1.24 13:05:00");
+    EXPECT_EQ(store.PointAt(1, clock).Time, "14.1.24 13:10:00");
+    EXPECT_EQ(store[0].Raw, (std::array<std::uint16_t, 10>{1240, 30011, 7}));
+    EXPECT_EQ(store[1].Raw, (std::array<std::uint16_t, 10>{1262, 30008, 7}));
+}
+
 TEST(ReadRecord, RecordThatRunsOverTheBlockIsAFault) {
     const Bytes block(9);
     EXPECT_NO_THROW((void)ReadRecord(block, 1, 2));
