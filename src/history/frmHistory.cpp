@@ -16,8 +16,8 @@
 
 frmHistory::frmHistory(SharedState& state, MainView& view, std::int16_t windowSlot, QWidget* parent)
     : QDialog(parent), state_(state), view_(view), window_(state.Windows.At(windowSlot)) {
-    constexpr int Characters = 110;
-    constexpr int Lines = 30;
+    constexpr int Characters = 130;
+    constexpr int Lines = 32;
     setObjectName(QStringLiteral("frmHistory"));
     setWindowTitle(QStringLiteral("Historical Data Viewer"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
@@ -60,7 +60,6 @@ void frmHistory::BuildList() {
     policy.setRetainSizeWhenHidden(true);
     ProgressBar_->setSizePolicy(policy);
     ProgressBar_->hide();
-    layout()->addWidget(ProgressBar_);
 }
 
 QPushButton* frmHistory::AddButton(const char* name, const char* text,
@@ -73,7 +72,7 @@ QPushButton* frmHistory::AddButton(const char* name, const char* text,
 
 void frmHistory::BuildButtons() {
     auto* row = new QHBoxLayout;
-    row->addStretch();
+    row->addWidget(ProgressBar_, 1);
     cmdOK_ = AddButton("cmdOK", "OK", &frmHistory::Close);
     cmdOK_->setDefault(true);
     row->addWidget(cmdOK_);
