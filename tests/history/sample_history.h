@@ -55,6 +55,7 @@ class FakeBar final : public ProgressBar {
 /// The texts of a row.
 [[nodiscard]] inline std::vector<std::string> RowOf(const HistoryTable& table, int row) {
     std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(table.ColumnCount()));
     for (int column = 0; column < table.ColumnCount(); ++column) {
         texts.emplace_back(table.Text(row, column));
     }
