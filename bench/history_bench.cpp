@@ -1,5 +1,9 @@
+// The viewer's work on a full store: 200,000 records of 10 channels, with flow and velocity. Each
+// figure stands beside the least that could do the same.
+
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -12,9 +16,6 @@
 #include "flow/flow_calculation.h"
 #include "history/csv.h"
 #include "history/fill_list.h"
-
-// The viewer's work on a full store: 200,000 records of 10 channels, with flow and velocity. Each
-// figure stands beside the least that could do the same.
 
 namespace {
 
@@ -110,7 +111,7 @@ constexpr int Records = HistoryStore::MostRecords;
 
 void FillList(benchmark::State& state) {
     Full full(static_cast<int>(state.range(0)));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         HistoryTable table;
         full.Fill(table);
         benchmark::DoNotOptimize(table.RowCount());
@@ -122,7 +123,7 @@ BENCHMARK(FillList)->Arg(2000)->Arg(20'000)->Arg(Records)->Unit(benchmark::kMill
 void FillListPacked(benchmark::State& state) {
     Full full(Records);
     HistoryTable table;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         FillTable(full.Source(), full.columns, true, full.bar, table);
         benchmark::DoNotOptimize(table.RowCount());
     }
@@ -134,7 +135,7 @@ void SameCellsBySnprintf(benchmark::State& state) {
     Full full(Records);
     const Values cells(full);
     std::array<char, 330> text{};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         for (std::size_t i = 0; i < cells.values.size(); ++i) {
             benchmark::DoNotOptimize(std::snprintf(text.data(), text.size(), "%.*f",
                                                    cells.places[i % cells.places.size()],
@@ -149,7 +150,7 @@ void SameCellsByToChars(benchmark::State& state) {
     Full full(Records);
     const Values cells(full);
     std::array<char, 330> text{};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         for (std::size_t i = 0; i < cells.values.size(); ++i) {
             benchmark::DoNotOptimize(std::to_chars(text.data(), text.data() + text.size(),
                                                    cells.values[i], std::chars_format::fixed,
@@ -168,7 +169,7 @@ void SaveCsv(benchmark::State& state) {
     HistoryTable table;
     full.Fill(table);
     const std::string title = CsvTitleLine(full.logger, true, full.clock);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (!WriteCsv(BenchFile(), {title, table, false}, full.bar)) {
             state.SkipWithError("the file was not written");
         }
@@ -192,8 +193,9 @@ void SameBytesCopiedThenWritten(benchmark::State& state) {
     std::FILE* const saved = std::fopen(BenchFile().c_str(), "rb");
     benchmark::DoNotOptimize(std::fread(bytes.data(), 1, bytes.size(), saved));
     std::fclose(saved);
-    for (auto _ : state) {
-        const std::string copy(bytes);
+    for ([[maybe_unused]] auto _ : state) {
+        std::string copy(bytes.size(), '\0');
+        std::copy(bytes.begin(), bytes.end(), copy.begin());
         std::FILE* const file = std::fopen(BenchFile().c_str(), "wb");
         benchmark::DoNotOptimize(std::fwrite(copy.data(), 1, copy.size(), file));
         std::fclose(file);
@@ -207,7 +209,7 @@ BENCHMARK(SameBytesCopiedThenWritten)->Unit(benchmark::kMillisecond);
 void TableMemory(benchmark::State& state) {
     Full full(Records);
     HistoryTable table;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         full.Fill(table);
     }
     state.counters["MB"] = static_cast<double>(table.Memory()) / 1e6;
