@@ -182,6 +182,36 @@ TEST_F(FrmHistory, OkClearsTheRowsThenCloses) {
     EXPECT_EQ(console.State.History.HistoryCount(), 1);
 }
 
+TEST_F(FrmHistory, ProgramThatClosesOverTheViewerUnwinds) {
+    for (const bool overQuestion : {false, true}) {
+        if (logger == nullptr) {
+            Connect(30);
+        }
+        console.State.LinkRecord.ShuttingDown = False;
+        const auto closeProgram = [this] {
+            for (QWidget* widget : QApplication::topLevelWidgets()) {
+                auto* dialog = qobject_cast<QDialog*>(widget);
+                if (dialog != nullptr && dialog->isVisible()) {
+                    dialog->done(QDialog::Rejected);
+                }
+            }
+            console.State.LinkRecord.ShuttingDown = True;
+        };
+        WithDialogAfter(20 * Second, [](frmGetHistoryData& dialog) { Click(dialog, "cmdOkay"); });
+        const ModalAnswer<frmHistory> viewer([&](frmHistory& shown) {
+            if (overQuestion) {
+                console.Outside.Boxes.WhileShown = closeProgram;
+                Click(shown, "cmdPack");
+            } else {
+                closeProgram();
+            }
+        });
+        GetHistory();
+        EXPECT_TRUE(viewer.Given());
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    }
+}
+
 // ----- saving
 
 TEST_F(FrmHistory, SavesTheRowsThatItShows) {

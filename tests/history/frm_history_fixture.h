@@ -76,15 +76,6 @@ class HistoryFormTest : public testing::Test {
         return qobject_cast<frmGetHistoryData*>(QApplication::activeModalWidget());
     }
 
-    /// Presses "Okay" of the progress dialog as soon as it can be pressed.
-    void PressOkayWhenDone() {
-        console.Outside.Time.StartTimer(100 * Millisecond, [] {
-            if (Dialog() != nullptr && Find(*Dialog(), "cmdOkay")->isEnabled()) {
-                Click(*Dialog(), "cmdOkay");
-            }
-        });
-    }
-
     [[nodiscard]] const std::vector<MessageBox>& Boxes() const {
         return console.Outside.Boxes.Shown;
     }
