@@ -63,7 +63,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    using Operation = void (*)(const OperationContext&);
+    using Operation = std::function<void(const OperationContext&)>;
 
     void BuildTopPanel();
     void BuildLeftPanel();
@@ -75,7 +75,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildHelpMenu();
     void BuildPopup();
     void BuildTimers();
-    QPushButton* AddButton(const QString& name, const QString& text, Operation operation);
+    QPushButton* AddButton(const QString& name, const QString& text, const Operation& operation);
     QAction* AddItem(QMenu& menu, const QString& name, const QString& text,
                      std::function<void()> action);
 

@@ -14,6 +14,7 @@
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
 #include "client/frmClient.h"
+#include "history/frmGetHistory.h"
 #include "link/sampling.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
@@ -97,7 +98,8 @@ void frmMain::BuildLeftPanel() {
     column->addWidget(lvwClients_, 1);
 }
 
-QPushButton* frmMain::AddButton(const QString& name, const QString& text, Operation operation) {
+QPushButton* frmMain::AddButton(const QString& name, const QString& text,
+                                const Operation& operation) {
     auto* button = new QPushButton(text, Picture1_);
     button->setObjectName(name);
     button->setEnabled(false);
@@ -114,6 +116,11 @@ void frmMain::BuildButtonBar() {
         AddButton(QStringLiteral("cmdGetSettings"), QStringLiteral("&Get Sample"), GetSample)};
     cmdSampleContinuously_ = AddButton(QStringLiteral("cmdSampleContinuously"),
                                        QStringLiteral("&Sample Continuously"), SampleContinuously);
+    operationButtons_.push_back(AddButton(QStringLiteral("cmdGetHistory"),
+                                          QStringLiteral("Get &History"),
+                                          [this](const OperationContext& context) {
+                                              GetHistoryInWindows(context, state_, *this, this);
+                                          }));
 }
 
 void frmMain::BuildArea() {
@@ -193,13 +200,16 @@ void frmMain::BuildHelpMenu() {
 void frmMain::BuildPopup() {
     mnuClientPopup_ = new QMenu(this);
     mnuClientPopup_->setObjectName(QStringLiteral("mnuClientPopup"));
-    const auto row = [this](const char* name, const char* text, Operation operation) {
+    const auto row = [this](const char* name, const char* text, const Operation& operation) {
         return AddItem(*mnuClientPopup_, QLatin1String(name), QLatin1String(text),
                        [this, operation] { operation(Operating()); });
     };
     row("mnuClientGetSettings", "Get Sample", GetSample);
     mnuClientSampleContinuously_ =
         row("mnuClientSampleContinuously", "Sample Continuously", SampleContinuously);
+    row("mnuClientGetHistory", "Get History", [this](const OperationContext& context) {
+        GetHistoryInWindows(context, state_, *this, this);
+    });
     row("mnuClientFirmwareVersion", "Firmware Version", ShowFirmwareVersion);
 }
 

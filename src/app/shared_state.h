@@ -1,6 +1,8 @@
 #ifndef ORVIA_APP_SHARED_STATE_H
 #define ORVIA_APP_SHARED_STATE_H
 
+#include <string>
+
 #include "app/quiet_boxes.h"
 #include "app/settings.h"
 #include "common/flag.h"
@@ -8,6 +10,7 @@
 #include "console/client_windows.h"
 #include "console/operations_state.h"
 #include "flow/catalogues.h"
+#include "history/history_store.h"
 #include "link/frames.h"
 #include "link/link.h"
 #include "link/sampling_state.h"
@@ -38,6 +41,8 @@ struct SharedState {
     Catalogues CataloguesRecord;
     LoggerState Logger;  ///< the current logger: the global copy
     DataPoint Newest;    ///< the newest sample
+    HistoryStore History;
+    std::string LastHistoryFolder;  ///< of the last history file saved, empty at start
     QuietBoxes Boxes;
     Host Outside;  ///< the host, its boxes made quiet for the end
     LinkFrames Exchange;

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <system_error>
 
@@ -98,6 +99,73 @@ char* DropSignOfZero(char* first, char* last) {
     return zero ? std::copy(first + 1, last, first) : last;
 }
 
+constexpr std::array<double, MostPlaces + 1> PowersOfTen = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
+
+/// The magnitude of `value` in units of the last of `places` decimals, to the nearest; false where
+/// a double cannot tell to which side it rounds. Below 2^32 the product is off by 2^-21 at most.
+bool CountUnits(double value, int places, std::uint32_t& units) {
+    constexpr double Limit = 4'000'000'000.0;
+    constexpr double Doubt = 0x1p-20;
+    const double product = std::fabs(value) * PowersOfTen[static_cast<std::size_t>(places)];
+    if (!(product < Limit)) {
+        return false;
+    }
+    units = static_cast<std::uint32_t>(product);
+    const double beyondHalf = product - units - 0.5;
+    units += beyondHalf > 0 ? 1 : 0;
+    return std::fabs(beyondHalf) > Doubt;
+}
+
+constexpr std::array<std::uint32_t, 10> Tens = {
+    1, 10, 100, 1000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000, 1'000'000'000};
+
+constexpr std::array<char, 200> MakeDigitPairs() {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}
+constexpr std::array<char, 200> DigitPairs = MakeDigitPairs();
+
+/// Writes the last `digits` digits of `value`, with leading zeros; returns one past the last.
+char* WriteDigits(char* out, std::uint32_t value, int digits) {
+    char* const last = out + digits;
+    char* at = last;
+    for (; digits >= 2; digits -= 2) {
+        at -= 2;
+        std::memcpy(at, &DigitPairs[std::size_t{2} * (value % 100)], 2);
+        value /= 100;
+    }
+    if (digits == 1) {
+        *--at = static_cast<char>('0' + value % 10);
+    }
+    return last;
+}
+
+int DigitCount(std::uint32_t value) {
+    int count = 1;
+    while (count < 10 && value >= Tens[static_cast<std::size_t>(count)]) {
+        ++count;
+    }
+    return count;
+}
+
+/// Writes a count of such units.
+char* WriteUnits(char* out, bool negative, std::uint32_t units, int places) {
+    const std::uint32_t one = Tens[static_cast<std::size_t>(places)];
+    const std::uint32_t whole = units / one;
+    *out = '-';
+    out += negative ? 1 : 0;
+    out = WriteDigits(out, whole, DigitCount(whole));
+    if (places > 0) {
+        *out++ = '.';
+        out = WriteDigits(out, units - whole * one, places);
+    }
+    return out;
+}
+
 }  // namespace
 
 std::string DoubleToText(double value) {
@@ -111,9 +179,14 @@ std::string DoubleToText(double value) {
 }
 
 char* FormatFixedTo(char* out, double value, int places) {
+    const int held = std::clamp(places, 0, MostPlaces);
+    std::uint32_t units = 0;
+    if (CountUnits(value, held, units)) {
+        return WriteUnits(out, value < 0 && units != 0, units, held);
+    }
     const double shown = std::isfinite(value) ? value : 0.0;
-    const auto result = std::to_chars(out, out + FixedTextRoom, shown, std::chars_format::fixed,
-                                      std::clamp(places, 0, MostPlaces));
+    const auto result =
+        std::to_chars(out, out + FixedTextRoom, shown, std::chars_format::fixed, held);
     return *out == '-' ? DropSignOfZero(out, result.ptr) : result.ptr;
 }
 

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cfenv>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <random>
+#include <string>
 
 #include "common/fault.h"
 
@@ -68,6 +71,30 @@ TEST(FormatFixed, HasADigitBeforeThePoint) {
 TEST(FormatFixed, ShowsWhatIsNoNumberAsZero) {
     EXPECT_EQ(FormatFixed(NaN, 2), "0.00");
     EXPECT_EQ(FormatFixed(-Infinity, 1), "0.0");
+}
+
+TEST(FormatFixed, EqualsTheExactTextOfOverAMillionValues) {
+    std::mt19937_64 random(20261115);
+    const auto agrees = [](double value, int places) {
+        std::array<char, FixedTextRoom> exact{};
+        std::snprintf(exact.data(), exact.size(), "%.*f", places, value);
+        std::string expected(exact.data());
+        if (expected.find_first_of("123456789") == std::string::npos && expected[0] == '-') {
+            expected.erase(0, 1);
+        }
+        return FormatFixed(value, places) == expected;
+    };
+    for (int i = 0; i < 300'000; ++i) {
+        const int places = static_cast<int>(random() % 7);
+        const double scale = std::pow(10.0, static_cast<int>(random() % 20) - 7);
+        const double any = (static_cast<double>(random() >> 11) * 0x1p-53 - 0.5) * scale;
+        // Midway between two texts, and one step of a double to either side of it.
+        const double midway = (std::floor(any) + 0.5) / std::pow(10.0, places);
+        for (const double value : {any, midway, std::nextafter(midway, Infinity),
+                                   std::nextafter(midway, -Infinity), std::floor(any) / 8}) {
+            ASSERT_TRUE(agrees(value, places)) << DoubleToText(value) << " to " << places;
+        }
+    }
 }
 
 TEST(FormatFixed, FitsTheLargestNumberIntoItsRoom) {

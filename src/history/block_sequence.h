@@ -1,0 +1,60 @@
+#ifndef ORVIA_HISTORY_BLOCK_SEQUENCE_H
+#define ORVIA_HISTORY_BLOCK_SEQUENCE_H
+
+#include <cstdint>
+#include <span>
+
+#include "common/bytes.h"
+#include "history/history_store.h"
+
+/// What is asked of the logger: the second byte of the request.
+enum class BlockRequest : std::uint8_t { First = 0, Next = 1, Repeat = 2 };
+
+/// What a block is that came in.
+enum class BlockKind {
+    New,    ///< the block asked for
+    Again,  ///< the last block once more: the request for the next one had not arrived
+    Stale   ///< an answer to a request long given up, or one that nothing vouches for
+};
+
+/// Keeps the blocks of an upload in order over a link that loses requests and answers, and brings
+/// some late. Blocks have no numbers; the logger steps on with each request for the next one that
+/// reaches it, and it alone knows which did. So it must never be asked for the next block unless
+/// its last one is known to be stored.
+///
+/// A block not seen before is always the logger's last. The last block once more, on a repeat, says
+/// that the logger did not step on, but for copies of it that are still on their way from requests
+/// given up earlier. Those are counted, and a repeat is believed when it has come once more often
+/// than that.
+class BlockSequence {
+ public:
+    /// What to ask for next.
+    [[nodiscard]] BlockRequest Wanted() const { return wanted_; }
+
+    /// Notes that the wanted block was asked for, and whether the logger acknowledged that.
+    void Asked(bool acknowledged);
+
+    /// Notes that no good block came of it.
+    void Failed() { wanted_ = BlockRequest::Repeat; }
+
+    /// Judges a block that came of it. `stored` are the records so far, `block` holds `count` more
+    /// of `channels` channels. After New and Again the next block is wanted, and New is taken as
+    /// stored; after Stale the same one is.
+    [[nodiscard]] BlockKind Judge(std::span<const std::uint8_t> block, int count, int channels,
+                                  std::span<const HistoryRecord> stored);
+
+ private:
+    [[nodiscard]] BlockKind KindOfLastBlock();
+    void TakeAsLast(std::span<const std::uint8_t> block);
+
+    BlockRequest wanted_ = BlockRequest::First;
+    bool begun_ = false;        ///< a request for the first block was acknowledged
+    Bytes last_;                ///< the last block stored, empty before the first
+    int asked_ = 0;             ///< requests since it was stored
+    int copies_ = 0;            ///< copies of it that may still be on their way
+    int copiesAtNext_ = 0;      ///< the same when the next block was last asked for
+    int cameAgain_ = 0;         ///< times that it came since then
+    bool olderCopies_ = false;  ///< blocks before it may still be on their way
+};
+
+#endif  // ORVIA_HISTORY_BLOCK_SEQUENCE_H

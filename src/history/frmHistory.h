@@ -1,0 +1,60 @@
+#ifndef ORVIA_HISTORY_FRM_HISTORY_H
+#define ORVIA_HISTORY_FRM_HISTORY_H
+
+#include <QDialog>
+#include <cstdint>
+#include <memory>
+
+#include "app/main_view.h"
+#include "app/shared_state.h"
+#include "client/client_window.h"
+#include "history/fill_list.h"
+#include "history/history_columns.h"
+
+class HistoryList;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+/// The viewer of the history store, whose records belong to the current logger. The window in
+/// `windowSlot` computes its flow.
+class frmHistory final : public QDialog {
+    Q_OBJECT
+
+ public:
+    frmHistory(SharedState& state, MainView& view, std::int16_t windowSlot, QWidget* parent);
+
+    /// Checks the units of the level and fills the list; before the form is shown.
+    void Load();
+
+    /// Makes columns and rows anew; with `pack` without records that repeat the one before.
+    void FillList(bool pack);
+
+ private:
+    void BuildFrames();
+    void BuildList();
+    void BuildButtons();
+    QPushButton* AddButton(const char* name, const char* text, void (frmHistory::*press)());
+    void CheckUnits();
+    [[nodiscard]] HistorySource Source() const;
+    void FillFollowedBy(QProgressBar& bar, bool pack);
+    void Close();
+    void Save();
+    void Pack();
+    void Options();
+    void SetPointer(Pointer pointer);
+
+    SharedState& state_;
+    MainView& view_;
+    std::shared_ptr<ClientWindow> window_;  ///< of the logger; none if it was closed meanwhile
+    HistoryColumns columns_;
+    bool BadUnits_ = false;
+
+    QLabel* lblLoggerName_ = nullptr;
+    QLabel* lblNumRecords_ = nullptr;
+    HistoryList* lvwHistory_ = nullptr;
+    QProgressBar* ProgressBar_ = nullptr;
+    QPushButton* cmdOK_ = nullptr;
+};
+
+#endif  // ORVIA_HISTORY_FRM_HISTORY_H

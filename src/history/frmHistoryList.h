@@ -1,0 +1,43 @@
+#ifndef ORVIA_HISTORY_FRM_HISTORY_LIST_H
+#define ORVIA_HISTORY_FRM_HISTORY_LIST_H
+
+#include <QAbstractTableModel>
+#include <QTreeView>
+
+#include "history/history_table.h"
+
+/// Shows the rows of a table to a view. Nothing is held for a row: what is on the screen is asked
+/// of the table.
+class HistoryModel final : public QAbstractTableModel {
+ public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    /// Takes other rows and columns.
+    void SetTable(HistoryTable table);
+    [[nodiscard]] const HistoryTable& Table() const { return table_; }
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role) const override;
+
+ private:
+    HistoryTable table_;
+};
+
+/// The list of the viewer.
+class HistoryList final : public QTreeView {
+ public:
+    explicit HistoryList(QWidget* parent);
+
+    void SetTable(HistoryTable table);
+    [[nodiscard]] const HistoryTable& Table() const { return model_.Table(); }
+
+ private:
+    void FitColumns();
+
+    HistoryModel model_;
+};
+
+#endif  // ORVIA_HISTORY_FRM_HISTORY_LIST_H

@@ -1,0 +1,95 @@
+#include "history/get_history.h"
+
+#include "console/operation_shape.h"
+#include "history/upload.h"
+
+namespace {
+
+class GetHistoryOperation {
+ public:
+    GetHistoryOperation(const OperationContext& context, HistoryStore& store,
+                        HistoryDialogs& dialogs)
+        : context_(context), store_(store), dialogs_(dialogs) {}
+
+    /// False if the logger could not be reached.
+    [[nodiscard]] bool Run() {
+        const Target target = ActiveWindow(context_.windows);
+        if (!target.Window || !SelectRadioOf(context_, *target.Window) ||
+            !target.Window->GetStatus()) {
+            return false;
+        }
+        Point(Pointer::Normal);
+        if (target.Window->NumSamples() == 0) {
+            Tell("No history in memory!", BoxIcon::Information);
+        } else if (!ReadSettings(*target.Window)) {
+            Tell("Error: unable to read logger settings!", BoxIcon::Information);
+        } else {
+            UploadAndShow(target);
+        }
+        return true;
+    }
+
+    void Tell(const std::string& text, BoxIcon icon) const {
+        Point(Pointer::Normal);
+        context_.radio.boxes.Show({.Text = text, .Title = "Get History Data", .Icon = icon});
+    }
+
+ private:
+    void Point(Pointer pointer) const { context_.radio.view.SetPointer(pointer); }
+
+    [[nodiscard]] bool ReadSettings(ClientWindow& window) const {
+        if (window.SettingsValid() == False) {
+            Point(Pointer::Hourglass);
+            window.GetSettings();
+            Point(Pointer::Normal);
+        }
+        return window.SettingsValid() != False;
+    }
+
+    void UploadAndShow(const Target& target) {
+        target.Window->ClientSetGlobalState();
+        const std::string tag = dialogs_.RunUploadDialog(target.Window->NumSamples());
+        if (store_.HistoryCount() >= 1 && (tag == TagOkay || tag == TagCancel)) {
+            Show(target);
+        }
+        if (!ShuttingDown()) {
+            target.Window->GetStatus();
+        }
+    }
+
+    void Show(const Target& target) {
+        if (ShuttingDown()) {
+            return;
+        }
+        Point(Pointer::Hourglass);
+        target.Window->GetStatus();
+        dialogs_.ShowViewer(target.Slot);
+        Point(Pointer::Normal);
+    }
+
+    [[nodiscard]] bool ShuttingDown() const { return context_.radio.link.ShuttingDown != False; }
+
+    const OperationContext& context_;
+    HistoryStore& store_;
+    HistoryDialogs& dialogs_;
+};
+
+}  // namespace
+
+void GetHistory(const OperationContext& context, HistoryStore& store, HistoryDialogs& dialogs) {
+    if (!MayStart(context)) {
+        return;
+    }
+    const OperationScope scope(context);
+    store.Clear();
+    GetHistoryOperation operation(context, store, dialogs);
+    bool reached = false;
+    try {
+        reached = operation.Run();
+    } catch (const Fault&) {
+        reached = false;
+    }
+    if (!reached) {
+        operation.Tell("Error: upload not successful!", BoxIcon::Stop);
+    }
+}

@@ -1,0 +1,25 @@
+#ifndef ORVIA_HISTORY_GET_HISTORY_H
+#define ORVIA_HISTORY_GET_HISTORY_H
+
+#include <cstdint>
+#include <string>
+
+#include "console/logger_operations.h"
+#include "history/history_store.h"
+
+/// The windows that Get History runs, each modal until it returns.
+class HistoryDialogs {
+ public:
+    virtual ~HistoryDialogs() = default;
+
+    /// Runs the upload of `totalRecords` records in its progress dialog; the Tag that it ends with.
+    [[nodiscard]] virtual std::string RunUploadDialog(std::int32_t totalRecords) = 0;
+    /// Shows the store's records. The window in `slot` of the client windows computes their flow.
+    virtual void ShowViewer(std::int16_t slot) = 0;
+};
+
+/// "Get History": uploads the history of the logger whose window is the active one, and shows what
+/// came. Guarded as every operation is.
+void GetHistory(const OperationContext& context, HistoryStore& store, HistoryDialogs& dialogs);
+
+#endif  // ORVIA_HISTORY_GET_HISTORY_H

@@ -1,0 +1,25 @@
+#ifndef ORVIA_HISTORY_SAVE_HISTORY_H
+#define ORVIA_HISTORY_SAVE_HISTORY_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/host.h"
+
+// What surrounds the saving of the viewer's rows.
+
+/// Asks for the file to save to, under a default name for the logger. `lastFolder` is where the
+/// question starts, the program's folder if it is empty, and takes the folder chosen. Nothing when
+/// cancelled.
+[[nodiscard]] std::optional<std::string> AskForCsvFile(const std::string& loggerName,
+                                                       const Host& host, std::string& lastFolder);
+
+/// Largest value of the bar while `rows` rows are saved; its smallest is 1.
+[[nodiscard]] std::int32_t SaveBarMaximum(int rows);
+
+// The setting that keeps date and time in one column of the file: empty or "Yes".
+[[nodiscard]] bool IsSingleColumn(const std::string& setting);
+[[nodiscard]] std::string SingleColumnSetting(bool singleColumn);
+
+#endif  // ORVIA_HISTORY_SAVE_HISTORY_H

@@ -1,0 +1,435 @@
+#include "history/frmHistory.h"
+
+#include <QElapsedTimer>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QProgressBar>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <random>
+
+#include "flow/flow_calculation.h"
+#include "history/frmHistoryOptions.h"
+#include "history/frmProgress.h"
+#include "history/frm_history_fixture.h"
+#include "support/qt/run_events.h"
+
+namespace testing_support {
+namespace {
+
+class FrmHistory : public HistoryFormTest {
+ protected:
+    FrmHistory() {
+        static_cast<LoggerRecord&>(console.State.Logger) = PlainLogger(2, 1);
+        folder = FreshFolder("viewer");
+    }
+
+    void Add(std::initializer_list<std::uint16_t> counts) {
+        AddRecord(console.State.History, January(1, 0, minute++ % 60), counts);
+    }
+
+    frmHistory& Show() {
+        form = std::make_unique<frmHistory>(console.State, console.View, std::int16_t{0}, nullptr);
+        form->Load();
+        form->show();
+        form->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
+        return *form;
+    }
+
+    [[nodiscard]] const HistoryTable& Table() const {
+        return Find<HistoryList>(*form, "lvwHistory")->Table();
+    }
+    [[nodiscard]] QString Label(const std::string& name) const {
+        return Find<QLabel>(*form, name)->text();
+    }
+
+    std::unique_ptr<frmHistory> form;
+    std::string folder;
+    int minute = 0;
+};
+
+TEST_F(FrmHistory, StartsAsItsDesignSays) {
+    Add({1, 2, 3});
+    Show();
+    EXPECT_EQ(form->windowTitle(), QStringLiteral("Historical Data Viewer"));
+    EXPECT_EQ(Find<QPushButton>(*form, "cmdOK")->text(), QStringLiteral("OK"));
+    EXPECT_EQ(Find<QPushButton>(*form, "cmdSave")->text(), QStringLiteral("&Save to File"));
+    EXPECT_EQ(Find<QPushButton>(*form, "cmdPack")->text(), QStringLiteral("&Pack"));
+    EXPECT_EQ(Find<QPushButton>(*form, "cmdOptions")->text(), QStringLiteral("&Options"));
+    EXPECT_FALSE(Find(*form, "ProgressBar")->isVisible());
+    EXPECT_EQ(Label("lblLoggerName"), QStringLiteral("Pump 3"));
+    EXPECT_EQ(Label("lblNumRecords"), QStringLiteral("1"));
+    EXPECT_EQ(console.View.Shape, Pointer::Normal);
+    EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(FrmHistory, ListShowsTheTableWithAllButTheFirstColumnCentred) {
+    Add({1, 2, 3});
+    Add({4, 5, 6});
+    Show();
+    const QAbstractItemModel& model = *Find<HistoryList>(*form, "lvwHistory")->model();
+    ASSERT_EQ(model.rowCount(), 2);
+    ASSERT_EQ(model.columnCount(), 4);
+    EXPECT_EQ(model.headerData(0, Qt::Horizontal).toString(), QStringLiteral("Date / Time"));
+    EXPECT_EQ(model.headerData(1, Qt::Horizontal).toString(), QStringLiteral("Feet"));
+    EXPECT_EQ(model.index(1, 0).data().toString(), QStringLiteral("1/1/24 00:01:00"));
+    EXPECT_EQ(model.index(1, 3).data().toString(), QStringLiteral("6"));
+    for (int column = 0; column < 4; ++column) {
+        const auto expected = column == 0 ? Qt::AlignLeft : Qt::AlignHCenter;
+        EXPECT_EQ(
+            model.index(0, column).data(Qt::TextAlignmentRole).toInt() & Qt::AlignHorizontal_Mask,
+            expected);
+        EXPECT_EQ(model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt() &
+                      Qt::AlignHorizontal_Mask,
+                  expected);
+    }
+}
+
+TEST_F(FrmHistory, UnitNameFtRaisesBadUnitsThenDropsTheFlowColumns) {
+    console.State.Logger.FlowMode = 1;
+    console.State.Logger.EngUnits[0] = "Ft";
+    Add({1, 2, 3});
+    Show();
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_EQ(Boxes()[0].Title, "Bad Units");
+    EXPECT_EQ(Boxes()[0].Text,
+              "Warning: For the flow monitor calculations to be done correctly the channel 1\n"
+              "unit's name must be one of Feet, Inches, Meters or cm (centimeters).\n\n"
+              "The current unit's name (Ft) is not supported.");
+    EXPECT_EQ(Boxes()[0].Icon, BoxIcon::Information);
+    EXPECT_EQ(Table().ColumnCount(), 4);
+}
+
+TEST_F(FrmHistory, UnitNameFeetInCapitalsIsGood) {
+    console.State.Logger.FlowMode = 1;
+    console.State.Logger.EngUnits[0] = "FEET";
+    Add({1, 2, 3});
+    Show();
+    EXPECT_TRUE(Boxes().empty());
+    EXPECT_EQ(Table().ColumnCount(), 6);
+}
+
+TEST_F(FrmHistory, FlowIsThatOfTheWindowInTheSlot) {
+    Connect(1);
+    static_cast<LoggerRecord&>(console.State.Logger) = PlainLogger(2, 1);
+    console.State.Logger.FlowMode = 2;
+    Add({17, 2, 3});
+    Show();
+    EXPECT_EQ(Table().Text(0, 4), "17") << "the stand-in window's flow is the level";
+}
+
+TEST_F(FrmHistory, FlowOfAWindowThatIsGoneIsNone) {
+    console.State.Logger.FlowMode = 2;
+    Add({17, 2, 3});
+    Show();
+    EXPECT_EQ(Table().Text(0, 4), "0");
+}
+
+TEST_F(FrmHistory, PackAsksThenDropsRowsThatRepeat) {
+    Add({1, 2, 3});
+    Add({1, 2, 3});
+    Add({1, 2, 4});
+    Show();
+    EXPECT_EQ(Label("lblNumRecords"), QStringLiteral("3"));
+    console.Outside.Boxes.Answers = {BoxAnswer::No, BoxAnswer::Yes};
+    Click(*form, "cmdPack");
+    EXPECT_EQ(Table().RowCount(), 3);
+    Click(*form, "cmdPack");
+    EXPECT_EQ(Table().RowCount(), 2);
+    EXPECT_EQ(Label("lblNumRecords"), QStringLiteral("2"));
+    ASSERT_EQ(Boxes().size(), 2U);
+    EXPECT_EQ(Boxes()[1].Title, "Pack History Data");
+    EXPECT_EQ(Boxes()[1].Buttons, BoxButtons::YesNo);
+    EXPECT_FALSE(Find(*form, "ProgressBar")->isVisible());
+    EXPECT_EQ(console.State.History.HistoryCount(), 3);
+}
+
+TEST_F(FrmHistory, PackOnIdenticalRecordsLeavesOneRow) {
+    for (int i = 0; i < 30; ++i) {
+        Add({1, 2, 3});
+    }
+    Show();
+    Click(*form, "cmdPack");
+    EXPECT_EQ(Table().RowCount(), 1);
+    EXPECT_EQ(Label("lblNumRecords"), QStringLiteral("1"));
+}
+
+TEST_F(FrmHistory, MnemonicsPressTheButtons) {
+    Add({1, 2, 3});
+    Show();
+    console.Outside.Boxes.Answers = {BoxAnswer::No};
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(form->windowHandle(), key, Qt::AltModifier);
+    };
+    press(Qt::Key_P);
+    EXPECT_TRUE(RunEventsUntil([this] { return Boxes().size() == 1; }));
+    press(Qt::Key_S);
+    EXPECT_TRUE(RunEventsUntil([this] { return console.Outside.Dialogs.Queries.size() == 1; }));
+    const ModalAnswer<frmHistoryOptions> options(
+        [](frmHistoryOptions& dialog) { dialog.reject(); });
+    press(Qt::Key_O);
+    EXPECT_TRUE(RunEventsUntil([&options] { return options.Given(); }));
+}
+
+TEST_F(FrmHistory, OkClearsTheRowsThenCloses) {
+    Add({1, 2, 3});
+    Show();
+    QTest::keyClick(form.get(), Qt::Key_Return);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(Table().RowCount(), 0);
+    EXPECT_EQ(console.State.History.HistoryCount(), 1);
+}
+
+TEST_F(FrmHistory, ProgramThatClosesOverTheViewerUnwinds) {
+    for (const bool overQuestion : {false, true}) {
+        if (logger == nullptr) {
+            Connect(30);
+        }
+        console.State.LinkRecord.ShuttingDown = False;
+        const auto closeProgram = [this] {
+            for (QWidget* widget : QApplication::topLevelWidgets()) {
+                auto* dialog = qobject_cast<QDialog*>(widget);
+                if (dialog != nullptr && dialog->isVisible()) {
+                    dialog->done(QDialog::Rejected);
+                }
+            }
+            console.State.LinkRecord.ShuttingDown = True;
+        };
+        WithDialogAfter(20 * Second, [](frmGetHistoryData& dialog) { Click(dialog, "cmdOkay"); });
+        const ModalAnswer<frmHistory> viewer([&](frmHistory& shown) {
+            if (overQuestion) {
+                console.Outside.Boxes.WhileShown = closeProgram;
+                Click(shown, "cmdPack");
+            } else {
+                closeProgram();
+            }
+        });
+        GetHistory();
+        EXPECT_TRUE(viewer.Given());
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    }
+}
+
+// ----- saving
+
+TEST_F(FrmHistory, SavesTheRowsThatItShows) {
+    Add({1, 2, 3});
+    Add({1, 2, 3});
+    Show();
+    Click(*form, "cmdPack");
+    console.Outside.Dialogs.Picks = {folder + "/a.csv", folder + "/b.csv"};
+    Click(*form, "cmdSave");
+    console.State.SettingsRecord.CSVDateTimeSingleColumn = "Yes";
+    Click(*form, "cmdSave");
+    const LocalTime now = console.Outside.Clock.Now();
+    const std::string title = "Pump 3," + console.Outside.Clock.DateText(now) + "," +
+                              console.Outside.Clock.TimeText(now) + "\r\n";
+    EXPECT_EQ(FileContents(folder + "/a.csv"),
+              title + "Date, Time, Feet, Deg C, Gal\r\n1/1/24, 00:00:00, 1, 2, 3\r\n");
+    EXPECT_EQ(FileContents(folder + "/b.csv"),
+              title + "Date Time, Feet, Deg C, Gal\r\n1/1/24 00:00:00, 1, 2, 3\r\n");
+    EXPECT_EQ(console.State.LastHistoryFolder, folder);
+    EXPECT_FALSE(Find(*form, "ProgressBar")->isVisible());
+    EXPECT_EQ(form->focusWidget(), Find(*form, "cmdOK"));
+    EXPECT_EQ(console.View.Shape, Pointer::Normal);
+    EXPECT_NE(form->cursor().shape(), Qt::WaitCursor);
+}
+
+TEST_F(FrmHistory, CancelledQuestionWritesNothing) {
+    Add({1, 2, 3});
+    Show();
+    Click(*form, "cmdSave");
+    ASSERT_EQ(console.Outside.Dialogs.Queries.size(), 1U);
+    EXPECT_EQ(console.Outside.Dialogs.Queries[0].Title, "Save As");
+    EXPECT_EQ(console.State.LastHistoryFolder, "/nowhere");
+}
+
+TEST_F(FrmHistory, FileThatCannotBeWrittenEndsTheSaveWithoutAWord) {
+    Add({1, 2, 3});
+    Show();
+    console.Outside.Dialogs.Picks = {folder + "/gone/a.csv"};
+    Click(*form, "cmdSave");
+    EXPECT_TRUE(Boxes().empty());
+    EXPECT_FALSE(Find(*form, "ProgressBar")->isVisible());
+    EXPECT_EQ(console.View.Shape, Pointer::Normal);
+    EXPECT_EQ(form->focusWidget(), Find(*form, "cmdOK"));
+}
+
+TEST_F(FrmHistory, FlowParametersStandInTheFileOnlyWithTheFlowColumn) {
+    console.State.Logger.FlowMode = 2;
+    console.State.Logger.FlowDeviceName = "Parshall 1 ft";
+    console.State.Logger.EngUnits[0] = "Ft";
+    Add({1, 2, 3});
+    Show();
+    console.Outside.Dialogs.Picks = {folder + "/bad.csv", folder + "/good.csv"};
+    Click(*form, "cmdSave");
+    console.State.Logger.EngUnits[0] = "Feet";
+    Show();
+    Click(*form, "cmdSave");
+    EXPECT_EQ(FileContents(folder + "/bad.csv").find("Flume"), std::string::npos);
+    EXPECT_NE(FileContents(folder + "/good.csv").find(",Offset= 0 Feet,Flume=Parshall 1 ft\r\n"),
+              std::string::npos);
+}
+
+// ----- options
+
+class FrmHistoryOptions : public testing::Test {
+ protected:
+    Settings settings;
+};
+
+TEST_F(FrmHistoryOptions, ShowsTheSetting) {
+    for (const char* setting : {"", "Yes", "other"}) {
+        settings.CSVDateTimeSingleColumn = setting;
+        const frmHistoryOptions form(settings, nullptr);
+        const bool single = setting[0] != '\0';
+        EXPECT_EQ(Find<QRadioButton>(form, "optNoComma")->isChecked(), single);
+        EXPECT_EQ(Find<QRadioButton>(form, "optComma")->isChecked(), !single);
+    }
+}
+
+TEST_F(FrmHistoryOptions, CarriesItsTexts) {
+    const frmHistoryOptions form(settings, nullptr);
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("History File Options"));
+    EXPECT_EQ(Find<QGroupBox>(form, "Frame1")->title(), QStringLiteral("Date/Time Format"));
+    EXPECT_EQ(Find<QRadioButton>(form, "optComma")->text(),
+              QStringLiteral("Date and Time are in separate columns in CSV output files."));
+    EXPECT_EQ(Find<QRadioButton>(form, "optNoComma")->text(),
+              QStringLiteral("Date and Time are combined into a single column in CSV output "
+                             "files."));
+    EXPECT_EQ(Find<QPushButton>(form, "cmdOK")->text(), QStringLiteral("Close"));
+    EXPECT_EQ(Find<QPushButton>(form, "cmdCancel")->text(), QStringLiteral("Cancel"));
+}
+
+TEST_F(FrmHistoryOptions, CloseStoresTheChoice) {
+    frmHistoryOptions form(settings, nullptr);
+    form.show();
+    Find<QRadioButton>(form, "optNoComma")->click();
+    Click(form, "cmdOK");
+    EXPECT_EQ(settings.CSVDateTimeSingleColumn, "Yes");
+    EXPECT_FALSE(form.isVisible());
+    form.show();
+    Find<QRadioButton>(form, "optComma")->click();
+    QTest::keyClick(&form, Qt::Key_Return);
+    EXPECT_EQ(settings.CSVDateTimeSingleColumn, "");
+}
+
+TEST_F(FrmHistoryOptions, CancelStoresNothing) {
+    frmHistoryOptions form(settings, nullptr);
+    form.show();
+    Find<QRadioButton>(form, "optNoComma")->click();
+    Click(form, "cmdCancel");
+    EXPECT_EQ(settings.CSVDateTimeSingleColumn, "");
+    EXPECT_FALSE(form.isVisible());
+}
+
+// ----- reach
+
+TEST_F(FrmHistory, EveryControlCanBeReached) {
+    Add({1, 2, 3});
+    Show();
+    EXPECT_FALSE(Find(*form, "lvwHistory")->accessibleName().isEmpty());
+    EXPECT_FALSE(Find(*form, "ProgressBar")->accessibleName().isEmpty());
+    EXPECT_FALSE(Find(*form, "lblNumRecords")->accessibleDescription().isEmpty());
+    std::vector<QString> order;
+    Find(*form, "lvwHistory")->setFocus();
+    for (int i = 0; i < 5; ++i) {
+        order.push_back(form->focusWidget()->objectName());
+        QTest::keyClick(form->focusWidget(), Qt::Key_Tab);
+    }
+    const std::vector<QString> expected = {QStringLiteral("lvwHistory"), QStringLiteral("cmdOK"),
+                                           QStringLiteral("cmdSave"), QStringLiteral("cmdPack"),
+                                           QStringLiteral("cmdOptions")};
+    EXPECT_EQ(order, expected);
+}
+
+TEST_F(FrmHistory, AmpersandAndMarkupInNamesShowAsTheyAre) {
+    console.State.Logger.LoggerName = "<b>A & B</b>";
+    console.State.Logger.EngUnits[0] = "m&m";
+    Add({1, 2, 3});
+    Show();
+    EXPECT_EQ(Label("lblLoggerName"), QStringLiteral("<b>A & B</b>"));
+    EXPECT_EQ(Find<QLabel>(*form, "lblLoggerName")->textFormat(), Qt::PlainText);
+    EXPECT_EQ(Find<QLabel>(*form, "lblLoggerName")->buddy(), nullptr);
+}
+
+TEST(FrmProgress, StandsWithItsTexts) {
+    frmProgress form(nullptr);
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("Formatting Data"));
+    EXPECT_EQ(Find<QLabel>(form, "lblStatusBar")->text(),
+              QStringLiteral("Please wait while data is being formatted"));
+    EXPECT_FALSE(form.isModal());
+    EXPECT_FALSE(Find(form, "ProgressBar")->accessibleName().isEmpty());
+}
+
+TEST(BarFollower, MovesABarAtMostTwentyFiveTimesASecond) {
+    QProgressBar bar;
+    bar.setRange(0, 1'000'000'000);
+    int moves = 0;
+    QObject::connect(&bar, &QProgressBar::valueChanged, &bar, [&moves] { ++moves; });
+    BarFollower follower(bar);
+    QElapsedTimer clock;
+    clock.start();
+    for (int value = 1; clock.elapsed() < 300; ++value) {
+        follower.SetValue(value);
+    }
+    EXPECT_LE(moves, 8);
+    EXPECT_GE(moves, 3);
+}
+
+// ----- a full store
+
+class FrmHistoryFull : public FrmHistory {
+ protected:
+    FrmHistoryFull() {
+        Connect(1);
+        static_cast<LoggerRecord&>(console.State.Logger) = PlainLogger(8, 2);
+        console.State.Logger.FlowMode = 1;
+        console.State.Logger.DecPlaces.fill(2);
+        std::mt19937 random(5);
+        HistoryRecord record;
+        for (int i = 0; i < HistoryStore::MostRecords; ++i) {
+            record.Time = January(1 + i % 31, i % 24, i % 60);
+            for (std::uint16_t& count : record.Raw) {
+                count = static_cast<std::uint16_t>(random());
+            }
+            console.State.History.Append(record);
+        }
+    }
+};
+
+// Sanitized and debug builds take their time: what is held to a limit is that nothing is done for
+// each row of the store. The figures are printed.
+TEST_F(FrmHistoryFull, PaintsAndScrollsWithoutLookingAtEveryRow) {
+    QElapsedTimer clock;
+    form = std::make_unique<frmHistory>(console.State, console.View, std::int16_t{0}, nullptr);
+    clock.start();
+    form->Load();
+    const qint64 filled = clock.restart();
+    form->show();
+    QCoreApplication::processEvents();
+    const QPixmap picture = form->grab();
+    const qint64 painted = clock.elapsed();
+    auto* list = Find<HistoryList>(*form, "lvwHistory");
+    qint64 slowest = 0;
+    std::mt19937 random(9);
+    for (int i = 0; i < 50; ++i) {
+        clock.restart();
+        list->scrollTo(list->model()->index(static_cast<int>(random() % 200'000), 0));
+        list->viewport()->repaint();
+        slowest = std::max(slowest, clock.nsecsElapsed());
+    }
+    std::cout << "filled in " << filled << " ms, first paint " << painted
+              << " ms, slowest of 50 scrolls " << static_cast<double>(slowest) / 1e6
+              << " ms, table " << static_cast<double>(list->Table().Memory()) / 1e6 << " MB\n";
+    EXPECT_EQ(list->Table().RowCount(), HistoryStore::MostRecords);
+    EXPECT_EQ(Label("lblNumRecords"), QStringLiteral("200000"));
+    EXPECT_LT(list->Table().Memory(), 40'000'000U);
+    EXPECT_LT(painted, 1000);
+    EXPECT_LT(slowest, 200'000'000);
+}
+
+}  // namespace
+}  // namespace testing_support
