@@ -200,6 +200,7 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
 }
 
 void frmMain::CloseAllChildForms() {
+    log_->Unload();
     // The last one opened goes first. A holder each: closing empties the slot.
     const ClientWindows open = state_.Windows;
     for (auto window = open.Slots.rbegin(); window != open.Slots.rend(); ++window) {
@@ -341,7 +342,8 @@ BookContext frmMain::BookWork() {
 }
 
 OperationContext frmMain::Operating() {
-    return {Radio(),      state_.SamplingRecord, state_.OperationsRecord,
-            state_.Book,  state_.Windows,        state_.Logger,
-            state_.Newest};
+    return {Radio(),       state_.SamplingRecord, state_.OperationsRecord,
+            state_.Book,   state_.Windows,        state_.Logger,
+            state_.Newest, state_.Exchange,       state_.Outside.Clock,
+            *log_};
 }

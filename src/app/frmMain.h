@@ -13,6 +13,7 @@
 #include "client/client_context.h"
 #include "client/client_popup.h"
 #include "console/book_operations.h"
+#include "console/frmWalkLog.h"
 #include "console/logger_operations.h"
 #include "link/connecting.h"
 #include "link/sampling.h"
@@ -95,6 +96,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     SharedState& state_;
     ClientContext clients_;
     std::string helpFile_;
+    std::unique_ptr<WalkLogForm> log_;
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;

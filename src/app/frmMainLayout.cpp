@@ -142,6 +142,7 @@ void frmMain::BuildArea() {
     rows->addLayout(body, 1);
     pctTop_->layout()->setContentsMargins(0, 0, 0, 0);
     setCentralWidget(centre);
+    log_ = std::make_unique<WalkLogForm>(*this, *area_, *pctLeft_);
     setTabOrder(lvwClients_, operationButtons_.front());
     setTabOrder(cmdSampleContinuously_, cmdConnect_);
 }
