@@ -4,7 +4,6 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -14,6 +13,8 @@
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
 #include "client/frmClient.h"
+#include "console/frmClientList.h"
+#include "console/logger_orders.h"
 #include "link/sampling.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
@@ -79,10 +80,9 @@ void frmMain::BuildLeftPanel() {
     lblAddressBook_ = Caption(pctLeft_, QStringLiteral("lblAddressBook"), QString());
     lblAddressBook_->setAccessibleDescription(QStringLiteral("Name of the address book in use"));
     lblAddressBook_->setWordWrap(true);
-    lvwClients_ = new QListWidget(pctLeft_);
-    lvwClients_->setObjectName(QStringLiteral("lvwClients"));
-    lvwClients_->setAccessibleName(QStringLiteral("Client Radios"));
-    lvwClients_->setUniformItemSizes(true);
+    lvwClients_ = new ClientListWidget(
+        pctLeft_, {[this] { ViewClient(); }, [this] { mnuClientS_->popup(QCursor::pos()); },
+                   [this](const auto& text, int y) { DropOnList(Drops(), text, y); }});
     lvwClients_->setMinimumHeight(PixelsOfTwips(LowestListTwips));
     lvwClients_->installEventFilter(this);
     lvwClients_->viewport()->installEventFilter(this);
@@ -97,7 +97,8 @@ void frmMain::BuildLeftPanel() {
     column->addWidget(lvwClients_, 1);
 }
 
-QPushButton* frmMain::AddButton(const QString& name, const QString& text, Operation operation) {
+QPushButton* frmMain::AddButton(const QString& name, const QString& text,
+                                const Operation& operation) {
     auto* button = new QPushButton(text, Picture1_);
     button->setObjectName(name);
     button->setEnabled(false);
@@ -114,6 +115,13 @@ void frmMain::BuildButtonBar() {
         AddButton(QStringLiteral("cmdGetSettings"), QStringLiteral("&Get Sample"), GetSample)};
     cmdSampleContinuously_ = AddButton(QStringLiteral("cmdSampleContinuously"),
                                        QStringLiteral("&Sample Continuously"), SampleContinuously);
+    operationButtons_.push_back(AddButton(
+        QStringLiteral("cmdSignalLevel"), QStringLiteral("Signal &Level"),
+        [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); }));
+    operationButtons_.push_back(AddButton(QStringLiteral("cmdClearHistory"),
+                                          QStringLiteral("Clear Histor&y"), ClearHistory));
+    operationButtons_.push_back(
+        AddButton(QStringLiteral("cmdSyncTime"), QStringLiteral("Sync &Time"), SyncTime));
 }
 
 void frmMain::BuildArea() {
@@ -144,7 +152,7 @@ void frmMain::BuildArea() {
     setCentralWidget(centre);
     log_ = std::make_unique<WalkLogForm>(*this, *area_, *pctLeft_);
     setTabOrder(lvwClients_, operationButtons_.front());
-    setTabOrder(cmdSampleContinuously_, cmdConnect_);
+    setTabOrder(operationButtons_.back(), cmdConnect_);
 }
 
 QAction* frmMain::AddItem(QMenu& menu, const QString& name, const QString& text,
@@ -163,14 +171,6 @@ void frmMain::BuildFileMenu() {
             [this] { CreateBlankBook(BookWork()); });
     file.addSeparator();
     AddItem(file, QStringLiteral("mnuExit"), QStringLiteral("E&xit"), [this] { close(); });
-}
-
-void frmMain::BuildClientMenus() {
-    mnuClientS_ = new QMenu(QStringLiteral("ClientsPopUp"), this);
-    mnuClientS_->setObjectName(QStringLiteral("mnuClientS"));
-    entryActions_ = {AddItem(*mnuClientS_, QStringLiteral("mnuViewClient"),
-                             QStringLiteral("View Client Logger "), [this] { ViewClient(); })};
-    entryActions_.front()->setEnabled(false);
 }
 
 void frmMain::BuildWindowMenu() {
@@ -194,14 +194,19 @@ void frmMain::BuildHelpMenu() {
 void frmMain::BuildPopup() {
     mnuClientPopup_ = new QMenu(this);
     mnuClientPopup_->setObjectName(QStringLiteral("mnuClientPopup"));
-    const auto row = [this](const char* name, const char* text, Operation operation) {
+    const auto row = [this](const char* name, const char* text, const Operation& operation) {
         return AddItem(*mnuClientPopup_, QLatin1String(name), QLatin1String(text),
                        [this, operation] { operation(Operating()); });
     };
     row("mnuClientGetSettings", "Get Sample", GetSample);
     mnuClientSampleContinuously_ =
         row("mnuClientSampleContinuously", "Sample Continuously", SampleContinuously);
+    row("mnuClientSignalLevel", "Signal Level",
+        [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); });
+    row("mnuClientClearHistory", "Clear History", ClearHistory);
+    row("mnuClientSyncTime", "Sync Time", SyncTime);
     row("mnuClientFirmwareVersion", "Firmware Version", ShowFirmwareVersion);
+    row("mnuClientResetPulseAccs", "Reset Pulse Accumulators", ResetPulseAccumulators);
 }
 
 void frmMain::BuildTimers() {

@@ -13,6 +13,8 @@ class QLineEdit;
 
 /// The dialog on port, baud rate, idle limit and address book.
 class frmConnectSetup final : public QDialog {
+    Q_OBJECT
+
  public:
     frmConnectSetup(Settings& settings, const Host& host, QWidget* parent);
 
