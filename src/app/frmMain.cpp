@@ -7,11 +7,9 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <map>
 
@@ -20,6 +18,7 @@
 #include "app/lifecycle.h"
 #include "client/frmClient.h"
 #include "console/client_list.h"
+#include "console/frmClientList.h"
 #include "link/frmConnect.h"
 #include "link/sampling.h"
 #include "link/supervision.h"
@@ -79,7 +78,9 @@ frmMain::frmMain(SharedState& state)
       clients_{
           state.Windows,        state.Book,     state.Logger,  state.Newest, state.CataloguesRecord,
           state.SamplingRecord, state.Exchange, state.Outside, *this,        *this},
-      helpFile_(HelpFile(state.Outside.AppPath)) {
+      helpFile_(HelpFile(state.Outside.AppPath)),
+      entryForms_(state.Book, state.Boxes, *this),
+      signalForms_(*this) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(::ToQt(ApplicationTitle()));
     setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));
@@ -89,6 +90,7 @@ frmMain::frmMain(SharedState& state)
     BuildArea();
     BuildFileMenu();
     BuildClientMenus();
+    BuildForAllMenu();
     BuildWindowMenu();
     BuildHelpMenu();
     BuildPopup();
@@ -157,6 +159,11 @@ void frmMain::SetCommandStates(const CommandStates& states) {
     for (QAction* action : entryActions_) {
         action->setEnabled(states.BookEntries);
     }
+    for (QAction* action : forAllActions_) {
+        action->setEnabled(states.Operations);
+    }
+    mnuAutoUpdateFACW_->setEnabled(states.SampleContinuously);
+    mnuAutoUpdateFACW_->setChecked(states.AutoUpdateChecked);
     cmdSampleContinuously_->setEnabled(states.SampleContinuously);
     cmdSampleContinuously_->setText(QLatin1Char('&') + ::ToQt(states.SampleCaption));
     ColourButton(*cmdSampleContinuously_, states.SampleHighlighted);
@@ -200,6 +207,7 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
 }
 
 void frmMain::CloseAllChildForms() {
+    log_->Unload();
     // The last one opened goes first. A holder each: closing empties the slot.
     const ClientWindows open = state_.Windows;
     for (auto window = open.Slots.rbegin(); window != open.Slots.rend(); ++window) {
@@ -242,13 +250,6 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
 
 bool frmMain::TakesListEvent(const QEvent& event) {
     switch (event.type()) {
-        case QEvent::MouseButtonRelease:
-            if (static_cast<const QMouseEvent&>(event).button() == Qt::RightButton) {
-                mnuClientS_->popup(QCursor::pos());
-                return true;
-            }
-            ViewClient();
-            return false;
         case QEvent::KeyPress: {
             const int key = static_cast<const QKeyEvent&>(event).key();
             if (key != Qt::Key_Return && key != Qt::Key_Enter) {
@@ -341,7 +342,8 @@ BookContext frmMain::BookWork() {
 }
 
 OperationContext frmMain::Operating() {
-    return {Radio(),      state_.SamplingRecord, state_.OperationsRecord,
-            state_.Book,  state_.Windows,        state_.Logger,
-            state_.Newest};
+    return {Radio(),       state_.SamplingRecord, state_.OperationsRecord,
+            state_.Book,   state_.Windows,        state_.Logger,
+            state_.Newest, state_.Exchange,       state_.Outside.Clock,
+            *log_};
 }

@@ -13,14 +13,20 @@
 #include "client/client_context.h"
 #include "client/client_popup.h"
 #include "console/book_operations.h"
+#include "console/entry_editing.h"
+#include "console/for_all.h"
+#include "console/frmEntryDialogs.h"
+#include "console/frmSignalLevel.h"
+#include "console/frmWalkLog.h"
+#include "console/list_drop.h"
 #include "console/logger_operations.h"
 #include "link/connecting.h"
 #include "link/sampling.h"
 
+class ClientListWidget;
 class QAction;
 class QLabel;
 class QLineEdit;
-class QListWidget;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
@@ -64,6 +70,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
 
  private:
     using Operation = std::function<void(const OperationContext&)>;
+    using ForAllRow = void (*)(const ForAllContext&);
 
     void BuildTopPanel();
     void BuildLeftPanel();
@@ -71,6 +78,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildArea();
     void BuildFileMenu();
     void BuildClientMenus();
+    void BuildForAllMenu();
     void BuildWindowMenu();
     void BuildHelpMenu();
     void BuildPopup();
@@ -83,6 +91,10 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void ToggleConnection();
     void Supervise();
     void ViewClient();
+    void AddEntryRow(QMenu& menu, const QString& name, const QString& text,
+                     std::function<void()> action);
+    void WithChosenClient(const std::function<void()>& action);
+    void ToggleAutoUpdate();
     void ListWindows();
     [[nodiscard]] bool TakesListEvent(const QEvent& event);
 
@@ -91,10 +103,15 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     [[nodiscard]] comm::ToggleContext Toggling();
     [[nodiscard]] BookContext BookWork();
     [[nodiscard]] OperationContext Operating();
+    [[nodiscard]] EntryContext Entries();
+    [[nodiscard]] DropContext Drops();
 
     SharedState& state_;
     ClientContext clients_;
     std::string helpFile_;
+    EntryForms entryForms_;
+    SignalForms signalForms_;
+    std::unique_ptr<WalkLogForm> log_;
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;
@@ -107,11 +124,13 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     QLineEdit* txtComPort_ = nullptr;
     QPushButton* cmdConnect_ = nullptr;
     QLabel* lblAddressBook_ = nullptr;
-    QListWidget* lvwClients_ = nullptr;
+    ClientListWidget* lvwClients_ = nullptr;
     QMdiArea* area_ = nullptr;
     QPushButton* cmdSampleContinuously_ = nullptr;
     std::vector<QPushButton*> operationButtons_;  ///< all but cmdSampleContinuously
     std::vector<QAction*> entryActions_;
+    std::vector<QAction*> forAllActions_;  ///< all but mnuAutoUpdateFACW
+    QAction* mnuAutoUpdateFACW_ = nullptr;
     QMenu* mnuWindow_ = nullptr;
     QMenu* mnuClientS_ = nullptr;
     QMenu* mnuClientPopup_ = nullptr;

@@ -4,7 +4,6 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -14,6 +13,8 @@
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
 #include "client/frmClient.h"
+#include "console/frmClientList.h"
+#include "console/logger_orders.h"
 #include "history/frmGetHistory.h"
 #include "link/sampling.h"
 #include "platform/qt/text_qt.h"
@@ -80,10 +81,9 @@ void frmMain::BuildLeftPanel() {
     lblAddressBook_ = Caption(pctLeft_, QStringLiteral("lblAddressBook"), QString());
     lblAddressBook_->setAccessibleDescription(QStringLiteral("Name of the address book in use"));
     lblAddressBook_->setWordWrap(true);
-    lvwClients_ = new QListWidget(pctLeft_);
-    lvwClients_->setObjectName(QStringLiteral("lvwClients"));
-    lvwClients_->setAccessibleName(QStringLiteral("Client Radios"));
-    lvwClients_->setUniformItemSizes(true);
+    lvwClients_ = new ClientListWidget(
+        pctLeft_, {[this] { ViewClient(); }, [this] { mnuClientS_->popup(QCursor::pos()); },
+                   [this](const auto& text, int y) { DropOnList(Drops(), text, y); }});
     lvwClients_->setMinimumHeight(PixelsOfTwips(LowestListTwips));
     lvwClients_->installEventFilter(this);
     lvwClients_->viewport()->installEventFilter(this);
@@ -116,11 +116,18 @@ void frmMain::BuildButtonBar() {
         AddButton(QStringLiteral("cmdGetSettings"), QStringLiteral("&Get Sample"), GetSample)};
     cmdSampleContinuously_ = AddButton(QStringLiteral("cmdSampleContinuously"),
                                        QStringLiteral("&Sample Continuously"), SampleContinuously);
+    operationButtons_.push_back(AddButton(
+        QStringLiteral("cmdSignalLevel"), QStringLiteral("Signal &Level"),
+        [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); }));
     operationButtons_.push_back(AddButton(QStringLiteral("cmdGetHistory"),
-                                          QStringLiteral("Get &History"),
+                                          QStringLiteral("Get H&istory"),
                                           [this](const OperationContext& context) {
                                               GetHistoryInWindows(context, state_, *this, this);
                                           }));
+    operationButtons_.push_back(AddButton(QStringLiteral("cmdClearHistory"),
+                                          QStringLiteral("Clear Histor&y"), ClearHistory));
+    operationButtons_.push_back(
+        AddButton(QStringLiteral("cmdSyncTime"), QStringLiteral("Sync &Time"), SyncTime));
 }
 
 void frmMain::BuildArea() {
@@ -149,8 +156,9 @@ void frmMain::BuildArea() {
     rows->addLayout(body, 1);
     pctTop_->layout()->setContentsMargins(0, 0, 0, 0);
     setCentralWidget(centre);
+    log_ = std::make_unique<WalkLogForm>(*this, *area_, *pctLeft_);
     setTabOrder(lvwClients_, operationButtons_.front());
-    setTabOrder(cmdSampleContinuously_, cmdConnect_);
+    setTabOrder(operationButtons_.back(), cmdConnect_);
 }
 
 QAction* frmMain::AddItem(QMenu& menu, const QString& name, const QString& text,
@@ -169,14 +177,6 @@ void frmMain::BuildFileMenu() {
             [this] { CreateBlankBook(BookWork()); });
     file.addSeparator();
     AddItem(file, QStringLiteral("mnuExit"), QStringLiteral("E&xit"), [this] { close(); });
-}
-
-void frmMain::BuildClientMenus() {
-    mnuClientS_ = new QMenu(QStringLiteral("ClientsPopUp"), this);
-    mnuClientS_->setObjectName(QStringLiteral("mnuClientS"));
-    entryActions_ = {AddItem(*mnuClientS_, QStringLiteral("mnuViewClient"),
-                             QStringLiteral("View Client Logger "), [this] { ViewClient(); })};
-    entryActions_.front()->setEnabled(false);
 }
 
 void frmMain::BuildWindowMenu() {
@@ -207,10 +207,15 @@ void frmMain::BuildPopup() {
     row("mnuClientGetSettings", "Get Sample", GetSample);
     mnuClientSampleContinuously_ =
         row("mnuClientSampleContinuously", "Sample Continuously", SampleContinuously);
+    row("mnuClientSignalLevel", "Signal Level",
+        [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); });
     row("mnuClientGetHistory", "Get History", [this](const OperationContext& context) {
         GetHistoryInWindows(context, state_, *this, this);
     });
+    row("mnuClientClearHistory", "Clear History", ClearHistory);
+    row("mnuClientSyncTime", "Sync Time", SyncTime);
     row("mnuClientFirmwareVersion", "Firmware Version", ShowFirmwareVersion);
+    row("mnuClientResetPulseAccs", "Reset Pulse Accumulators", ResetPulseAccumulators);
 }
 
 void frmMain::BuildTimers() {

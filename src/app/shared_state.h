@@ -24,9 +24,9 @@ struct SharedState {
     explicit SharedState(const Host& outside)
         : LinkRecord(outside.MSComm1, outside.Events),
           Boxes(outside.Boxes, LinkRecord.ShuttingDown),
-          Outside{outside.MSComm1, outside.Events,  Boxes,
-                  outside.Dialogs, outside.Store,   outside.Clock,
-                  outside.Help,    outside.AppPath, outside.TickMilliseconds},
+          Outside{outside.MSComm1, outside.Events,          Boxes,        outside.Dialogs,
+                  outside.Store,   outside.Clock,           outside.Help, outside.LocalMachine,
+                  outside.AppPath, outside.TickMilliseconds},
           Exchange(LinkRecord) {}
     SharedState(const SharedState&) = delete;
     SharedState& operator=(const SharedState&) = delete;

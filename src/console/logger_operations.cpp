@@ -24,18 +24,18 @@ bool AwaitSingleSample(const OperationContext& context) {
 }  // namespace
 
 void GetSample(const OperationContext& context) {
-    if (!MayStart(context)) {
-        return;
+    StartOnActiveWindow(context, GetSampleOf);
+}
+
+bool GetSampleOf(const OperationContext& context, const Target& target) {
+    if (!target.Window->GetSettings()) {
+        return false;
     }
-    OnActiveWindow(context, [&context](const Target& target) {
-        if (!target.Window->GetSettings()) {
-            return;
-        }
-        target.Window->ClientSetNumChannels();
-        if (AwaitSingleSample(context)) {
-            target.Window->SetDP();
-        }
-    });
+    target.Window->ClientSetNumChannels();
+    if (AwaitSingleSample(context)) {
+        target.Window->SetDP();
+    }
+    return true;
 }
 
 void SampleContinuously(const OperationContext& context) {

@@ -3,10 +3,13 @@
 
 #include "console/address_book.h"
 #include "console/client_windows.h"
+#include "console/operation_log.h"
 #include "console/operations_state.h"
 #include "link/sampling_state.h"
 #include "link/server_radio.h"
+#include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
+#include "platform/host.h"
 
 /// What an operation on one logger works on.
 struct OperationContext {
@@ -17,7 +20,12 @@ struct OperationContext {
     const ClientWindows& windows;
     const LoggerState& global;
     DataPoint& newest;
+    FrameExchange& exchange;
+    const SystemClock& clock;
+    OperationLog& log;
 };
+
+struct Target;
 
 // Each acts on the logger whose window is the active one, and does nothing, without a word, while
 // another operation or a sampling mode runs, while the link is not connected, or with no window
@@ -25,6 +33,10 @@ struct OperationContext {
 
 /// "Get Sample": reads the logger's settings, then one sample.
 void GetSample(const OperationContext& context);
+
+/// The same on a window whose radio is selected. True if the settings could be read, whatever
+/// became of the sample.
+[[nodiscard]] bool GetSampleOf(const OperationContext& context, const Target& target);
 
 /// "Sample Continuously": starts one sample a second, or stops the sampling mode that runs.
 void SampleContinuously(const OperationContext& context);

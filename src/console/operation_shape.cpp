@@ -23,6 +23,18 @@ Target ActiveWindow(const ClientWindows& windows) {
 
 bool SelectRadioOf(const OperationContext& context, const ClientWindow& window) {
     const auto& entries = context.book.Entries;
-    return entries.Holds(window.ClientIndex()) &&
-           comm::SelectClient(context.radio, entries[window.ClientIndex()]);
+    if (!entries.Holds(window.ClientIndex())) {
+        return false;
+    }
+    // A copy: the operator can edit the book while the radio answers.
+    const ClientRadio client = entries[window.ClientIndex()];
+    return comm::SelectClient(context.radio, client);
+}
+
+void StartOnActiveWindow(const OperationContext& context, OperationWork work) {
+    if (MayStart(context)) {
+        OnActiveWindow(context, [&context, work](const Target& target) {
+            static_cast<void>(work(context, target));
+        });
+    }
 }

@@ -62,4 +62,11 @@ void OnActiveWindow(const OperationContext& context, Work work) {
     }
 }
 
+/// What an operation does with a window whose radio is selected; True if it succeeded, which only
+/// a walk over all windows asks.
+using OperationWork = bool (*)(const OperationContext& context, const Target& target);
+
+/// Starts an operation of a button or menu row: nothing happens unless its guard lets it.
+void StartOnActiveWindow(const OperationContext& context, OperationWork work);
+
 #endif  // ORVIA_CONSOLE_OPERATION_SHAPE_H

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "link/frmConnectSetup.h"
 #include "platform/qt/text_qt.h"
 
 frmConnect::frmConnect(SharedState& state, MainView& view, QWidget* parent)
@@ -48,14 +49,24 @@ void frmConnect::BuildButtons() {
         column->addWidget(made);
         return made;
     };
+    auto* cmdSetup = button("cmdSetup", "Change &Settings");
+    cmdSetup->setAutoDefault(false);
     cmdConnect_ = button("cmdConnect", "C&onnect");
     cmdConnect_->setDefault(true);
     cmdCancel_ = button("cmdCancel", "Cancel");
     column->addStretch();
     static_cast<QBoxLayout*>(layout())->addLayout(column);
+    connect(cmdSetup, &QPushButton::clicked, this, [this] { ChangeSettings(); });
     connect(cmdConnect_, &QPushButton::clicked, this, [this] { Connect(); });
     connect(cmdCancel_, &QPushButton::clicked, this, [this] { reject(); });
     cmdConnect_->setFocus();
+}
+
+void frmConnect::ChangeSettings() {
+    const Settings before = state_.SettingsRecord;
+    frmConnectSetup(state_.SettingsRecord, state_.Outside, this).exec();
+    comm::SettingsChanged(state_.LinkRecord, before, state_.SettingsRecord);
+    ShowLabels(comm::BreaksAfterSetup);
 }
 
 void frmConnect::ShowLabels(int breaks) {

@@ -22,6 +22,7 @@ class frmConnect final : public QDialog {
     void BuildLabels();
     void BuildButtons();
     void ShowLabels(int breaks);
+    void ChangeSettings();
     void Connect();
 
     SharedState& state_;

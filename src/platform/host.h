@@ -154,6 +154,32 @@ class HelpViewer {
     virtual void Open(const std::string& path) = 0;
 };
 
+/// Family of operating systems that keeps its ports where NT does.
+inline constexpr std::int32_t PlatformNt = 2;
+
+/// The branch of the system's registry for the local machine, from which the list of serial ports
+/// is read; elsewhere what stands in for it. Nothing here shows a message or faults.
+class Registry {
+ public:
+    /// Room for a value or the name of a key; a longer one cannot be read.
+    static constexpr int BufferLength = 256;
+
+    using Key = std::uintptr_t;
+
+    virtual ~Registry() = default;
+
+    /// Family of the operating system.
+    [[nodiscard]] virtual std::int32_t PlatformId() const = 0;
+    /// Opens a key for reading; nothing if there is none, or it may not be read.
+    [[nodiscard]] virtual std::optional<Key> OpenKey(const std::string& path) = 0;
+    /// Name of the subkey at `index`, from 0; nothing behind the last.
+    [[nodiscard]] virtual std::optional<std::string> EnumKey(Key key, int index) = 0;
+    /// A text value as it is stored, closing zeros included; nothing if it cannot be read.
+    [[nodiscard]] virtual std::optional<std::string> QueryText(Key key,
+                                                               const std::string& name) = 0;
+    virtual void CloseKey(Key key) = 0;
+};
+
 /// The host: a reference to each, the program's folder and the length of a tick.
 struct Host {
     SerialPort& MSComm1;
@@ -163,6 +189,7 @@ struct Host {
     SettingsStore& Store;
     SystemClock& Clock;
     HelpViewer& Help;
+    Registry& LocalMachine;
     std::string AppPath;         ///< folder of the program's own file, no separator at its end
     int TickMilliseconds = 100;  ///< length of a tick; tests of forms run the same ticks faster
 };

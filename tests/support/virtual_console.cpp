@@ -41,8 +41,10 @@ BookContext VirtualConsole::BookWork() {
 }
 
 OperationContext VirtualConsole::Operation() {
-    return {Radio(),      State.SamplingRecord, State.OperationsRecord, State.Book, State.Windows,
-            State.Logger, State.Newest};
+    return {Radio(),      State.SamplingRecord, State.OperationsRecord,
+            State.Book,   State.Windows,        State.Logger,
+            State.Newest, State.Exchange,       State.Outside.Clock,
+            Log};
 }
 
 void VirtualConsole::Connect() {

@@ -6,6 +6,7 @@
 
 #include "app/shared_state.h"
 #include "console/book_operations.h"
+#include "console/for_all.h"
 #include "console/logger_operations.h"
 #include "link/connecting.h"
 #include "link/sampling.h"
@@ -13,6 +14,7 @@
 #include "link/supervision.h"
 #include "support/fake_client_window.h"
 #include "support/fake_main_view.h"
+#include "support/fake_walk_log.h"
 #include "support/virtual_host.h"
 
 namespace testing_support {
@@ -29,6 +31,7 @@ class VirtualConsole {
     [[nodiscard]] comm::ToggleContext Toggling();
     [[nodiscard]] BookContext BookWork();
     [[nodiscard]] OperationContext Operation();
+    [[nodiscard]] ForAllContext ForAll() { return {Operation(), Log}; }
 
     /// Opens the port and has the server radio answered, in command mode.
     void Connect();
@@ -42,6 +45,7 @@ class VirtualConsole {
     VirtualHost Outside;
     SharedState State;
     FakeMainView View;
+    FakeWalkLog Log;
 };
 
 /// A logger with `analog` and `pulse` channels, named and addressed by `number`.

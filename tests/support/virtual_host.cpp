@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <utility>
 
 #include "common/fault.h"
@@ -141,12 +142,53 @@ std::string VirtualClock::TimeText(const LocalTime& time) const {
     return TwoDigits(time.Hour) + ":" + TwoDigits(time.Minute) + ":" + TwoDigits(time.Second);
 }
 
+std::optional<Registry::Key> MemoryRegistry::OpenKey(const std::string& path) {
+    if (!keys_.contains(path) || Locked.contains(path)) {
+        return std::nullopt;
+    }
+    Open[next_] = path;
+    return next_++;
+}
+
+std::optional<std::string> MemoryRegistry::EnumKey(Key key, int index) {
+    const std::string above = Open.at(key) + "\\";
+    for (auto found = keys_.lower_bound(above);
+         found != keys_.end() && found->first.starts_with(above); ++found) {
+        const std::string name = found->first.substr(above.size());
+        if (name.find('\\') == std::string::npos && index-- == 0) {
+            return name;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> MemoryRegistry::QueryText(Key key, const std::string& name) {
+    const auto& values = keys_.at(Open.at(key));
+    const auto found = values.find(name);
+    const bool fits = found != values.end() && found->second.size() <= BufferLength;
+    return fits ? std::optional(found->second) : std::nullopt;
+}
+
+void MemoryRegistry::CloseKey(Key key) {
+    if (Open.erase(key) == 0) {
+        throw std::logic_error("a key that is not open was closed");
+    }
+}
+
+void MemoryRegistry::Set(const std::string& path, const std::string& name,
+                         const std::string& value) {
+    for (auto end = path.find('\\'); end != std::string::npos; end = path.find('\\', end + 1)) {
+        keys_[path.substr(0, end)];
+    }
+    keys_[path][name] = value;
+}
+
 VirtualHost::VirtualHost() {
     Time.SetSource([this] { return Network.NextEvent(); }, [this] { Port.Collect(); });
 }
 
 Host VirtualHost::AsHost(const std::string& appPath) {
-    return {Port, Pump, Boxes, Dialogs, Store, Clock, Help, appPath};
+    return {Port, Pump, Boxes, Dialogs, Store, Clock, Help, LocalMachine, appPath};
 }
 
 std::string FreshFolder(const std::string& name) {

@@ -126,6 +126,27 @@ class RecordingHelp final : public HelpViewer {
     std::vector<std::string> Opened;
 };
 
+/// A registry in memory. Keys are known by their path from the branch of the local machine.
+class MemoryRegistry final : public Registry {
+ public:
+    std::int32_t PlatformId() const override { return Family; }
+    std::optional<Key> OpenKey(const std::string& path) override;
+    std::optional<std::string> EnumKey(Key key, int index) override;
+    std::optional<std::string> QueryText(Key key, const std::string& name) override;
+    void CloseKey(Key key) override;
+
+    /// Makes a key, and those above it, and gives it a value.
+    void Set(const std::string& path, const std::string& name, const std::string& value);
+
+    std::int32_t Family = PlatformNt;
+    std::set<std::string> Locked;  ///< paths of keys that may not be opened
+    std::map<Key, std::string> Open;
+
+ private:
+    std::map<std::string, std::map<std::string, std::string>> keys_;  ///< values by path
+    Key next_ = 1;
+};
+
 /// A host without a desktop, on virtual time, its serial port joined to a simulated network.
 class VirtualHost {
  public:
@@ -140,6 +161,7 @@ class VirtualHost {
     MemoryStore Store;
     VirtualClock Clock{Time};
     RecordingHelp Help;
+    MemoryRegistry LocalMachine;
 
     /// What the program is handed.
     [[nodiscard]] Host AsHost(const std::string& appPath);

@@ -8,9 +8,14 @@
 
 QtHost::QtHost()
     : port_(QDir(store_.Folder()).filePath(QStringLiteral("ports"))),
+#ifndef _WIN32
+      localMachine_([this] { return PortsOfSystem(port_.PortsFolder()); }),
+#endif
       host_{
-          port_,  pump_,  boxes_, dialogs_,
-          store_, clock_, help_,  FolderWithoutSeparator(QCoreApplication::applicationDirPath())} {}
+          port_,    pump_,         boxes_,
+          dialogs_, store_,        clock_,
+          help_,    localMachine_, FolderWithoutSeparator(QCoreApplication::applicationDirPath())} {
+}
 
 std::string FolderWithoutSeparator(const QString& folder) {
     std::string text = FromQt(QDir::toNativeSeparators(folder));

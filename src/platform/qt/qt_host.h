@@ -6,6 +6,11 @@
 #include "platform/qt/qt_file_dialogs.h"
 #include "platform/qt/qt_help_viewer.h"
 #include "platform/qt/qt_message_boxes.h"
+#ifdef _WIN32
+#include "platform/qt/qt_registry_windows.h"
+#else
+#include "platform/qt/qt_ports.h"
+#endif
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_settings_store.h"
 #include "platform/qt/qt_system_clock.h"
@@ -27,6 +32,11 @@ class QtHost final {
     QtFileDialogs dialogs_;
     QtSystemClock clock_;
     QtHelpViewer help_;
+#ifdef _WIN32
+    WindowsRegistry localMachine_;
+#else
+    PortsRegistry localMachine_;
+#endif
     Host host_;
 };
 

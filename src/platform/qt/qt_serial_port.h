@@ -21,6 +21,8 @@ class QtSerialPort final : public SerialPort {
     QtSerialPort(const QtSerialPort&) = delete;
     QtSerialPort& operator=(const QtSerialPort&) = delete;
 
+    [[nodiscard]] const QString& PortsFolder() const { return portsFolder_; }
+
     [[nodiscard]] int CommPort() const override { return number_; }
     void SetCommPort(int number) override;
     [[nodiscard]] std::string Settings() const override { return settings_; }

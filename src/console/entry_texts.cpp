@@ -1,0 +1,80 @@
+#include "console/entry_texts.h"
+
+#include <algorithm>
+
+#include "common/text.h"
+#include "console/hex_text.h"
+
+namespace {
+
+constexpr std::size_t HexDigits = 2;
+
+std::uint8_t ByteOf(const std::string& text) {
+    int value = 0;
+    static_cast<void>(ParseHex(text, HexDigits, value));
+    return static_cast<std::uint8_t>(value);
+}
+
+void TellMissingName(MessageBoxes& boxes) {
+    boxes.Show({.Text = "You need to enter a name for this client radio.",
+                .Title = "Missing Client Name",
+                .Icon = BoxIcon::Information});
+}
+
+void TellNameTaken(MessageBoxes& boxes) {
+    boxes.Show({.Text = "A Client Radio already is configured with the same name.\nYou need to "
+                        "enter a unique name.",
+                .Title = "Name not Unique",
+                .Icon = BoxIcon::Information});
+}
+
+}  // namespace
+
+AddressTexts TextsOf(std::uint8_t channel, const MacAddress& mac) {
+    AddressTexts texts;
+    texts.Channel = ByteToHex(channel);
+    std::transform(mac.begin(), mac.end(), texts.Mac.begin(), ByteToHex);
+    return texts;
+}
+
+void ReadAddress(const AddressTexts& texts, ClientRadio& entry) {
+    entry.Channel = ByteOf(texts.Channel);
+    std::transform(texts.Mac.begin(), texts.Mac.end(), entry.Mac.begin(), ByteOf);
+}
+
+std::string KeptName(std::string_view text) {
+    constexpr char FirstPrintable = ' ';
+    std::string name(text);
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c >= 0 && c < FirstPrintable; }, ' ');
+    return std::string(Trim(name));
+}
+
+AddressTexts OfferedAddress(const AddressBook& book) {
+    const auto& prefix = book.LastMacPrefix;
+    return TextsOf(book.LastChannel, {prefix[0], prefix[1], prefix[2], 0, 0, 0});
+}
+
+bool ValidateNewName(const AddressBook& book, std::string_view text, MessageBoxes& boxes) {
+    const std::string name = ToLower(KeptName(text));
+    if (name.empty()) {
+        TellMissingName(boxes);
+    }
+    const auto matches =
+        std::count_if(book.Entries.begin(), book.Entries.end(),
+                      [&name](const ClientRadio& entry) { return ToLower(entry.Name) == name; });
+    for (auto left = matches; left > 0; --left) {
+        TellNameTaken(boxes);
+    }
+    return !name.empty() && matches == 0;
+}
+
+std::optional<int> EntryWithAddress(const AddressBook& book, const ClientRadio& wanted) {
+    for (int number = 1; number <= book.Entries.UpperBound(); ++number) {
+        const ClientRadio& entry = book.Entries[number];
+        if (entry.Channel == wanted.Channel && entry.Mac == wanted.Mac) {
+            return number;
+        }
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,48 @@
+#ifndef ORVIA_CONSOLE_ENTRY_TEXTS_H
+#define ORVIA_CONSOLE_ENTRY_TEXTS_H
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "console/address_book.h"
+#include "platform/host.h"
+
+/// Channel and MAC of a radio as the entry fields hold them.
+struct AddressTexts {
+    std::string Channel;
+    std::array<std::string, 6> Mac;
+};
+
+/// All fields of an entry.
+struct EntryTexts {
+    std::string Name;
+    AddressTexts Address;
+};
+
+/// Most characters of a name that is typed; one from a file may be longer.
+inline constexpr int MostNameCharacters = 32;
+
+[[nodiscard]] AddressTexts TextsOf(std::uint8_t channel, const MacAddress& mac);
+
+/// Reads the fields into the entry. A field that is no number gives what its first digits built.
+void ReadAddress(const AddressTexts& texts, ClientRadio& entry);
+
+/// The name as it is kept: without blanks at its ends, and with a blank for every control
+/// character, which would break the book's lines.
+[[nodiscard]] std::string KeptName(std::string_view text);
+
+/// What the add wizard offers for the next entry.
+[[nodiscard]] AddressTexts OfferedAddress(const AddressBook& book);
+
+/// Checks a new entry's name: it must not be empty, nor that of another entry in either case.
+/// Tells the operator of each fault; False if there was one.
+[[nodiscard]] bool ValidateNewName(const AddressBook& book, std::string_view text,
+                                   MessageBoxes& boxes);
+
+/// The first entry with that channel and MAC; nothing if there is none.
+[[nodiscard]] std::optional<int> EntryWithAddress(const AddressBook& book,
+                                                  const ClientRadio& wanted);
+
+#endif  // ORVIA_CONSOLE_ENTRY_TEXTS_H

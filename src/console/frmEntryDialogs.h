@@ -1,0 +1,27 @@
+#ifndef ORVIA_CONSOLE_FRM_ENTRY_DIALOGS_H
+#define ORVIA_CONSOLE_FRM_ENTRY_DIALOGS_H
+
+#include "console/address_book.h"
+#include "console/entry_dialogs.h"
+#include "platform/host.h"
+
+class QWidget;
+
+/// Shows the dialogs on entries of the book over the main window.
+class EntryForms final : public EntryDialogs {
+ public:
+    EntryForms(const AddressBook& book, MessageBoxes& boxes, QWidget& main)
+        : book_(book), boxes_(boxes), main_(main) {}
+
+    std::optional<std::string> AskName() override;
+    std::optional<AddressTexts> AskAddress(const AddressTexts& offered) override;
+    std::optional<EntryTexts> EditEntry(const EntryTexts& shown) override;
+    std::optional<int> PickClient(const std::vector<std::string>& names) override;
+
+ private:
+    const AddressBook& book_;
+    MessageBoxes& boxes_;
+    QWidget& main_;
+};
+
+#endif  // ORVIA_CONSOLE_FRM_ENTRY_DIALOGS_H

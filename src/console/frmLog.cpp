@@ -1,0 +1,99 @@
+#include "console/frmLog.h"
+
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QIcon>
+#include <QMdiArea>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <algorithm>
+
+#include "platform/qt/named_controls.h"
+#include "platform/qt/text_qt.h"
+
+frmLog::frmLog() {
+    constexpr int Characters = 66;
+    constexpr int Lines = 12;
+    setObjectName(QStringLiteral("frmLog"));
+    setWindowTitle(QStringLiteral("Multiple Client Operation Log"));
+    setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    auto* content = new QWidget;
+    txtLog_ = new QPlainTextEdit(content);
+    txtLog_->setObjectName(QStringLiteral("txtLog"));
+    txtLog_->setReadOnly(true);
+    txtLog_->setTabChangesFocus(true);
+    txtLog_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtLog_->setAccessibleName(QStringLiteral("Multiple Client Operation Log"));
+    cmdClose_ = NamedButton(content, QStringLiteral("cmdClose"), QString());
+    connect(cmdClose_, &QPushButton::clicked, this, [this] { PressClose(); });
+
+    auto* column = new QVBoxLayout(content);
+    column->addWidget(txtLog_, 1);
+    column->addWidget(cmdClose_, 0, Qt::AlignRight);
+    setWidget(content);
+    content->setFocusProxy(cmdClose_);
+    resize(fontMetrics().averageCharWidth() * Characters, fontMetrics().lineSpacing() * Lines);
+    Reset();
+}
+
+void frmLog::Reset() {
+    txtLog_->clear();
+    cmdClose_->setText(QStringLiteral("&Cancel"));
+    cancels_ = true;
+    CancelRequested = false;
+}
+
+void frmLog::AppendText(const std::string& text) {
+    txtLog_->moveCursor(QTextCursor::End);
+    txtLog_->insertPlainText(ToQt(text));
+    txtLog_->moveCursor(QTextCursor::End);
+}
+
+void frmLog::EndWalk() {
+    cmdClose_->setText(QStringLiteral("&Close"));
+    cancels_ = false;
+}
+
+void frmLog::Unload() {
+    if (!loaded_) {
+        return;
+    }
+    loaded_ = false;
+    QMdiArea* area = mdiArea();
+    HideFromArea();
+    if (area != nullptr) {
+        area->removeSubWindow(this);
+    }
+    deleteLater();
+}
+
+void frmLog::HideFromArea() {
+    hide();
+    if (mdiArea() == nullptr) {
+        return;
+    }
+    const QList<QMdiSubWindow*> windows = mdiArea()->subWindowList(QMdiArea::StackingOrder);
+    const auto next = std::find_if(windows.rbegin(), windows.rend(), [](QMdiSubWindow* window) {
+        return window->isVisible() && !window->isMinimized();
+    });
+    if (next != windows.rend()) {
+        mdiArea()->setActiveSubWindow(*next);
+    }
+}
+
+void frmLog::closeEvent(QCloseEvent* event) {
+    Unload();
+    event->accept();
+}
+
+void frmLog::PressClose() {
+    if (!cancels_) {
+        HideFromArea();
+        return;
+    }
+    if (!CancelRequested) {
+        CancelRequested = true;
+        AppendText("\nCancel Request...\n");
+    }
+}

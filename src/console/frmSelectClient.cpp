@@ -1,0 +1,56 @@
+#include "console/frmSelectClient.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QListWidget>
+
+#include "platform/qt/text_qt.h"
+#include "platform/qt/twips.h"
+
+frmSelectClient::frmSelectClient(const std::vector<std::string>& names, QWidget* parent)
+    : QDialog(parent), lstClients_(new QListWidget(this)) {
+    constexpr int InsetTwips = 1000;
+    constexpr int Characters = 40;
+    setObjectName(QStringLiteral("frmSelectClient"));
+    setWindowTitle(QStringLiteral("Select Client"));
+    lstClients_->setObjectName(QStringLiteral("lstClients"));
+    lstClients_->setAccessibleName(QStringLiteral("Client Radios"));
+    lstClients_->setUniformItemSizes(true);
+    lstClients_->setMinimumWidth(fontMetrics().averageCharWidth() * Characters);
+    for (const std::string& name : names) {
+        lstClients_->addItem(ToQt(name));
+    }
+    lstClients_->setCurrentRow(0);
+    lstClients_->installEventFilter(this);
+    connect(lstClients_, &QListWidget::itemClicked, this,
+            [this](QListWidgetItem* item) { Choose(lstClients_->row(item)); });
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(lstClients_);
+    if (parent != nullptr) {
+        const int inset = PixelsOfTwips(InsetTwips);
+        move(parent->window()->pos() + QPoint(inset, inset));
+    }
+}
+
+void frmSelectClient::reject() {
+    Tag.clear();
+    hide();
+}
+
+bool frmSelectClient::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<const QKeyEvent*>(event)->key();
+        if ((key == Qt::Key_Return || key == Qt::Key_Enter) &&
+            !lstClients_->selectedItems().isEmpty()) {
+            Choose(lstClients_->currentRow());
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmSelectClient::Choose(int row) {
+    chosen_ = row + 1;
+    Tag = "Okay";
+    hide();
+}

@@ -1,0 +1,127 @@
+#include "console/signal_monitor.h"
+
+#include <memory>
+
+#include "console/hex_text.h"
+#include "console/operation_shape.h"
+#include "console/signal_level.h"
+
+namespace {
+
+constexpr std::uint8_t ClockRequest = 0x00;  ///< the shortest frame that a logger answers
+constexpr std::size_t ClockReplyLength = 7;
+
+std::string HyphenedMac(const MacAddress& mac) {
+    std::string text;
+    for (const std::uint8_t byte : mac) {
+        text += (text.empty() ? "" : "-") + ByteToHex(byte);
+    }
+    return text;
+}
+
+bool StopAsked(const OperationContext& context, const SignalMonitor& monitor) {
+    return monitor.MonitorState == MonitorStopAsked || context.radio.link.ShuttingDown != False;
+}
+
+int SlotInView(const OperationContext& context, const SignalMonitor& monitor) {
+    const auto& entries = context.book.Entries;
+    return entries.Holds(monitor.ClientIndex) ? entries[monitor.ClientIndex].WindowIndex : NoWindow;
+}
+
+/// The window in the next slot that has one, going round; nothing if there is none at all. It is
+/// the same window again if there is no other.
+std::shared_ptr<ClientWindow> NextWindow(const OperationContext& context, int slot) {
+    const int count = context.windows.UpperBound() + 1;
+    for (int step = 1; step <= count; ++step) {
+        if (auto window = context.windows.At((slot + step) % count)) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
+void StepToNextRadio(const OperationContext& context, SignalMonitor& monitor, SignalView& view) {
+    monitor.NextRequested = false;
+    const auto window = NextWindow(context, SlotInView(context, monitor));
+    if (!window || !context.book.Entries.Holds(window->ClientIndex())) {
+        return;
+    }
+    monitor.ClientIndex = window->ClientIndex();
+    DisplayClient(context.book, monitor, view);
+    context.radio.view.SetPointer(Pointer::Hourglass);
+    // A radio that cannot be selected has told so, and gives no readings.
+    static_cast<void>(SelectRadioOf(context, *window));
+    context.radio.view.SetPointer(Pointer::Normal);
+}
+
+}  // namespace
+
+void DisplayClient(const AddressBook& book, const SignalMonitor& monitor, SignalView& view) {
+    if (book.Entries.Holds(monitor.ClientIndex)) {
+        const ClientRadio& entry = book.Entries[monitor.ClientIndex];
+        view.ShowRadio({entry.Name, HyphenedMac(entry.Mac), ByteToHex(entry.Channel)});
+    }
+}
+
+std::optional<int> ReadSignalLevel(const OperationContext& context, const SignalMonitor& monitor) {
+    const Bytes request{ClockRequest};
+    std::int16_t retries = 0;
+    if (!context.exchange.SendFrame(request, retries) || StopAsked(context, monitor)) {
+        return std::nullopt;
+    }
+    Bytes reply(ClockReplyLength);
+    if (!context.exchange.ReceiveFrame(reply) || StopAsked(context, monitor)) {
+        return std::nullopt;
+    }
+    std::uint8_t value = 0;
+    if (!comm::ReadRadioSignal(context.radio.link, context.radio.boxes, value) ||
+        StopAsked(context, monitor)) {
+        return std::nullopt;
+    }
+    return RssiToDBm(value);
+}
+
+void RunMonitor(const OperationContext& context, SignalMonitor& monitor, SignalView& view) {
+    if (monitor.MonitorState != MonitorNotStarted) {
+        return;
+    }
+    monitor.MonitorState = MonitorRunning;
+    view.EnableNext(context.windows.UpperBound() >= 1);
+    std::optional<int> level = ReadSignalLevel(context, monitor);
+    while (!StopAsked(context, monitor)) {
+        if (monitor.NextRequested) {
+            level.reset();
+            StepToNextRadio(context, monitor, view);
+        }
+        view.ShowLevel(LevelText(level), BarLength(level));
+        context.radio.link.Events.RunPendingEvents();
+        level = ReadSignalLevel(context, monitor);
+    }
+    monitor.MonitorState = MonitorFinished;
+    view.HideMonitor();
+}
+
+void ExitMonitor(SignalMonitor& monitor, SignalView& view) {
+    if (monitor.MonitorState != MonitorRunning) {
+        view.HideMonitor();
+    }
+    monitor.MonitorState = MonitorStopAsked;
+}
+
+bool MayCloseMonitor(SignalMonitor& monitor) {
+    if (monitor.MonitorState != MonitorRunning) {
+        return true;
+    }
+    monitor.MonitorState = MonitorStopAsked;
+    return false;
+}
+
+void ShowSignalLevel(const OperationContext& context, SignalMonitorDialog& dialog) {
+    if (!MayStart(context)) {
+        return;
+    }
+    OnActiveWindow(context, [&](const Target& target) {
+        context.radio.view.SetPointer(Pointer::Normal);
+        dialog.ShowMonitor(context, target.Window->ClientIndex());
+    });
+}

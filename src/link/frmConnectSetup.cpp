@@ -1,0 +1,127 @@
+#include "link/frmConnectSetup.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "link/connect_setup.h"
+#include "platform/qt/named_controls.h"
+#include "platform/qt/text_qt.h"
+
+namespace {
+
+QComboBox* ListCombo(QWidget* parent, const QString& name) {
+    constexpr int Characters = 34;
+    auto* combo = new QComboBox(parent);
+    combo->setObjectName(name);
+    // A device can have any name; the list shows it whole, the field as much as there is room for.
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(Characters);
+    return combo;
+}
+
+}  // namespace
+
+frmConnectSetup::frmConnectSetup(Settings& settings, const Host& host, QWidget* parent)
+    : QDialog(parent), settings_(settings), host_(host) {
+    setObjectName(QStringLiteral("frmConnectSetup"));
+    setWindowTitle(QStringLiteral("Connection Settings"));
+    auto* column = new QVBoxLayout(this);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    auto* rows = new QGridLayout;
+    column->addLayout(rows);
+    BuildCombos(*rows);
+    BuildAddressBook(*rows);
+    BuildButtons();
+    FillIn();
+}
+
+void frmConnectSetup::BuildCombos(QGridLayout& rows) {
+    cmbPort_ = ListCombo(this, QStringLiteral("cmbPort"));
+    cmbBaud_ = ListCombo(this, QStringLiteral("cmbBaud"));
+    rows.addWidget(CaptionFor(cmbPort_, QStringLiteral("Label1"), QStringLiteral("&Port")), 0, 0);
+    rows.addWidget(cmbPort_, 0, 1);
+    rows.addWidget(CaptionFor(cmbBaud_, QStringLiteral("Label2"), QStringLiteral("Baud &Rate")), 1,
+                   0);
+    rows.addWidget(cmbBaud_, 1, 1);
+    chkAutoDisconnect_ = new QCheckBox(QStringLiteral("&Disconnect if Idle for 5 minutes"), this);
+    chkAutoDisconnect_->setObjectName(QStringLiteral("chkAutoDisconnect"));
+    rows.addWidget(chkAutoDisconnect_, 2, 1);
+}
+
+void frmConnectSetup::BuildAddressBook(QGridLayout& rows) {
+    txtAddressBook_ = new QLineEdit(this);
+    txtAddressBook_->setObjectName(QStringLiteral("txtAddressBook"));
+    QPushButton* cmdBrowse =
+        NamedButton(this, QStringLiteral("cmdBrowse"), QStringLiteral("&Browse"));
+    cmdBrowse->setAutoDefault(false);
+    rows.addWidget(
+        CaptionFor(txtAddressBook_, QStringLiteral("Label3"), QStringLiteral("&Address Book")), 3,
+        0);
+    rows.addWidget(txtAddressBook_, 3, 1);
+    rows.addWidget(cmdBrowse, 3, 2);
+    connect(cmdBrowse, &QPushButton::clicked, this, [this] { Browse(); });
+}
+
+void frmConnectSetup::BuildButtons() {
+    QPushButton* cmdOK = NamedButton(this, QStringLiteral("cmdOK"), QStringLiteral("OK"));
+    cmdOK->setDefault(true);
+    QPushButton* cmdCancel =
+        NamedButton(this, QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+    cmdCancel->setAutoDefault(false);
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(cmdOK);
+    row->addWidget(cmdCancel);
+    auto* column = static_cast<QVBoxLayout*>(layout());
+    column->addSpacing(fontMetrics().height());
+    column->addLayout(row);
+    connect(cmdOK, &QPushButton::clicked, this, [this] { TakeOver(); });
+    connect(cmdCancel, &QPushButton::clicked, this, [this] {
+        if (!loading_) {
+            reject();
+        }
+    });
+}
+
+void frmConnectSetup::FillIn() {
+    Enumerate::PortList found;
+    Enumerate::EnumerateSerialPorts(host_.LocalMachine, found);
+    const Enumerate::PortList offered = Enumerate::OfferedPorts(found);
+    for (const std::string& port : offered) {
+        cmbPort_->addItem(ToQt(port));
+    }
+    for (const std::string_view rate : comm::BaudRates) {
+        cmbBaud_->addItem(ToQt(rate));
+    }
+    cmbPort_->setCurrentIndex(comm::PortChoice(offered, settings_.PortName));
+    cmbBaud_->setCurrentIndex(comm::BaudChoice(settings_.BaudRate));
+    chkAutoDisconnect_->setChecked(settings_.AutoDisconnect == "1");
+    txtAddressBook_->setText(ToQt(settings_.AddressBookPath));
+    txtAddressBook_->setCursorPosition(static_cast<int>(txtAddressBook_->text().size()));
+    loading_ = false;
+}
+
+void frmConnectSetup::Browse() {
+    if (const auto chosen = host_.Dialogs.PickExisting(comm::BrowseQuery(host_.AppPath))) {
+        txtAddressBook_->setText(ToQt(*chosen));
+    }
+}
+
+void frmConnectSetup::TakeOver() {
+    if (loading_) {
+        return;
+    }
+    const QString path = txtAddressBook_->text();
+    const bool kept = path == ToQt(settings_.AddressBookPath);
+    const comm::ConnectChoices choices{
+        FromQt(cmbPort_->currentText()), FromQt(cmbBaud_->currentText()),
+        chkAutoDisconnect_->isChecked(), kept ? settings_.AddressBookPath : FromQt(path)};
+    if (comm::TakeChoices(choices, settings_, host_.Boxes)) {
+        accept();
+    }
+}

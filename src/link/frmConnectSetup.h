@@ -1,0 +1,38 @@
+#ifndef ORVIA_LINK_FRM_CONNECT_SETUP_H
+#define ORVIA_LINK_FRM_CONNECT_SETUP_H
+
+#include <QDialog>
+
+#include "app/settings.h"
+#include "platform/host.h"
+
+class QCheckBox;
+class QComboBox;
+class QGridLayout;
+class QLineEdit;
+
+/// The dialog on port, baud rate, idle limit and address book.
+class frmConnectSetup final : public QDialog {
+    Q_OBJECT
+
+ public:
+    frmConnectSetup(Settings& settings, const Host& host, QWidget* parent);
+
+ private:
+    void BuildCombos(QGridLayout& rows);
+    void BuildAddressBook(QGridLayout& rows);
+    void BuildButtons();
+    void FillIn();
+    void Browse();
+    void TakeOver();
+
+    Settings& settings_;
+    const Host& host_;
+    bool loading_ = true;
+    QComboBox* cmbPort_ = nullptr;
+    QComboBox* cmbBaud_ = nullptr;
+    QCheckBox* chkAutoDisconnect_ = nullptr;
+    QLineEdit* txtAddressBook_ = nullptr;
+};
+
+#endif  // ORVIA_LINK_FRM_CONNECT_SETUP_H

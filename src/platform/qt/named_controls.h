@@ -1,0 +1,20 @@
+#ifndef ORVIA_PLATFORM_QT_NAMED_CONTROLS_H
+#define ORVIA_PLATFORM_QT_NAMED_CONTROLS_H
+
+#include <QString>
+
+class QLabel;
+class QPushButton;
+class QWidget;
+
+// Controls that carry their name as object name.
+
+/// A caption for `buddy`, whose key is marked in the text.
+[[nodiscard]] QLabel* CaptionFor(QWidget* buddy, const QString& name, const QString& text);
+
+/// A label that shows a value, in plain text; `meaning` tells what it shows.
+[[nodiscard]] QLabel* ValueLabel(QWidget* parent, const QString& name, const QString& meaning);
+
+[[nodiscard]] QPushButton* NamedButton(QWidget* parent, const QString& name, const QString& text);
+
+#endif  // ORVIA_PLATFORM_QT_NAMED_CONTROLS_H

@@ -1,0 +1,20 @@
+#ifndef ORVIA_PLATFORM_QT_QT_REGISTRY_WINDOWS_H
+#define ORVIA_PLATFORM_QT_QT_REGISTRY_WINDOWS_H
+
+#ifdef _WIN32
+
+#include "platform/host.h"
+
+/// The system's registry, its branch of the local machine, read in the system's code page.
+class WindowsRegistry final : public Registry {
+ public:
+    [[nodiscard]] std::int32_t PlatformId() const override;
+    [[nodiscard]] std::optional<Key> OpenKey(const std::string& path) override;
+    [[nodiscard]] std::optional<std::string> EnumKey(Key key, int index) override;
+    [[nodiscard]] std::optional<std::string> QueryText(Key key, const std::string& name) override;
+    void CloseKey(Key key) override;
+};
+
+#endif
+
+#endif  // ORVIA_PLATFORM_QT_QT_REGISTRY_WINDOWS_H

@@ -1,0 +1,74 @@
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <cstdio>
+
+#include "console/book_operations.h"
+#include "console/frmEditClient.h"
+#include "link/supervision.h"
+#include "main_console_bench.h"
+
+namespace {
+
+using namespace forms_bench;
+using namespace testing_support;
+
+class LargeBookTest : public frmMainConsoleTest {
+ protected:
+    static constexpr int Entries = 10000;
+    static constexpr int VisibleDelay = 50;  // milliseconds
+
+    LargeBookTest() {
+        for (int number = 4; number <= Entries; ++number) {
+            ClientRadio entry;
+            entry.Name = "Site " + std::to_string(number);
+            entry.Mac = {0,
+                         0xA0,
+                         0x96,
+                         1,
+                         static_cast<std::uint8_t>(number >> 8),
+                         static_cast<std::uint8_t>(number)};
+            state_.Book.Entries.Append(entry);
+        }
+        RefreshClientList(state_.Book, *window_);
+        SaveAddressBook(state_.SettingsRecord.AddressBookPath, state_.Book);
+        QCoreApplication::processEvents();
+    }
+
+    template <typename Work>
+    void Measure(const char* what, Work work) {
+        QElapsedTimer timer;
+        timer.start();
+        work();
+        QCoreApplication::processEvents();
+        const double took = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+        std::printf("book of %d entries: %-7s %6.2f ms\n", Entries, what, took);
+#ifdef NDEBUG
+        EXPECT_LT(took, VisibleDelay) << what;
+#endif
+    }
+};
+
+TEST_F(LargeBookTest, IsWorkedWithWithoutVisibleDelay) {
+    Measure("scroll", [this] { List().scrollToBottom(); });
+    Measure("drag", [this] { DragOverList(List(), List().viewport()->height() / 2); });
+    Measure("drop", [this] { Drop(QStringLiteral("Site 9000"), QPoint(5, 40)); });
+    const ModalAnswer<frmEditClient> edit([](frmEditClient& form) {
+        forms_bench::Find<QLineEdit>(form, "txtClientRadioName")->setText(QStringLiteral("Edited"));
+        forms_bench::Find<QPushButton>(form, "cmdNext")->click();
+    });
+    AwaitRow("mnuDeleteClient");
+    List().setCurrentRow(5000);
+    Measure("edit", [this] { Choose("mnuEditClient"); });
+    Measure("delete", [this] {
+        List().setCurrentRow(7000);
+        Choose("mnuDeleteClient");
+    });
+    Measure("tick", [this] {
+        comm::SuperviseTick({state_.LinkRecord, state_.SamplingRecord, state_.OperationsRecord,
+                             state_.Book, state_.Windows, *window_});
+    });
+    EXPECT_EQ(List().ItemCount(), Entries - 1);
+}
+
+}  // namespace
