@@ -40,6 +40,11 @@ struct SetupContext {
     SetupDialog& dialog;
 };
 
+/// Interval of the dialogs' timers, a quarter of a second, by the length of a tick.
+[[nodiscard]] constexpr int QuarterSecond(int TickMilliseconds) {
+    return TickMilliseconds * 5 / 2;
+}
+
 /// Whether the dialog may use the link, or change what an exchange on it works on.
 [[nodiscard]] inline bool SetupIsFree(const SetupContext& context) {
     return context.operations.OperationBusy == False;
