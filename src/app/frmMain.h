@@ -63,7 +63,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    using Operation = void (*)(const OperationContext&);
+    using Operation = std::function<void(const OperationContext&)>;
 
     void BuildTopPanel();
     void BuildLeftPanel();
@@ -80,6 +80,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
                      std::function<void()> action);
 
     void ShowConnect();
+    void ShowSetup(const OperationContext& context);
     void ToggleConnection();
     void Supervise();
     void ViewClient();

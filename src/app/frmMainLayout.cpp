@@ -101,7 +101,8 @@ QPushButton* frmMain::AddButton(const QString& name, const QString& text, Operat
     auto* button = new QPushButton(text, Picture1_);
     button->setObjectName(name);
     button->setEnabled(false);
-    connect(button, &QPushButton::clicked, this, [this, operation] { operation(Operating()); });
+    connect(button, &QPushButton::clicked, this,
+            [this, operation = std::move(operation)] { operation(Operating()); });
     Picture1_->layout()->addWidget(button);
     return button;
 }
@@ -114,6 +115,9 @@ void frmMain::BuildButtonBar() {
         AddButton(QStringLiteral("cmdGetSettings"), QStringLiteral("&Get Sample"), GetSample)};
     cmdSampleContinuously_ = AddButton(QStringLiteral("cmdSampleContinuously"),
                                        QStringLiteral("&Sample Continuously"), SampleContinuously);
+    operationButtons_.push_back(
+        AddButton(QStringLiteral("cmdSetup"), QStringLiteral("Set&up"),
+                  [this](const OperationContext& context) { ShowSetup(context); }));
 }
 
 void frmMain::BuildArea() {
@@ -143,7 +147,7 @@ void frmMain::BuildArea() {
     pctTop_->layout()->setContentsMargins(0, 0, 0, 0);
     setCentralWidget(centre);
     setTabOrder(lvwClients_, operationButtons_.front());
-    setTabOrder(cmdSampleContinuously_, cmdConnect_);
+    setTabOrder(operationButtons_.back(), cmdConnect_);
 }
 
 QAction* frmMain::AddItem(QMenu& menu, const QString& name, const QString& text,
@@ -200,6 +204,7 @@ void frmMain::BuildPopup() {
     row("mnuClientGetSettings", "Get Sample", GetSample);
     mnuClientSampleContinuously_ =
         row("mnuClientSampleContinuously", "Sample Continuously", SampleContinuously);
+    row("mnuClientSetup", "Setup", [this](const OperationContext& context) { ShowSetup(context); });
     row("mnuClientFirmwareVersion", "Firmware Version", ShowFirmwareVersion);
 }
 
