@@ -163,6 +163,10 @@ void frmSetupPages::AlignColumns(const std::vector<QGroupBox*>& rows, QWidget* h
         }
         for (QGridLayout* grid : grids) {
             grid->setColumnMinimumWidth(column, width);
+            const QLayoutItem* item = grid->itemAtPosition(0, column);
+            if (item != nullptr) {
+                item->widget()->setMinimumWidth(width);
+            }
         }
     }
     for (QGridLayout* grid : grids) {

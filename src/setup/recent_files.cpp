@@ -35,9 +35,10 @@ bool RememberFolder(const std::string& path, Settings& settings, std::string& Cu
         return false;
     }
     // The path may be one of the texts that change here.
-    const std::string chosen = path;
-    settings.LastFilePath = chosen.substr(0, separator - 1);
-    CurrentFile = chosen.substr(separator);
+    std::string folder = path.substr(0, separator - 1);
+    std::string name = path.substr(separator);
+    settings.LastFilePath = std::move(folder);
+    CurrentFile = std::move(name);
     return true;
 }
 

@@ -108,7 +108,7 @@ class TableBrowsing : public ::testing::Test {
         for (int i = 0; i < entries; ++i) {
             text += std::to_string(i) + " " + std::to_string(i * 2) + "\r\n";
         }
-        const std::string path = JoinPath(folder_, name);
+        std::string path = JoinPath(folder_, name);
         WriteFile(path, text);
         return path;
     }

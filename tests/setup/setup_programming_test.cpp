@@ -316,8 +316,8 @@ TEST_F(SetupProgramming, TakesNoLongerThanItsExchangesDemand) {
     Program();
     const auto took = opened.console.Outside.Time.Now() - start;
     ExpectProgrammed();
-    const int bytes = network.Count().BytesWritten - before.BytesWritten +
-                      network.Count().BytesToConsole - before.BytesToConsole;
+    const std::int64_t bytes = network.Count().BytesWritten - before.BytesWritten +
+                               network.Count().BytesToConsole - before.BytesToConsole;
     const auto onTheLine = bytes * 10 * Second / network.LineBaud;
     const auto inBetween = Frames * (2 * network.AirDelay + network.LoggerDelay);
     const auto demanded = onTheLine + inBetween;
