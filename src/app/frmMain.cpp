@@ -24,6 +24,8 @@
 #include "link/supervision.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
+#include "setup/frmSetup.h"
+#include "setup/setup_operation.h"
 
 namespace {
 
@@ -272,6 +274,12 @@ bool frmMain::TakesListEvent(const QEvent& event) {
 void frmMain::ShowConnect() {
     frmConnect dialog(state_, *this, this);
     dialog.exec();
+}
+
+void frmMain::ShowSetup(const OperationContext& context) {
+    Setup(context, [this](const std::function<bool()>& reselect) {
+        frmSetup(state_, reselect, this).ShowModally();
+    });
 }
 
 void frmMain::ToggleConnection() {

@@ -88,6 +88,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
                      std::function<void()> action);
 
     void ShowConnect();
+    void ShowSetup(const OperationContext& context);
     void ToggleConnection();
     void Supervise();
     void ViewClient();

@@ -103,7 +103,8 @@ QPushButton* frmMain::AddButton(const QString& name, const QString& text,
     auto* button = new QPushButton(text, Picture1_);
     button->setObjectName(name);
     button->setEnabled(false);
-    connect(button, &QPushButton::clicked, this, [this, operation] { operation(Operating()); });
+    connect(button, &QPushButton::clicked, this,
+            [this, operation = std::move(operation)] { operation(Operating()); });
     Picture1_->layout()->addWidget(button);
     return button;
 }
@@ -128,6 +129,9 @@ void frmMain::BuildButtonBar() {
                                           QStringLiteral("Clear Histor&y"), ClearHistory));
     operationButtons_.push_back(
         AddButton(QStringLiteral("cmdSyncTime"), QStringLiteral("Sync &Time"), SyncTime));
+    operationButtons_.push_back(
+        AddButton(QStringLiteral("cmdSetup"), QStringLiteral("Set&up"),
+                  [this](const OperationContext& context) { ShowSetup(context); }));
 }
 
 void frmMain::BuildArea() {
@@ -214,6 +218,7 @@ void frmMain::BuildPopup() {
     });
     row("mnuClientClearHistory", "Clear History", ClearHistory);
     row("mnuClientSyncTime", "Sync Time", SyncTime);
+    row("mnuClientSetup", "Setup", [this](const OperationContext& context) { ShowSetup(context); });
     row("mnuClientFirmwareVersion", "Firmware Version", ShowFirmwareVersion);
     row("mnuClientResetPulseAccs", "Reset Pulse Accumulators", ResetPulseAccumulators);
 }

@@ -1,0 +1,175 @@
+#include "setup/frmSetup.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTabBar>
+
+#include "app/lifecycle.h"
+#include "platform/qt/text_qt.h"
+#include "setup/calibration.h"
+#include "setup/frmSetupPages.h"
+#include "setup/frmSetupParts.h"
+#include "setup/setup_changes.h"
+#include "setup/setup_flow_page.h"
+#include "setup/setup_form_state.h"
+
+frmSetup::frmSetup(SharedState& state, std::function<bool()> reselect, QWidget* parent)
+    : QDialog(parent), state_(state), reselect_(std::move(reselect)) {
+    setObjectName(QStringLiteral("frmSetup"));
+    setWindowTitle(QStringLiteral("Tessel Setup"));
+    BuildTabs();
+    BuildButtons();
+    BuildMenus();
+    BuildShortcuts();
+    ConnectPages();
+    GuardFields();
+    FitScreen();
+    Timer1_.setObjectName(QStringLiteral("Timer1"));
+    Timer1_.setInterval(QuarterSecond(state.Outside.TickMilliseconds));
+    connect(&Timer1_, &QTimer::timeout, this, [this] { OnTimer1(); });
+}
+
+void frmSetup::Load() {
+    OpenSetup(Context());
+    OnTimer1();
+    Timer1_.start();
+}
+
+void frmSetup::ShowModally() {
+    Load();
+    if (state_.LinkRecord.ShuttingDown == False) {
+        exec();
+    }
+}
+
+SetupContext frmSetup::Context() {
+    return {state_.Logger,
+            state_.SettingsRecord,
+            state_.CataloguesRecord,
+            state_.LinkRecord,
+            state_.SamplingRecord,
+            state_.OperationsRecord,
+            state_.Exchange,
+            state_.Outside,
+            VersionText(),
+            reselect_,
+            *this,
+            dialog_};
+}
+
+// ----- what the procedures tell and ask
+
+SetupControls frmSetup::Controls() const {
+    return pages_->Fields().Values();
+}
+
+void frmSetup::ShowControls(const SetupControls& controls) {
+    showing_ = true;
+    pages_->Fields().Show(controls);
+    showing_ = false;
+}
+
+void frmSetup::EnableFlow(const FlowStates& states) {
+    pages_->EnableFlow(states);
+}
+
+void frmSetup::SetTableFile(const std::string& path) {
+    SetupControls controls = Controls();
+    controls.txtTableFile = path;
+    ShowControls(controls);
+}
+
+void frmSetup::SetCalibration(int channel, const CalibrationValues& values) {
+    SetupControls controls = Controls();
+    AnalogRow& row = controls.Analog.at(static_cast<std::size_t>(channel));
+    row.txtHighEU = values.HighEU;
+    row.txtLowEU = values.LowEU;
+    row.txtHighRaw = values.HighRaw;
+    row.txtLowRaw = values.LowRaw;
+    ShowControls(controls);
+}
+
+void frmSetup::EnableAlarm(int alarm, bool on) {
+    pages_->EnableAlarm(alarm, on);
+}
+
+void frmSetup::SetRecentFile(int place, std::string_view name) {
+    const QString caption = QStringLiteral("&%1 ").arg(place + 1) + EscapedAmpersands(name);
+    QAction* item = mnuHist_.at(static_cast<std::size_t>(place));
+    if (item->text() != caption) {
+        item->setText(caption);
+    }
+}
+
+void frmSetup::SetPointer(Pointer pointer) {
+    pointer == Pointer::Hourglass ? setCursor(Qt::WaitCursor) : unsetCursor();
+}
+
+void frmSetup::EnableCancel(bool on) {
+    cmdCancel_->setEnabled(on);
+}
+
+void frmSetup::FocusCancel() {
+    cmdCancel_->setFocus();
+}
+
+void frmSetup::HoldInput(bool held) {
+    if (held) {
+        focusBefore_ = focusWidget();
+    }
+    for (QWidget* part : std::initializer_list<QWidget*>{menus_, TabStrip_, pages_, cmdOK_}) {
+        part->setEnabled(!held);
+    }
+    if (!held && focusBefore_ != nullptr) {
+        focusBefore_->setFocus();
+    }
+}
+
+// ----- events
+
+bool frmSetup::Validate(const frmSetupFields::Field& field) {
+    const FieldCheck check = field.Check(frmSetupFields::TextOf(field.Widget));
+    if (check.Box) {
+        state_.Outside.Boxes.Show(*check.Box);
+    }
+    if (check.Text) {
+        frmSetupFields::SetText(field.Widget, *check.Text);
+    }
+    return check.Accepted;
+}
+
+void frmSetup::OnTimer1() {
+    if (state_.LinkRecord.ShuttingDown != False) {
+        done(Rejected);
+        return;
+    }
+    SetupTick(Context());
+}
+
+void frmSetup::TurnPage(int step) {
+    TabStrip_->setCurrentIndex(qBound(0, TabStrip_->currentIndex() + step, TabStrip_->count() - 1));
+}
+
+void frmSetup::closeEvent(QCloseEvent* event) {
+    const bool closes =
+        state_.LinkRecord.ShuttingDown != False || !isVisible() || QueryUnloadSetup(Context());
+    event->setAccepted(closes);
+    if (closes) {
+        Timer1_.stop();
+        done(Rejected);
+    }
+}
+
+void frmSetup::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
+    if (!enter) {
+        QDialog::keyPressEvent(event);
+    } else if (button != nullptr) {
+        // No button is the default one: Enter presses the one that has the focus.
+        button->click();
+    }
+}

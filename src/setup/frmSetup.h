@@ -1,0 +1,91 @@
+#ifndef ORVIA_SETUP_FRMSETUP_H
+#define ORVIA_SETUP_FRMSETUP_H
+
+#include <QDialog>
+#include <QTimer>
+#include <array>
+#include <functional>
+#include <string>
+
+#include "app/shared_state.h"
+#include "setup/frmSetupFields.h"
+#include "setup/setup_context.h"
+
+class FocusGuard;
+class QAction;
+class QMenu;
+class QMenuBar;
+class QPushButton;
+class QScrollArea;
+class QTabBar;
+class frmSetupPages;
+
+/// The dialog in which the settings of the current logger are edited, filed, programmed and
+/// calibrated.
+class frmSetup final : public QDialog, private SetupView {
+    Q_OBJECT
+
+ public:
+    /// `reselect` brings the server radio back to the logger.
+    frmSetup(SharedState& state, std::function<bool()> reselect, QWidget* parent);
+
+    /// Opens the dialog on the current logger and returns when it has been closed.
+    void ShowModally();
+    /// The first half of that: fills the dialog and starts its timer, without a window yet.
+    void Load();
+
+    /// Escape acts as the close box.
+    void reject() override { close(); }
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    // SetupView
+    [[nodiscard]] SetupControls Controls() const override;
+    void ShowControls(const SetupControls& controls) override;
+    void EnableFlow(const FlowStates& states) override;
+    void SetTableFile(const std::string& path) override;
+    void SetCalibration(int channel, const CalibrationValues& values) override;
+    void EnableAlarm(int alarm, bool on) override;
+    void SetRecentFile(int place, std::string_view name) override;
+    void SetPointer(Pointer pointer) override;
+    void EnableCancel(bool on) override;
+    void FocusCancel() override;
+    void HoldInput(bool held) override;
+
+    void BuildTabs();
+    void BuildButtons();
+    void BuildMenus();
+    void BuildFileMenu(QMenu& menu);
+    void BuildShortcuts();
+    void ConnectPages();
+    void GuardFields();
+    void FitScreen();
+    QAction* AddItem(QMenu& menu, const char* name, const char* caption,
+                     std::function<void()> action);
+
+    [[nodiscard]] SetupContext Context();
+    [[nodiscard]] bool Validate(const frmSetupFields::Field& field);
+    void OnTimer1();
+    void TurnPage(int step);
+
+    SharedState& state_;
+    std::function<bool()> reselect_;
+    SetupDialog dialog_;
+    bool showing_ = false;  ///< the program, not the user, changes the controls
+    QWidget* focusBefore_ = nullptr;
+
+    QMenuBar* menus_ = nullptr;
+    QTabBar* TabStrip_ = nullptr;
+    QScrollArea* scroll_ = nullptr;
+    frmSetupPages* pages_ = nullptr;
+    QPushButton* cmdOK_ = nullptr;
+    QPushButton* cmdCancel_ = nullptr;
+    std::array<QAction*, 4> mnuHist_ = {};
+    FocusGuard* guard_ = nullptr;
+    QTimer Timer1_{this};
+};
+
+#endif  // ORVIA_SETUP_FRMSETUP_H

@@ -1,0 +1,59 @@
+#ifndef ORVIA_SETUP_SETUP_CONTEXT_H
+#define ORVIA_SETUP_SETUP_CONTEXT_H
+
+#include <functional>
+#include <string>
+
+#include "app/settings.h"
+#include "common/bytes.h"
+#include "console/operations_state.h"
+#include "flow/catalogues.h"
+#include "link/link.h"
+#include "link/sampling_state.h"
+#include "logger/frame_exchange.h"
+#include "logger/logger_state.h"
+#include "platform/host.h"
+#include "setup/setup_view.h"
+
+/// What lives as long as the dialog is open.
+struct SetupDialog {
+    std::string CurrentFile;  ///< name, without folder, of the set-up file last chosen
+    Bytes FileImage;          ///< settings image as last loaded or saved
+    Bytes LoggerImage;        ///< settings image as the logger has it
+    Flag UnloadRuns = False;  ///< the questions of closing are being asked
+};
+
+/// What the procedures of the dialog work on.
+struct SetupContext {
+    LoggerState& global;
+    Settings& settings;
+    const Catalogues& catalogues;
+    const Link& link;
+    const Sampling& sampling;
+    Operations& operations;
+    FrameExchange& exchange;
+    const Host& outside;
+    std::string version;  ///< of the program, for set-up files
+    /// Brings the server radio back to the logger's radio, after the idle limit closed the port.
+    std::function<bool()> reselect;
+    SetupView& view;
+    SetupDialog& dialog;
+};
+
+/// Interval of the dialogs' timers, a quarter of a second, by the length of a tick.
+[[nodiscard]] constexpr int QuarterSecond(int TickMilliseconds) {
+    return TickMilliseconds * 5 / 2;
+}
+
+/// Whether the dialog may use the link, or change what an exchange on it works on.
+[[nodiscard]] inline bool SetupIsFree(const SetupContext& context) {
+    return context.operations.OperationBusy == False;
+}
+
+/// Whether the logger can be reached for a command of the dialog.
+[[nodiscard]] inline bool LoggerIsFree(const SetupContext& context) {
+    return SetupIsFree(context) && context.sampling.ContinuousMode == SamplingIdle &&
+           context.link.Connected != False;
+}
+
+#endif  // ORVIA_SETUP_SETUP_CONTEXT_H

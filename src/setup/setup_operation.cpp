@@ -1,0 +1,33 @@
+#include "setup/setup_operation.h"
+
+#include "console/operation_shape.h"
+
+namespace {
+
+/// Reads what the logger holds now. The idle limit may have closed the port behind the dialog.
+void ReadAgain(const OperationContext& context, ClientWindow& window,
+               const std::function<bool()>& reselect) {
+    context.operations.OperationBusy = True;
+    context.radio.view.SetPointer(Pointer::Hourglass);
+    if (context.radio.link.LinkState != LinkDisconnected || reselect()) {
+        window.GetSettings();
+    }
+}
+
+}  // namespace
+
+void Setup(const OperationContext& context,
+           const std::function<void(const std::function<bool()>& reselect)>& show) {
+    if (!MayStart(context)) {
+        return;
+    }
+    OnActiveWindow(context, [&](const Target& target) {
+        ClientWindow& window = *target.Window;
+        window.GetSettings();
+        window.ClientSetGlobalState();
+        context.radio.view.SetPointer(Pointer::Normal);
+        const std::function<bool()> reselect = [&] { return SelectRadioOf(context, window); };
+        show(reselect);
+        ReadAgain(context, window, reselect);
+    });
+}

@@ -1,0 +1,107 @@
+#include "setup/setup_programming.h"
+
+#include "common/fault.h"
+#include "link/busy_guard.h"
+#include "logger/commands.h"
+#include "logger/settings_image.h"
+#include "logger/settings_transfer.h"
+#include "setup/setup_transfer.h"
+
+namespace {
+
+constexpr const char* Title = "Program Settings";
+
+/// Holds the input of the dialog while the logger is spoken to.
+class InputHeld {
+ public:
+    explicit InputHeld(SetupView& view) : view_(view) { view_.HoldInput(true); }
+    ~InputHeld() { view_.HoldInput(false); }
+    InputHeld(const InputHeld&) = delete;
+    InputHeld& operator=(const InputHeld&) = delete;
+
+ private:
+    SetupView& view_;
+};
+
+/// Writes the current settings to the logger, under the wait pointer. A fault leaves the pointer.
+bool Program(const SetupContext& context) {
+    const InputHeld held(context.view);
+    if (context.link.LinkState == LinkDisconnected && !context.reselect()) {
+        return false;
+    }
+    return config::WriteLoggerSettings(context.exchange, context.global) &&
+           cmd::RestartSampling(context.exchange);
+}
+
+void TellNotCompleted(const SetupContext& context) {
+    context.outside.Boxes.Show({.Text = "Error: programming not completed successfully.",
+                                .Title = Title,
+                                .Icon = BoxIcon::Stop});
+}
+
+bool IsConfirmed(const SetupContext& context) {
+    return context.outside.Boxes.Show(
+               {.Text = "Are you sure you want to program settings into logger memory?",
+                .Title = Title,
+                .Icon = BoxIcon::Information,
+                .Buttons = BoxButtons::YesNo}) == BoxAnswer::Yes;
+}
+
+void TakeAndProgram(const SetupContext& context) {
+    context.view.SetPointer(Pointer::Hourglass);
+    if (!FormToState(context.view.Controls(), context.catalogues, context.global)) {
+        throw Fault("a control holds no value");
+    }
+    const bool programmed = Program(context);
+    context.view.SetPointer(Pointer::Normal);
+    if (!programmed) {
+        TellNotCompleted(context);
+        context.view.EnableCancel(true);
+        return;
+    }
+    // The logger has been compared with these very settings.
+    static_cast<void>(config::EncodeSettingsImage(context.global, context.dialog.LoggerImage));
+    context.view.EnableCancel(true);
+    context.view.FocusCancel();
+}
+
+}  // namespace
+
+void ProgramSettings(const SetupContext& context) {
+    if (!LoggerIsFree(context)) {
+        return;
+    }
+    const BusyGuard busy(context.operations.OperationBusy);
+    context.view.EnableCancel(false);
+    if (!IsConfirmed(context)) {
+        context.view.EnableCancel(true);
+        return;
+    }
+    try {
+        TakeAndProgram(context);
+    } catch (const Fault&) {
+        context.outside.Boxes.Show(
+            {.Text = "Error: unable to complete operation. Check that setup data is valid and "
+                     "connection is working.",
+             .Title = Title,
+             .Icon = BoxIcon::Stop});
+    }
+}
+
+bool ProgramBeforeClosing(const SetupContext& context, bool controlsTaken) {
+    bool programmed = false;
+    if (controlsTaken && LoggerIsFree(context)) {
+        const BusyGuard busy(context.operations.OperationBusy);
+        context.view.SetPointer(Pointer::Hourglass);
+        try {
+            programmed = Program(context);
+        } catch (const Fault&) {
+            programmed = false;
+        }
+        context.view.SetPointer(Pointer::Normal);
+    }
+    if (!programmed) {
+        TellNotCompleted(context);
+    }
+    return programmed;
+}

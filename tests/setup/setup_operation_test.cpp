@@ -1,0 +1,128 @@
+#include "setup/setup_operation.h"
+
+#include <gtest/gtest.h>
+
+#include "setup/setup_fixture.h"
+
+namespace {
+
+using setup_testing::SetupSite;
+using testing_support::FakeClientWindow;
+using testing_support::Second;
+using testing_support::VirtualConsole;
+
+class SetupOperation : public ::testing::Test {
+ protected:
+    SetupOperation() { console.Connect(); }
+
+    void Run() {
+        ::Setup(console.Operation(), [this](const std::function<bool()>& reselect) {
+            ++Shown;
+            BusyAtShow = console.State.OperationsRecord.OperationBusy;
+            ShapeAtShow = console.View.Shape;
+            NameAtShow = console.State.Logger.LoggerName;
+            ReadsAtShow = window ? window->SettingsReads : 0;
+            if (WhileShown) {
+                WhileShown(reselect);
+            }
+        });
+    }
+    void ExpectReleased() {
+        EXPECT_EQ(console.State.OperationsRecord.OperationBusy, False);
+        EXPECT_EQ(console.View.Shape, Pointer::Normal);
+    }
+
+    VirtualConsole console;
+    int entry = console.AddSite(SetupSite());
+    std::shared_ptr<FakeClientWindow> window = console.OpenWindow(entry);
+    int Shown = 0;
+    Flag BusyAtShow = False;
+    Pointer ShapeAtShow = Pointer::Hourglass;
+    std::string NameAtShow;
+    int ReadsAtShow = 0;
+    std::function<void(const std::function<bool()>&)> WhileShown;
+};
+
+TEST_F(SetupOperation, ReadsTheLoggerShowsTheDialogAndReadsAgain) {
+    WhileShown = [this](const auto&) {
+        console.State.OperationsRecord.OperationBusy = False;  // as the dialog does
+        window->State.LoggerName = "stale";
+    };
+    Run();
+    EXPECT_EQ(Shown, 1);
+    EXPECT_EQ(ReadsAtShow, 1);
+    EXPECT_EQ(NameAtShow, "Site 1") << "the logger is the current one";
+    EXPECT_EQ(BusyAtShow, True);
+    EXPECT_EQ(ShapeAtShow, Pointer::Normal);
+    EXPECT_EQ(window->SettingsReads, 2);
+    EXPECT_EQ(window->State.LoggerName, "Site 1");
+    ExpectReleased();
+}
+
+TEST_F(SetupOperation, ShowsTheDialogEvenIfTheLoggerDidNotAnswer) {
+    console.Outside.Network.Loggers().front()->Silence();
+    Run();
+    EXPECT_EQ(Shown, 1);
+    EXPECT_EQ(window->Valid, False);
+    ExpectReleased();
+}
+
+TEST_F(SetupOperation, WithoutAnActiveWindowNothingShows) {
+    window->Active = False;
+    Run();
+    EXPECT_EQ(Shown, 0);
+    ExpectReleased();
+}
+
+TEST_F(SetupOperation, DoesNothingWhileTheLinkIsTaken) {
+    console.State.OperationsRecord.OperationBusy = True;
+    Run();
+    EXPECT_EQ(console.State.OperationsRecord.OperationBusy, True);
+    console.State.OperationsRecord.OperationBusy = False;
+    console.State.SamplingRecord.ContinuousMode = ContinuousFirstRequest;
+    Run();
+    console.State.SamplingRecord.ContinuousMode = SamplingIdle;
+    console.State.LinkRecord.Connected = False;
+    Run();
+    EXPECT_EQ(Shown, 0);
+}
+
+TEST_F(SetupOperation, ASelectionThatFailsEndsIt) {
+    console.State.LinkRecord.CurrentChannel = UnknownChannel;
+    console.Outside.Network.RadioFaults().Always(
+        simulator::Plain(simulator::FaultKind::LoseAnswer));
+    Run();
+    EXPECT_EQ(Shown, 0);
+    ExpectReleased();
+}
+
+TEST_F(SetupOperation, ReadsAgainThoughTheIdleLimitClosedThePort) {
+    WhileShown = [this](const auto&) {
+        console.State.OperationsRecord.OperationBusy = False;
+        console.Outside.Time.Run(301 * Second);
+        EXPECT_FALSE(console.Outside.Port.PortOpen());
+    };
+    Run();
+    EXPECT_EQ(window->SettingsReads, 2);
+    EXPECT_EQ(window->Valid, True);
+}
+
+TEST_F(SetupOperation, TheDialogCanBringTheRadioBack) {
+    bool back = false;
+    WhileShown = [&](const std::function<bool()>& reselect) {
+        console.State.OperationsRecord.OperationBusy = False;
+        console.Outside.Time.Run(301 * Second);
+        back = reselect();
+    };
+    Run();
+    EXPECT_TRUE(back);
+}
+
+TEST_F(SetupOperation, TheEndOfTheProgramUnderTheDialogUnwinds) {
+    WhileShown = [this](const auto&) { console.State.LinkRecord.ShuttingDown = True; };
+    Run();
+    EXPECT_EQ(Shown, 1);
+    ExpectReleased();
+}
+
+}  // namespace
