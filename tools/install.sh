@@ -7,7 +7,7 @@ packages=(
     qt6-base-dev qt6-serialport-dev qt6-svg-dev libqt6svg6 libgl-dev
     libgtest-dev libgmock-dev libbenchmark-dev libboost-dev
     clang clang-format clang-tidy libclang-rt-14-dev
-    fonts-dejavu-core xvfb
+    fonts-dejavu-core xvfb xauth
 )
 known=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' 2>/dev/null | awk '$2=="installed"{print $1}')
 missing=()

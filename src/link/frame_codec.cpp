@@ -71,8 +71,9 @@ std::uint16_t FrameCrc(std::span<const std::uint8_t> buffer, int first, int last
     if (first < 0 || last >= static_cast<int>(buffer.size())) {
         throw Fault("range outside the buffer");
     }
-    return Crc(buffer.subspan(static_cast<std::size_t>(first),
-                              static_cast<std::size_t>(last) + 1 - static_cast<std::size_t>(first)));
+    return Crc(
+        buffer.subspan(static_cast<std::size_t>(first),
+                       static_cast<std::size_t>(last) + 1 - static_cast<std::size_t>(first)));
 }
 
 Bytes EncodeFrame(std::span<const std::uint8_t> payload) {
