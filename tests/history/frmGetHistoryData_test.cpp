@@ -241,7 +241,7 @@ TEST_F(FrmGetHistoryData, AnswersWhileALineOf115200BaudIsFull) {
     QtEventPump pump;
     Host outside = console.Outside.AsHost("/nowhere");
     SharedState state(Host{port, pump, outside.Boxes, outside.Dialogs, outside.Store, outside.Clock,
-                           outside.Help, outside.AppPath});
+                           outside.Help, outside.LocalMachine, outside.AppPath});
     FakeMainView view;
     state.SettingsRecord.PortName = "COM1";
     state.SettingsRecord.BaudRate = "115200";
