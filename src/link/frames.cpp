@@ -18,11 +18,11 @@ constexpr std::int16_t FrameTicks = 3;
 constexpr std::int16_t FirstBytes = 4;
 
 /// Throws away what comes in before a request goes out: it is not its answer. The radio answers
-/// late after a channel change, and a logger may still be talking. `stray` says that a byte was
-/// taken in already which was none.
-void PurgeInput(Link& link, bool stray) {
+/// late after a channel change, and a logger may still be talking. Its bytes come one by one: the
+/// first of them, taken for an acknowledge, would let every further try fall on the next at once.
+void PurgeInput(Link& link) {
     SerialPort& port = link.MSComm1;
-    if (stray || port.InBufferCount() >= 1) {
+    if (link.StrayInput != False || port.InBufferCount() >= 1) {
         port.ClearInBuffer();
         Pause(link, PurgeTicks);
     }
@@ -33,15 +33,14 @@ void PurgeInput(Link& link, bool stray) {
     port.ClearInBuffer();
 }
 
-/// One try; True when it was acknowledged. `stray` tells whether another byte came instead: more
-/// of its kind may follow, and without a purge it would cost every further try at once.
-bool SendOnce(Link& link, const Bytes& frame, bool& stray) {
-    PurgeInput(link, stray);
+/// One try; True when it was acknowledged.
+bool SendOnce(Link& link, const Bytes& frame) {
+    PurgeInput(link);
     link.MSComm1.Output(frame);
     WaitForBytes(link, link.ReplyTicks, 1);
     const Bytes reply = link.MSComm1.Input(1);
-    stray = !reply.empty() && reply.front() != Acknowledge;
-    return !reply.empty() && !stray;
+    link.StrayInput = ToFlag(!reply.empty() && reply.front() != Acknowledge);
+    return !reply.empty() && link.StrayInput == False;
 }
 
 /// Looks for the start of a frame among the bytes that have arrived.
@@ -79,8 +78,7 @@ bool SendFrame(Link& link, std::span<const std::uint8_t> payload, std::int16_t& 
     }
     const BusyGuard busy(link.CommBusy);
     const Bytes frame = EncodeFrame(payload);
-    bool stray = false;
-    while (!SendOnce(link, frame, stray)) {
+    while (!SendOnce(link, frame)) {
         if (retries <= 0 || link.ShuttingDown != False) {
             return false;
         }

@@ -55,7 +55,7 @@ bool CheckSavedToFile(const SetupContext& context) {
 
 bool CheckProgrammed(const SetupContext& context) {
     const Comparison comparison = Compare(context, context.dialog.LoggerImage);
-    if (comparison.Equal) {
+    if (comparison.Equal && context.dialog.LoggerUncertain == False) {
         return false;
     }
     switch (Ask(context,

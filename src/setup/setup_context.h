@@ -19,7 +19,10 @@
 struct SetupDialog {
     std::string CurrentFile;  ///< name, without folder, of the set-up file last chosen
     Bytes FileImage;          ///< settings image as last loaded or saved
-    Bytes LoggerImage;        ///< settings image as the logger has it
+    Bytes LoggerImage;        ///< settings image as the logger had it when last compared
+    /// A programming failed: some of it may have reached the logger, which no longer holds
+    /// `LoggerImage` for certain.
+    Flag LoggerUncertain = False;
     Flag UnloadRuns = False;  ///< the questions of closing are being asked
 };
 

@@ -29,8 +29,13 @@ bool Program(const SetupContext& context) {
     if (context.link.LinkState == LinkDisconnected && !context.reselect()) {
         return false;
     }
-    return config::WriteLoggerSettings(context.exchange, context.global) &&
-           cmd::RestartSampling(context.exchange);
+    context.dialog.LoggerUncertain = True;
+    if (!config::WriteLoggerSettings(context.exchange, context.global) ||
+        !cmd::RestartSampling(context.exchange)) {
+        return false;
+    }
+    context.dialog.LoggerUncertain = False;
+    return true;
 }
 
 void TellNotCompleted(const SetupContext& context) {

@@ -100,6 +100,18 @@ TEST_F(FramesTest, AnotherByteInPlaceOfTheAcknowledgeCountsAsNone) {
     EXPECT_FALSE(Send({0x0C}));
 }
 
+TEST_F(FramesTest, ALateAnswerThatTakesThePlaceOfAnAcknowledgeCostsOneRequestAlone) {
+    // It comes at the line's own pace, byte by byte, and each byte would cost a request.
+    network_.Babble(console_.Outside.Time.Now(), Bytes(170, 0x55));
+    EXPECT_FALSE(Send({0x0C}, 0));
+    StartWatch();
+    EXPECT_TRUE(ReadStatus()) << "the next request first lets it run out";
+    EXPECT_GE(Elapsed(), 100);
+    StartWatch();
+    EXPECT_TRUE(ReadStatus());
+    EXPECT_LT(Elapsed(), 100) << "and the one behind it goes out at once";
+}
+
 TEST_F(FramesTest, StrayBytesAreThrownAwayWithAPauseBeforeTheRequest) {
     port_.Receive({0xFA, 0xFA});
     StartWatch();

@@ -133,6 +133,24 @@ TEST_F(SetupChanges, AFailedProgrammingKeepsTheDialog) {
     EXPECT_FALSE(view.Held);
 }
 
+TEST_F(SetupChanges, AFailedProgrammingIsAskedAboutThoughTheChangeWasTakenBack) {
+    controls.chkWrap = !controls.chkWrap;
+    // The first piece arrives, the second does not.
+    opened.console.Outside.Network.Faults().Pass(1).Always(
+        simulator::Plain(simulator::FaultKind::LoseRequest));
+    opened.Answer(BoxAnswer::Yes);
+    ProgramSettings(opened.Context());
+    opened.TakeBoxes();
+    ASSERT_NE(opened.LoggerMemory(), opened.dialog.LoggerImage);
+    controls.chkWrap = !controls.chkWrap;
+
+    opened.console.Outside.Network.Faults().Clear();
+    opened.Answer(BoxAnswer::Yes);
+    EXPECT_TRUE(Close());
+    ExpectQuestions({ProgramQuestion});
+    EXPECT_EQ(opened.LoggerMemory(), opened.dialog.LoggerImage);
+}
+
 TEST_F(SetupChanges, YesWithoutALoggerKeepsTheDialog) {
     controls.txtName = "Other";
     opened.console.State.LinkRecord.Connected = False;

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -216,8 +216,10 @@ class Wanderer {
 };
 
 TEST(SetupWander, NoWayThroughTheDialogLosesAChangeWithoutAQuestion) {
+    // The same walk in every run; another one on demand.
+    const char* told = std::getenv("ORVIA_WANDER_SEED");
     const auto seed =
-        static_cast<unsigned>(std::chrono::steady_clock::now().time_since_epoch().count());
+        static_cast<unsigned>(std::strtoul(told != nullptr ? told : "1402362391", nullptr, 10));
     std::cout << "seed " << seed << '\n';
     Wanderer user(seed);
     for (int action = 0; action < 6000; ++action) {
