@@ -26,18 +26,20 @@ bool IsStored(std::span<const std::uint8_t> block, int count, int channels,
 
 void BlockSequence::Asked(bool acknowledged) {
     ++asked_;
-    switch (wanted_) {
-        case BlockRequest::First:
-            begun_ = begun_ || acknowledged;
-            break;
-        case BlockRequest::Next:
-            copiesAtNext_ = copies_;
-            cameAgain_ = 0;
-            break;
-        case BlockRequest::Repeat:
-            copies_ = last_.empty() ? 0 : std::min(copies_ + 1, MostCopies);
-            break;
+    if (wanted_ == BlockRequest::First) {
+        begun_ = begun_ || acknowledged;
+    } else if (wanted_ == BlockRequest::Next) {
+        copiesAtNext_ = copies_;
+        cameAgain_ = 0;
+        stepped_ = acknowledged && copies_ == 0 && olderCopies_ == 0;
     }
+}
+
+void BlockSequence::Failed() {
+    if (wanted_ == BlockRequest::Repeat && !last_.empty() && !stepped_) {
+        copies_ = std::min(copies_ + 1, MostCopies);
+    }
+    wanted_ = BlockRequest::Repeat;
 }
 
 BlockKind BlockSequence::Judge(std::span<const std::uint8_t> block, int count, int channels,
@@ -51,7 +53,8 @@ BlockKind BlockSequence::Judge(std::span<const std::uint8_t> block, int count, i
     BlockKind kind = BlockKind::New;
     if (!last_.empty() && std::equal(block.begin(), block.end(), last_.begin(), last_.end())) {
         kind = KindOfLastBlock();
-    } else if (olderCopies_ && IsStored(block, count, channels, stored)) {
+    } else if (olderCopies_ > 0 && IsStored(block, count, channels, stored)) {
+        --olderCopies_;
         kind = BlockKind::Stale;
     }
     if (kind == BlockKind::New) {
@@ -62,18 +65,22 @@ BlockKind BlockSequence::Judge(std::span<const std::uint8_t> block, int count, i
 }
 
 BlockKind BlockSequence::KindOfLastBlock() {
-    ++cameAgain_;
-    copies_ = std::max(copies_ - 1, 0);
-    if (wanted_ == BlockRequest::Repeat) {
-        return cameAgain_ > copiesAtNext_ ? BlockKind::Again : BlockKind::Stale;
+    if (stepped_) {
+        // A logger whose clock stands still sends blocks that are alike.
+        return BlockKind::New;
     }
-    // A logger whose clock stands still sends blocks that are alike.
-    return copiesAtNext_ == 0 ? BlockKind::New : BlockKind::Stale;
+    ++cameAgain_;
+    if (wanted_ == BlockRequest::Next) {
+        copies_ = std::max(copies_ - 1, 0);
+        return BlockKind::Stale;
+    }
+    return cameAgain_ > copiesAtNext_ ? BlockKind::Again : BlockKind::Stale;
 }
 
 void BlockSequence::TakeAsLast(std::span<const std::uint8_t> block) {
-    olderCopies_ = olderCopies_ || copies_ > 0;
+    olderCopies_ = std::min(olderCopies_ + copies_, MostCopies);
     copies_ = std::min(asked_ - 1, MostCopies);
     asked_ = 0;
+    stepped_ = false;
     last_.assign(block.begin(), block.end());
 }

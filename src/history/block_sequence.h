@@ -19,13 +19,17 @@ enum class BlockKind {
 
 /// Keeps the blocks of an upload in order over a link that loses requests and answers, and brings
 /// some late. Blocks have no numbers; the logger steps on with each request for the next one that
-/// reaches it, and it alone knows which did. So it must never be asked for the next block unless
-/// its last one is known to be stored.
+/// reaches it. So it is asked for the next block only when its last one seems to be stored.
 ///
-/// A block not seen before is always the logger's last. The last block once more, on a repeat, says
-/// that the logger did not step on, but for copies of it that are still on their way from requests
-/// given up earlier. Those are counted, and a repeat is believed when it has come once more often
-/// than that.
+/// Each request given up may have left an answer on its way, which can come in the place of a later
+/// one, its acknowledge in the place of a later one too. Such copies are counted. While there may be
+/// one, a block that is stored already is taken for it and asked for again; each one that comes
+/// leaves one less to come, so that a history which repeats itself, as behind a clock set back,
+/// costs some requests and no records.
+///
+/// While there is none, the acknowledge of a request for the next block tells that the logger has
+/// stepped on: what comes then is the next block, even if it is like the one before. Without that
+/// acknowledge the last block once more says that it has not.
 class BlockSequence {
  public:
     /// What to ask for next.
@@ -35,7 +39,7 @@ class BlockSequence {
     void Asked(bool acknowledged);
 
     /// Notes that no good block came of it.
-    void Failed() { wanted_ = BlockRequest::Repeat; }
+    void Failed();
 
     /// Judges a block that came of it. `stored` are the records so far, `block` holds `count` more
     /// of `channels` channels. After New and Again the next block is wanted, and New is taken as
@@ -48,13 +52,14 @@ class BlockSequence {
     void TakeAsLast(std::span<const std::uint8_t> block);
 
     BlockRequest wanted_ = BlockRequest::First;
-    bool begun_ = false;        ///< a request for the first block was acknowledged
-    Bytes last_;                ///< the last block stored, empty before the first
-    int asked_ = 0;             ///< requests since it was stored
-    int copies_ = 0;            ///< copies of it that may still be on their way
-    int copiesAtNext_ = 0;      ///< the same when the next block was last asked for
-    int cameAgain_ = 0;         ///< times that it came since then
-    bool olderCopies_ = false;  ///< blocks before it may still be on their way
+    bool begun_ = false;    ///< a request for the first block was acknowledged
+    Bytes last_;            ///< the last block stored, empty before the first
+    int asked_ = 0;         ///< requests since it was stored
+    bool stepped_ = false;  ///< the logger is known to have stepped on since then
+    int copies_ = 0;        ///< copies of the last block that may still be on their way
+    int copiesAtNext_ = 0;  ///< the same when the next block was last asked for
+    int cameAgain_ = 0;     ///< times that it came since then
+    int olderCopies_ = 0;   ///< copies of blocks before it that may still be on their way
 };
 
 #endif  // ORVIA_HISTORY_BLOCK_SEQUENCE_H

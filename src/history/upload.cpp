@@ -179,8 +179,8 @@ void RunUpload(const UploadContext& context, UploadView& view, std::int32_t tota
     try {
         Upload(context, view, totalRecords).Run();
     } catch (const Fault&) {
-        view.Hide();
-        return;
+        // What came before it is kept; the dialog stays "Running", which shows nothing of it.
+        view.SetTag(TagRunning);
     }
     view.Hide();
 }
