@@ -45,8 +45,16 @@ QStringList SimProcess::Ask(const QString& command) {
 }
 
 Truth SimProcess::TruthOf(const QString& site) {
+    return TruthBy(QStringLiteral("truth ") + site);
+}
+
+Truth SimProcess::RecordOf(const QString& site, int number) {
+    return TruthBy(QStringLiteral("recorded %1 %2").arg(site).arg(number));
+}
+
+Truth SimProcess::TruthBy(const QString& command) {
     Truth truth;
-    for (const QString& line : Ask(QStringLiteral("truth ") + site)) {
+    for (const QString& line : Ask(command)) {
         const QStringList words = line.split(QLatin1Char(' '));
         if (words.first() == QLatin1String("analog")) {
             truth.Analog.push_back(Number(words, 2));

@@ -26,9 +26,13 @@ class SimProcess {
 
     /// Sends a command and returns the lines of its answer; throws if it says error.
     QStringList Ask(const QString& command);
+    /// What the site's sensors say now.
     [[nodiscard]] Truth TruthOf(const QString& site);
+    /// What they said at the moment of a record, 1 the oldest.
+    [[nodiscard]] Truth RecordOf(const QString& site, int number);
 
  private:
+    [[nodiscard]] Truth TruthBy(const QString& command);
     QString ReadLine();
 
     QProcess process_;

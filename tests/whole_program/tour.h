@@ -1,0 +1,67 @@
+#ifndef ORVIA_TESTS_WHOLE_PROGRAM_TOUR_H
+#define ORVIA_TESTS_WHOLE_PROGRAM_TOUR_H
+
+#include <QString>
+#include <QStringList>
+#include <QTextStream>
+#include <memory>
+
+#include "whole_program/console_run.h"
+#include "whole_program/sim_process.h"
+
+namespace whole_program {
+
+/// What the stations of the tour share: the console, the simulator behind its port, and the count
+/// of what was not as the simulator said.
+class Tour {
+ public:
+    /// `data` is the folder of the site; screenshots go to `screenshots`, unless that is empty.
+    Tour(const QString& simulator, const QString& data, QString screenshots);
+
+    static void Say(const QString& line) { QTextStream(stdout) << line << Qt::endl; }
+    /// Counts, with `what` for a reason, whatever does not hold.
+    void Check(bool holds, const QString& what);
+    /// Holds a figure on the screen against the truth, within half a unit of its last decimal and
+    /// `share` of it, what one raw count or one second makes up.
+    void CheckFigure(const QString& shown, double truth, double share, const QString& what);
+    /// The boxes since the last call begin so, each in turn.
+    void CheckBoxes(const QStringList& beginnings);
+    /// Keeps a picture of a window, the main window if none is given.
+    void Keep(const QString& name, QWidget* window = nullptr);
+
+    [[nodiscard]] QString NameOf(int client);
+    /// Opens the window of an entry; throws if none opens.
+    std::shared_ptr<frmClient> Open(int client);
+    /// Likewise, and gets a sample.
+    std::shared_ptr<frmClient> OpenAndSample(int client);
+    /// Puts steady values before the sensors, so that the truth holds still while it is sampled.
+    Truth HoldStill(const QString& site);
+    void CloseClients();
+
+    [[nodiscard]] int Failures() const { return failures_; }
+
+    Home House;
+    SimProcess Sim;
+    ConsoleRun Console;
+
+ private:
+    QString screenshots_;
+    int failures_ = 0;
+};
+
+// ----- the stations, in the order of the tour
+
+/// Connects, gets samples of three sites, samples one of them continuously.
+void TakeReadings(Tour& tour);
+/// Adds, edits, drags and deletes a radio; works on all open windows; aims an antenna.
+void OperateNetwork(Tour& tour);
+/// Uploads histories over a bad link, packs one, saves it.
+void FetchHistories(Tour& tour);
+/// Shows a pipe, a flume, a weir and a table with their flows.
+void ShowFlows(Tour& tour);
+/// Changes a logger's settings, carries them to another by file, calibrates a channel.
+void SetUpLoggers(Tour& tour);
+
+}  // namespace whole_program
+
+#endif  // ORVIA_TESTS_WHOLE_PROGRAM_TOUR_H
