@@ -27,6 +27,7 @@
 #include "link/port.h"
 #include "platform/qt/text_qt.h"
 #include "whole_program/console_run.h"
+#include "whole_program/measure_uploads.h"
 #include "whole_program/sim_process.h"
 
 namespace whole_program {
@@ -70,7 +71,7 @@ void WriteSite(const QString& folder, const QString& book) {
     net << "[network]\nstart = now\nbaud = 38400\n";
     for (int i = 0; i < 10; ++i) {
         net << "[logger]\nname = Site " << i << "\nchannel = 10\nmac = 00A09600000" << i
-            << "\nrecords = 100\n";
+            << "\nrecords = 1000\n";
         for (int channel = 0; channel < 8; ++channel) {
             net << "[analog]\nunits = Feet\nlimits = 0 20\nsignal = sine mean=10 swing=5 hours=1\n";
         }
@@ -227,8 +228,9 @@ int main(int argc, char** argv) {
     const QString book = folder.filePath(QStringLiteral("ten.obk"));
     whole_program::WriteSite(folder.path(), book);
     const whole_program::Home home(book);
+    const QString simulator = QString::fromLocal8Bit(argv[1]);
     whole_program::MeasureReplies(home);
-    whole_program::Measure(QString::fromLocal8Bit(argv[1]), folder.path(), home,
-                           argc > 2 ? std::atoi(argv[2]) : 60);
+    whole_program::MeasureUploads(simulator, folder.filePath(QStringLiteral("ten.net")), home);
+    whole_program::Measure(simulator, folder.path(), home, argc > 2 ? std::atoi(argv[2]) : 60);
     return 0;
 }

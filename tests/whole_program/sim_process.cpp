@@ -14,10 +14,12 @@ double Number(const QStringList& words, qsizetype at) {
 
 }  // namespace
 
-SimProcess::SimProcess(const QString& program, const QString& network, const QString& link) {
+SimProcess::SimProcess(const QString& program, const QString& network, const QString& link,
+                       const QStringList& options) {
     process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.start(program, {network, QStringLiteral("--link"), link, QStringLiteral("--control"),
-                             QStringLiteral("-")});
+    process_.start(program, QStringList{network, QStringLiteral("--link"), link,
+                                        QStringLiteral("--control"), QStringLiteral("-")} +
+                                options);
     const QString first = ReadLine();
     if (!first.startsWith(QLatin1String("ready"))) {
         throw std::runtime_error("the simulator did not start: " + first.toStdString());

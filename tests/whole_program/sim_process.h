@@ -21,7 +21,8 @@ struct Truth {
 class SimProcess {
  public:
     /// Starts it; throws std::runtime_error if it does not come up.
-    SimProcess(const QString& program, const QString& network, const QString& link);
+    SimProcess(const QString& program, const QString& network, const QString& link,
+               const QStringList& options = {});
     ~SimProcess();
 
     /// Sends a command and returns the lines of its answer; throws if it says error.
