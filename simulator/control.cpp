@@ -338,8 +338,8 @@ constexpr std::array Commands = {
 ControlResult Control(Network& network, std::string_view line, Microseconds now) {
     line = Trimmed(line);
     const std::string_view name = line.substr(0, line.find_first_of(" \t"));
-    const auto* command = std::find_if(Commands.begin(), Commands.end(),
-                                       [&](const Command& entry) { return entry.Name == name; });
+    const auto command = std::find_if(Commands.begin(), Commands.end(),
+                                      [&](const Command& entry) { return entry.Name == name; });
     if (command == Commands.end()) {
         return Error("no command " + Quoted(name) + "; try help");
     }

@@ -165,14 +165,14 @@ LineFault Plain(FaultKind kind) {
 }
 
 std::string_view NameOf(FaultKind kind) {
-    const auto* found = std::find_if(Names.begin(), Names.end(),
-                                     [kind](const NamedKind& entry) { return entry.Kind == kind; });
+    const auto found = std::find_if(Names.begin(), Names.end(),
+                                    [kind](const NamedKind& entry) { return entry.Kind == kind; });
     return found == Names.end() ? Names.front().Name : found->Name;
 }
 
 std::optional<FaultKind> FaultKindNamed(std::string_view name) {
-    const auto* found = std::find_if(Names.begin(), Names.end(),
-                                     [name](const NamedKind& entry) { return entry.Name == name; });
+    const auto found = std::find_if(Names.begin(), Names.end(),
+                                    [name](const NamedKind& entry) { return entry.Name == name; });
     if (found == Names.end()) {
         return std::nullopt;
     }

@@ -67,7 +67,7 @@ bool TakeFlag(std::string_view text, bool& out) {
 
 template <std::size_t Count>
 bool TakeName(std::string_view text, const std::array<std::string_view, Count>& names, auto& out) {
-    const auto* found = std::find(names.begin(), names.end(), text);
+    const auto found = std::find(names.begin(), names.end(), text);
     if (found == names.end()) {
         return false;
     }
@@ -411,7 +411,7 @@ std::span<const Key> KeysOf(FileSection section) {
 FileSection SectionNamed(std::string_view name) {
     constexpr std::array<std::string_view, 5> names = {"network", "logger", "analog", "pulse",
                                                        "flow"};
-    const auto* found = std::find(names.begin(), names.end(), name);
+    const auto found = std::find(names.begin(), names.end(), name);
     return found == names.end() ? FileSection::None
                                 : static_cast<FileSection>(found - names.begin() + 1);
 }

@@ -86,7 +86,7 @@ bool TakeParameter(std::string_view word, std::span<const Parameter> parameters,
 SignalReading ParseSignal(std::string_view text, std::uint64_t weatherSeed,
                           std::uint64_t noiseSeed) {
     const std::vector<std::string_view> words = Words(text);
-    const auto* kind = std::find_if(Kinds.begin(), Kinds.end(), [&](const Kind& candidate) {
+    const auto kind = std::find_if(Kinds.begin(), Kinds.end(), [&](const Kind& candidate) {
         return !words.empty() && candidate.Name == words.front();
     });
     if (kind == Kinds.end()) {

@@ -4,32 +4,15 @@
 
 #include "app/version.h"
 #include "common/fault.h"
+#include "common/number_text.h"
 #include "common/path_text.h"
 #include "console/book_operations.h"
-#include "link/busy_guard.h"
-#include "link/port.h"
-#include "link/server_radio.h"
+#include "link/connecting.h"
 #include "link/supervision.h"
 
 namespace {
 
 constexpr std::int16_t SplashTicks = 10;
-
-void CloseLink(Link& link, MainView& view) {
-    if (link.CommBusy != False) {
-        return;
-    }
-    const BusyGuard busy(link.CommBusy);
-    view.SetPointer(Pointer::Hourglass);
-    if (link.LinkState == LinkCommand) {
-        comm::LeaveCommandMode(link);
-    }
-    if (link.LinkState != LinkDisconnected) {
-        comm::ClosePort(link);
-    }
-    link.LinkState = LinkDisconnected;
-    view.SetPointer(Pointer::Normal);
-}
 
 }  // namespace
 
@@ -38,8 +21,8 @@ std::string ApplicationTitle() {
 }
 
 std::string VersionText() {
-    return std::to_string(VersionMajor) + "." + std::to_string(VersionMinor) + "." +
-           std::to_string(VersionRevision);
+    return IntegerToText(VersionMajor) + "." + IntegerToText(VersionMinor) + "." +
+           IntegerToText(VersionRevision);
 }
 
 std::string HelpFile(std::string_view appPath) {
@@ -87,8 +70,8 @@ void WriteVersionFile(Flag errorTrapping, std::string_view appPath, WindowSize s
     }
     std::ofstream file(NativePath(JoinPath(appPath, "orvia.ini")), std::ios::binary);
     file << "VERSION = " << VersionText() << "\r\n"
-         << "WIDTH = " << std::to_string(size.Width) << "\r\n"
-         << "HEIGHT = " << std::to_string(size.Height) << "\r\n";
+         << "WIDTH = " << IntegerToText(size.Width) << "\r\n"
+         << "HEIGHT = " << IntegerToText(size.Height) << "\r\n";
 }
 
 bool QueryUnload(SharedState& state, MainView& view, WindowSize size,
@@ -97,10 +80,11 @@ bool QueryUnload(SharedState& state, MainView& view, WindowSize size,
     if (link.CommBusy != False) {
         return false;
     }
-    SaveSettings(state.SettingsRecord, state.Outside.Store);
-    WriteVersionFile(state.ErrorTrapping, state.Outside.AppPath, size);
-    CloseLink(link, view);
-    unloadForms();
+    // A close that has begun comes to its end, whatever faults on the way.
+    TrapFault([&state] { SaveSettings(state.SettingsRecord, state.Outside.Store); });
+    TrapFault([&] { WriteVersionFile(state.ErrorTrapping, state.Outside.AppPath, size); });
+    TrapFault([&] { comm::Disconnect(link, view); });
+    TrapFault(unloadForms);
     link.ShuttingDown = True;
     link.CommBusy = False;
     return true;

@@ -40,7 +40,8 @@ struct WindowSize {
 void WriteVersionFile(Flag errorTrapping, std::string_view appPath, WindowSize size);
 
 /// Closes the console: saves the settings, leaves command mode, closes the port and has
-/// `unloadForms` unload every form. False if an exchange is on the link, which refuses the close.
+/// `unloadForms` unload every form. A fault ends just the one of these in which it happens. False
+/// if an exchange is on the link, which refuses the close.
 [[nodiscard]] bool QueryUnload(SharedState& state, MainView& view, WindowSize size,
                                const std::function<void()>& unloadForms);
 

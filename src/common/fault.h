@@ -11,4 +11,14 @@ class Fault : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// Runs a stage whose fault ends that stage alone: what comes behind it runs all the same.
+template <typename Stage>
+void TrapFault(const Stage& stage) {
+    try {
+        stage();
+    } catch (const Fault&) {
+        return;
+    }
+}
+
 #endif  // ORVIA_COMMON_FAULT_H

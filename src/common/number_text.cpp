@@ -168,6 +168,12 @@ char* WriteUnits(char* out, bool negative, std::uint32_t units, int places) {
 
 }  // namespace
 
+std::string IntegerToText(std::int64_t value) {
+    std::array<char, std::numeric_limits<std::int64_t>::digits10 + 2> room{};
+    const auto result = std::to_chars(room.data(), room.data() + room.size(), value);
+    return std::string(room.data(), result.ptr);
+}
+
 std::string DoubleToText(double value) {
     if (!std::isfinite(value) || value == 0) {
         return "0";

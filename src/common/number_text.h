@@ -9,6 +9,9 @@
 // Every number that the program reads or writes as text passes here. No locale takes part: the
 // decimal mark is a full stop on every system.
 
+/// A whole number, with a "-" before a negative one.
+[[nodiscard]] std::string IntegerToText(std::int64_t value);
+
 /// General form at up to 15 significant digits, exponent form ("1E+15", "1E-05", at least two
 /// exponent digits) from 1E+15 up and below 1E-04. Infinities and NaN give "0".
 [[nodiscard]] std::string DoubleToText(double value);

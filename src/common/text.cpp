@@ -1,5 +1,7 @@
 #include "common/text.h"
 
+#include "common/number_text.h"
+
 namespace {
 
 constexpr char Blank = ' ';
@@ -54,6 +56,6 @@ std::vector<std::string_view> SplitAtBlanks(std::string_view text) {
 }
 
 std::string TwoDigits(int value) {
-    const std::string digits = std::to_string(value);
+    const std::string digits = IntegerToText(value);
     return digits.size() < 2 ? "0" + digits : digits;
 }

@@ -10,13 +10,6 @@
 
 namespace {
 
-FileQuery BookQuery(const BookContext& context, const std::string& title) {
-    return {.Title = title,
-            .DefaultExtension = ".obk",
-            .Filter = "Address Book Files (*.obk)|*.obk",
-            .InitialName = JoinPath(context.appPath, "*.obk")};
-}
-
 bool MayChangeBook(const BookContext& context) {
     return context.sampling.ContinuousMode == SamplingIdle &&
            context.operations.OperationBusy == False;
@@ -91,6 +84,13 @@ void TakeEntryDefaults(AddressBook& book) {
     }
 }
 
+FileQuery BookQuery(const std::string& title, std::string_view appPath) {
+    return {.Title = title,
+            .DefaultExtension = ".obk",
+            .Filter = "Address Book Files (*.obk)|*.obk",
+            .InitialName = JoinPath(appPath, "*.obk")};
+}
+
 void LoadOtherBook(const BookContext& context) {
     if (!MayChangeBook(context)) {
         return;
@@ -98,7 +98,7 @@ void LoadOtherBook(const BookContext& context) {
     const BusyGuard busy(context.operations.OperationBusy);
     const std::string& current = context.settings.AddressBookPath;
     const std::optional<std::string> chosen =
-        context.dialogs.PickExisting(BookQuery(context, "Load Address Book"));
+        context.dialogs.PickExisting(BookQuery("Load Address Book", context.appPath));
     if (chosen && *chosen != current && AskToCloseWindows(context, current)) {
         TakeBook(context, *chosen);
     }
@@ -110,8 +110,8 @@ void CreateBlankBook(const BookContext& context) {
     }
     const BusyGuard busy(context.operations.OperationBusy);
     const std::string& current = context.settings.AddressBookPath;
-    const std::optional<std::string> chosen =
-        context.dialogs.PickForSaving(BookQuery(context, "Create New Blank Address Book"), true);
+    const std::optional<std::string> chosen = context.dialogs.PickForSaving(
+        BookQuery("Create New Blank Address Book", context.appPath), true);
     if (!chosen || *chosen == current) {
         return;
     }

@@ -2,6 +2,7 @@
 #define ORVIA_CONSOLE_BOOK_OPERATIONS_H
 
 #include <string>
+#include <string_view>
 
 #include "app/main_view.h"
 #include "app/settings.h"
@@ -40,6 +41,9 @@ void SwapClientRadios(AddressBook& book, const ClientWindows& windows, int a, in
 
 /// What the next new entry is offered, from the book just loaded.
 void TakeEntryDefaults(AddressBook& book);
+
+/// The question for a book's file, beginning in the program's folder.
+[[nodiscard]] FileQuery BookQuery(const std::string& title, std::string_view appPath);
 
 /// "Load Address Book": asks for a file and takes it, once open windows may be closed.
 void LoadOtherBook(const BookContext& context);

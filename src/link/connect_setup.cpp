@@ -15,8 +15,9 @@ int PortChoice(const Enumerate::PortList& offered, std::string_view portName) {
 
 int BaudChoice(std::string_view baudRate) {
     constexpr int Usual = 3;
-    const auto* const found = std::find(BaudRates.begin(), BaudRates.end(), baudRate);
-    return found == BaudRates.end() ? Usual : static_cast<int>(found - BaudRates.begin());
+    const auto at = static_cast<std::size_t>(
+        std::find(BaudRates.begin(), BaudRates.end(), baudRate) - BaudRates.begin());
+    return at == BaudRates.size() ? Usual : static_cast<int>(at);
 }
 
 bool TakeChoices(const ConnectChoices& choices, Settings& settings, MessageBoxes& boxes) {
@@ -32,13 +33,6 @@ bool TakeChoices(const ConnectChoices& choices, Settings& settings, MessageBoxes
     settings.AutoDisconnect = choices.AutoDisconnect ? "1" : "0";
     settings.AddressBookPath = path;
     return true;
-}
-
-FileQuery BrowseQuery(std::string_view appPath) {
-    return {.Title = "Select Address Book",
-            .DefaultExtension = ".obk",
-            .Filter = "Address Book Files (*.obk)|*.obk",
-            .InitialName = JoinPath(appPath, "*.obk")};
 }
 
 }  // namespace comm

@@ -34,9 +34,6 @@ struct ConnectChoices {
 [[nodiscard]] bool TakeChoices(const ConnectChoices& choices, Settings& settings,
                                MessageBoxes& boxes);
 
-/// What the browse button asks for.
-[[nodiscard]] FileQuery BrowseQuery(std::string_view appPath);
-
 }  // namespace comm
 
 #endif  // ORVIA_LINK_CONNECT_SETUP_H

@@ -1,6 +1,7 @@
 #include "link/connecting.h"
 
 #include "common/fault.h"
+#include "common/number_text.h"
 #include "common/text.h"
 #include "console/book_name.h"
 #include "link/busy_guard.h"
@@ -27,7 +28,7 @@ bool AskRadio(const LinkContext& context) {
         return false;
     }
     link.ServerSystemID = ReadServerSystemID(link);
-    context.view.SetSystemID(std::to_string(link.ServerSystemID));
+    context.view.SetSystemID(IntegerToText(link.ServerSystemID));
     link.Connected = True;
     return true;
 }
@@ -52,21 +53,6 @@ bool ReachRadio(const LinkContext& context, const ConnectDialog& dialog,
                             .Icon = BoxIcon::Exclamation});
     }
     return answered;
-}
-
-void Disconnect(const LinkContext& context) {
-    Link& link = context.link;
-    if (link.CommBusy != False) {
-        return;
-    }
-    const BusyGuard busy(link.CommBusy);
-    context.view.SetPointer(Pointer::Hourglass);
-    if (link.LinkState == LinkCommand) {
-        LeaveCommandMode(link);
-    }
-    ClosePort(link);
-    link.LinkState = LinkDisconnected;
-    context.view.SetPointer(Pointer::Normal);
 }
 
 }  // namespace
@@ -102,6 +88,20 @@ void Connect(const LinkContext& context, ConnectDialog& dialog,
         link.LinkState = LinkDisconnected;
     }
     dialog.Connecting = False;
+}
+
+void Disconnect(Link& link, MainView& view) {
+    if (link.CommBusy != False) {
+        return;
+    }
+    const BusyGuard busy(link.CommBusy);
+    view.SetPointer(Pointer::Hourglass);
+    if (link.LinkState == LinkCommand) {
+        LeaveCommandMode(link);
+    }
+    ClosePort(link);
+    link.LinkState = LinkDisconnected;
+    view.SetPointer(Pointer::Normal);
 }
 
 bool CancelConnect(const Link& link, ConnectDialog& dialog, MessageBoxes& boxes) {
@@ -141,7 +141,7 @@ Toggle ToggleConnection(const ToggleContext& context) {
         return Toggle::Connect;
     }
     const BusyGuard busy(context.operations.OperationBusy);
-    Disconnect(context.radio);
+    Disconnect(link, context.radio.view);
     return Toggle::Nothing;
 }
 

@@ -44,6 +44,10 @@ void SettingsChanged(Link& link, const Settings& before, const Settings& after);
 void Connect(const LinkContext& context, ConnectDialog& dialog,
              const std::function<void(Pointer)>& setPointers);
 
+/// Takes the radio out of command mode and closes the port; `Connected` keeps its value. Nothing
+/// happens while an exchange is on the link.
+void Disconnect(Link& link, MainView& view);
+
 /// Cancels the dialog, with a hint while nothing is connected. True if the dialog goes at once,
 /// False if the connect under way ends it.
 [[nodiscard]] bool CancelConnect(const Link& link, ConnectDialog& dialog, MessageBoxes& boxes);
@@ -59,7 +63,7 @@ struct ToggleContext {
 enum class Toggle {
     Nothing,    ///< refused, or disconnected
     Postponed,  ///< a sampling step is under way further up the stack: press again when it is over
-    Connect     ///< show the connect dialog; OperationBusy is set until EndConnect
+    Connect     ///< show the connect dialog; OperationBusy is set, and is the caller's to clear
 };
 
 /// The connect button of the main window: ends a sampling mode, then disconnects, or asks for

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 
+#include "common/number_text.h"
 #include "common/text.h"
 
 namespace Enumerate {
@@ -136,7 +137,7 @@ std::string ExtractPort(std::string_view item) {
 PortList OfferedPorts(const PortList& found) {
     PortList offered;
     for (int number = 1; number <= OfferedCount; ++number) {
-        offered.Append(OfferOf(found, "COM" + std::to_string(number)));
+        offered.Append(OfferOf(found, "COM" + IntegerToText(number)));
     }
     return offered;
 }

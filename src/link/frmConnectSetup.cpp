@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "console/book_operations.h"
 #include "link/connect_setup.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
@@ -107,7 +108,8 @@ void frmConnectSetup::FillIn() {
 }
 
 void frmConnectSetup::Browse() {
-    if (const auto chosen = host_.Dialogs.PickExisting(comm::BrowseQuery(host_.AppPath))) {
+    if (const auto chosen =
+            host_.Dialogs.PickExisting(BookQuery("Select Address Book", host_.AppPath))) {
         txtAddressBook_->setText(ToQt(*chosen));
     }
 }

@@ -15,6 +15,11 @@ bool GoesOn(const Link& link, std::int16_t wanted) {
     return wanted == 0 || (link.MSComm1.InBufferCount() < wanted && link.ShuttingDown == False);
 }
 
+void EmptyInput(Link& link) {
+    link.MSComm1.ClearInBuffer();
+    link.StrayInput = False;
+}
+
 }  // namespace
 
 void WaitForBytes(Link& link, std::int16_t ticks, std::int16_t wanted) {
@@ -52,12 +57,12 @@ std::string PortSettings(std::string_view baudRate) {
 }
 
 bool OpenPort(Link& link, MainView& view, int port, const std::string& settings) {
-    view.SetComPort("COM" + std::to_string(port));
+    view.SetComPort("COM" + IntegerToText(port));
     SerialPort& device = link.MSComm1;
     try {
         if (device.PortOpen()) {
             if (device.Settings() == settings && device.CommPort() == port) {
-                device.ClearInBuffer();
+                EmptyInput(link);
                 return true;
             }
             ClosePort(link);
@@ -66,7 +71,7 @@ bool OpenPort(Link& link, MainView& view, int port, const std::string& settings)
         device.SetSettings(settings);
         device.SetPortOpen(true);
         device.SetDTREnable(true);
-        device.ClearInBuffer();
+        EmptyInput(link);
         return device.PortOpen();
     } catch (const Fault&) {
         return false;
@@ -74,15 +79,13 @@ bool OpenPort(Link& link, MainView& view, int port, const std::string& settings)
 }
 
 void ClosePort(Link& link) {
-    try {
+    // A device that is gone cannot be closed any better.
+    TrapFault([&link] {
         if (link.MSComm1.PortOpen()) {
             link.MSComm1.SetDTREnable(false);
             link.MSComm1.SetPortOpen(false);
         }
-    } catch (const Fault&) {
-        // A device that is gone cannot be closed any better.
-        return;
-    }
+    });
 }
 
 void NoticeLostDevice(Link& link) {

@@ -22,6 +22,11 @@ constexpr std::int16_t SingleFirstRequest = 1;
 constexpr std::int16_t SingleSecondRequest = 2;
 constexpr std::int16_t SingleRead = 3;
 
+// Both machines ask alike, so that one step serves them.
+static_assert(SingleFirstRequest == ContinuousFirstRequest);
+static_assert(SingleSecondRequest == ContinuousSecondRequest);
+static_assert(SingleRead == ContinuousRead);
+
 /// What a step did to the machine's turn.
 enum class Step { Stays, Done };
 
@@ -162,21 +167,28 @@ void TellUpdateFailed(const SamplingContext& context, const ClientWindow& window
          .Icon = BoxIcon::Exclamation});
 }
 
-void UpdatePass(const SamplingContext& context) {
-    context.operations.OperationBusy = True;
+/// Updates all open windows; stops at one whose radio cannot be selected, and returns that.
+std::shared_ptr<ClientWindow> UpdateWindows(const SamplingContext& context) {
+    const BusyGuard busy(context.operations.OperationBusy);
     context.radio.view.SetPointer(Pointer::Hourglass);
     // The book can change while an exchange waits, so its bound is looked at anew each time.
     for (int number = 1; number <= context.book.Entries.UpperBound(); ++number) {
-        const auto window = context.windows.At(context.book.Entries[number].WindowIndex);
+        auto window = context.windows.At(context.book.Entries[number].WindowIndex);
         if (window && !UpdateWindow(context, *window)) {
-            EndMachines(context);
-            TellUpdateFailed(context, *window);
-            return;
+            return window;
         }
     }
-    context.sampling.ContinuousMode = AutoUpdateRunning;
     context.radio.view.SetPointer(Pointer::Normal);
-    context.operations.OperationBusy = False;
+    return nullptr;
+}
+
+void UpdatePass(const SamplingContext& context) {
+    if (const auto failed = UpdateWindows(context)) {
+        EndMachines(context);
+        TellUpdateFailed(context, *failed);
+        return;
+    }
+    context.sampling.ContinuousMode = AutoUpdateRunning;
 }
 
 void AutoUpdateStep(const SamplingContext& context) {
@@ -213,9 +225,8 @@ void ContinuousTick(const SamplingContext& context) {
         AutoUpdateStep(context);
         return;
     }
-    context.operations.OperationBusy = True;
+    const BusyGuard busy(context.operations.OperationBusy);
     ContinuousSampleStep(context);
-    context.operations.OperationBusy = False;
 }
 
 void SingleSampleTick(const SamplingContext& context) {

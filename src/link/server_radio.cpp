@@ -25,6 +25,11 @@ constexpr std::array<std::uint8_t, 4> SystemIDRequest{CommandMark, 0xC0, 0x76, 0
 constexpr std::array<std::uint8_t, 2> SignalRequest{CommandMark, 0x26};
 constexpr int EnterAttempts = 3;
 
+/// Number of bytes of a request or an answer.
+constexpr std::int16_t LengthOf(const auto& bytes) {
+    return static_cast<std::int16_t>(bytes.size());
+}
+
 /// What came in answer to what was written just before.
 Bytes AwaitReply(Link& link, std::int16_t length) {
     WaitForBytes(link, RadioTicks, length);
@@ -82,6 +87,15 @@ bool Accept(bool echoed, Link& link, MessageBoxes& boxes) {
     return echoed;
 }
 
+/// The same for an echo by which the radio has left its client: what that one may still have been
+/// saying does not come any more.
+bool AcceptTuning(bool echoed, Link& link, MessageBoxes& boxes) {
+    if (echoed) {
+        link.StrayInput = False;
+    }
+    return Accept(echoed, link, boxes);
+}
+
 void ReopenPort(const LinkContext& context) {
     const bool opened = OpenPort(context.link, context.view, PortNumber(context.settings.PortName),
                                  PortSettings(context.settings.BaudRate));
@@ -132,7 +146,7 @@ bool EnterCommandMode(Link& link) {
     for (int attempt = 0; attempt < EnterAttempts && link.ShuttingDown == False; ++attempt) {
         link.MSComm1.ClearInBuffer();
         SendText(link, EnterCommand);
-        if (Is(AwaitReply(link, EnteredReply.size()), EnteredReply)) {
+        if (Is(AwaitReply(link, LengthOf(EnteredReply)), EnteredReply)) {
             link.LinkState = LinkCommand;
             return true;
         }
@@ -140,7 +154,7 @@ bool EnterCommandMode(Link& link) {
         // there, and ask again.
         link.MSComm1.ClearInBuffer();
         SendText(link, LeaveCommand);
-        if (Is(AwaitReply(link, LeftReply.size()), LeftReply)) {
+        if (Is(AwaitReply(link, LengthOf(LeftReply)), LeftReply)) {
             link.LinkState = LinkNormal;
         }
         Pause(link, RadioTicks);
@@ -152,7 +166,7 @@ bool EnterCommandMode(Link& link) {
 bool LeaveCommandMode(Link& link) {
     Pause(link, RadioTicks);
     SendText(link, LeaveCommand);
-    WaitForBytes(link, RadioTicks, LeftReply.size());
+    WaitForBytes(link, RadioTicks, LengthOf(LeftReply));
     link.LinkState = LinkNormal;
     return true;
 }
@@ -161,7 +175,7 @@ std::uint8_t ReadServerSystemID(Link& link) {
     constexpr std::size_t IDAt = 3;
     link.MSComm1.ClearInBuffer();
     link.MSComm1.Output(SystemIDRequest);
-    WaitForBytes(link, RadioTicks, SystemIDRequest.size());
+    WaitForBytes(link, RadioTicks, LengthOf(SystemIDRequest));
     if (link.MSComm1.InBufferCount() != IDAt + 1) {
         return NoSystemID;
     }
@@ -178,8 +192,8 @@ bool SetServerChannel(Link& link, MessageBoxes& boxes, std::uint8_t channel) {
         return false;
     }
     const std::array<std::uint8_t, 3> request{CommandMark, 0x02, channel};
-    const Bytes reply = Ask(link, request, request.size());
-    return Accept(ByteAt(reply, 1) == channel, link, boxes);
+    const Bytes reply = Ask(link, request, LengthOf(request));
+    return AcceptTuning(ByteAt(reply, 1) == channel, link, boxes);
 }
 
 bool SetServerMAC(Link& link, MessageBoxes& boxes, const RadioAddress& mac) {
@@ -193,7 +207,7 @@ bool SetServerMAC(Link& link, MessageBoxes& boxes, const RadioAddress& mac) {
     const std::array<std::uint8_t, 5> request{CommandMark, 0x10, mac[0], mac[1], mac[2]};
     const Bytes reply = Ask(link, request, 4);
     const RadioAddress echo{ByteAt(reply, 1), ByteAt(reply, 2), ByteAt(reply, 3)};
-    return Accept(echo == mac, link, boxes);
+    return AcceptTuning(echo == mac, link, boxes);
 }
 
 bool ReadRadioSignal(Link& link, MessageBoxes& boxes, std::uint8_t& value) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/contrast.h"
+#include "common/fault.h"
 #include "common/path_text.h"
 #include "link/port.h"
 #include "support/virtual_console.h"
@@ -20,7 +21,12 @@ using testing_support::WriteFile;
 class Lifecycle : public ::testing::Test {
  protected:
     bool Close() {
-        return QueryUnload(console_.State, console_.View, {13400, 9500}, [this] { ++unloaded_; });
+        return QueryUnload(console_.State, console_.View, {13400, 9500}, [this] {
+            ++unloaded_;
+            if (formsFault_) {
+                throw Fault("a form faults while it unloads");
+            }
+        });
     }
     std::string Stored(const std::string& key) {
         return console_.Outside.Store.Values["Configuration/" + key];
@@ -31,6 +37,7 @@ class Lifecycle : public ::testing::Test {
     Link& link_ = console_.State.LinkRecord;
     Settings& settings_ = console_.State.SettingsRecord;
     int unloaded_ = 0;
+    bool formsFault_ = false;
 };
 
 TEST_F(Lifecycle, AFirstStartWithAnEmptyStoreHasTheDefaults) {
@@ -88,7 +95,8 @@ TEST_F(Lifecycle, TheSplashStandsForASecond) {
 }
 
 TEST_F(Lifecycle, TheTitleIsNameAndVersion) {
-    EXPECT_EQ(ApplicationTitle(), "Orvia - v" + VersionText());
+    EXPECT_EQ(ApplicationTitle(), "Orvia - v1.0.0");
+    EXPECT_EQ(VersionText(), "1.0.0");
 }
 
 TEST_F(Lifecycle, HelpIsAFileBesideTheProgram) {
@@ -143,6 +151,31 @@ TEST_F(Lifecycle, ASecondCloseInsideTheFirstIsRefused) {
     EXPECT_EQ(unloaded_, 1);
 }
 
+TEST_F(Lifecycle, AFaultWhileClosingStillCloses) {
+    console_.Connect();
+    settings_.BaudRate = "9600";
+    console_.Outside.Store.Refused = {"Configuration/AddressBook"};
+    console_.Outside.Time.In(200 * Millisecond, [] { throw Fault("the radio is left"); });
+    formsFault_ = true;
+    EXPECT_TRUE(Close());
+    EXPECT_EQ(link_.ShuttingDown, True);
+    EXPECT_EQ(link_.CommBusy, False);
+    EXPECT_EQ(unloaded_, 1) << "each stage comes to its turn";
+    EXPECT_EQ(console_.Outside.Store.Values.size(), 2U) << "the settings so far saved";
+    EXPECT_EQ(Stored("Port"), "COM1");
+    EXPECT_EQ(Stored("Baud"), "9600");
+}
+
+TEST_F(Lifecycle, AFaultInOneStageLeavesTheOthersWhole) {
+    console_.Connect();
+    formsFault_ = true;
+    EXPECT_TRUE(Close());
+    EXPECT_EQ(console_.Outside.Store.Values.size(), 10U);
+    EXPECT_FALSE(console_.Outside.Port.PortOpen());
+    EXPECT_EQ(link_.LinkState, LinkDisconnected);
+    EXPECT_EQ(link_.ShuttingDown, True);
+}
+
 TEST_F(Lifecycle, AllTenKeysAreSavedAsEdited) {
     settings_.PortName = "COM7";
     settings_.BaudRate = "9600";
@@ -176,8 +209,7 @@ TEST_F(Lifecycle, TheVersionFileIsWrittenOnlyWithoutErrorTrapping) {
     EXPECT_TRUE(Close());
     EXPECT_FALSE(FileExists(path));
     WriteVersionFile(False, folder_, {13400, 9500});
-    EXPECT_EQ(FileContents(path),
-              "VERSION = " + VersionText() + "\r\nWIDTH = 13400\r\nHEIGHT = 9500\r\n");
+    EXPECT_EQ(FileContents(path), "VERSION = 1.0.0\r\nWIDTH = 13400\r\nHEIGHT = 9500\r\n");
 }
 
 TEST_F(Lifecycle, NoBoxIsShownAfterShutdownBegan) {

@@ -17,6 +17,14 @@ namespace {
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 
+TEST(IntegerToText, GivesAllDigitsOfEveryWholeNumber) {
+    EXPECT_EQ(IntegerToText(0), "0");
+    EXPECT_EQ(IntegerToText(-1), "-1");
+    EXPECT_EQ(IntegerToText(200000), "200000");
+    EXPECT_EQ(IntegerToText(std::numeric_limits<std::int64_t>::max()), "9223372036854775807");
+    EXPECT_EQ(IntegerToText(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808");
+}
+
 TEST(DoubleToText, GivesTheShortestGeneralForm) {
     EXPECT_EQ(DoubleToText(0.014), "0.014");
     EXPECT_EQ(DoubleToText(1.5), "1.5");

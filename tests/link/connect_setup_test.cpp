@@ -89,12 +89,4 @@ TEST_F(TakeChoicesTest, FolderIsNoBook) {
         comm::TakeChoices({"COM2", "9600", false, FreshFolder("folder")}, settings, boxes));
 }
 
-TEST(BrowseQueryTest, AsksForABookBesideTheProgram) {
-    const FileQuery query = comm::BrowseQuery("/program");
-    EXPECT_EQ(query.Title, "Select Address Book");
-    EXPECT_EQ(query.DefaultExtension, ".obk");
-    EXPECT_EQ(query.Filter, "Address Book Files (*.obk)|*.obk");
-    EXPECT_EQ(query.InitialName, "/program/*.obk");
-}
-
 }  // namespace

@@ -77,6 +77,14 @@ TEST_F(ConnectingTest, ConnectLeavesTheRadioInCommandModeWithItsSystemIDShown) {
     EXPECT_TRUE(boxes_.Shown.empty());
 }
 
+TEST_F(ConnectingTest, ATwoDigitPortIsOpenedByItsWholeNumber) {
+    settings_.PortName = "COM12";
+    Connect();
+    EXPECT_EQ(link_.Connected, True);
+    EXPECT_EQ(port_.CommPort(), 12);
+    EXPECT_EQ(console_.View.ComPort, "COM12");
+}
+
 TEST_F(ConnectingTest, ASystemIDThatDoesNotComeIsShownAs255) {
     console_.Outside.Network.RadioFaults().OnRequest(
         0xC0, simulator::Plain(simulator::FaultKind::LoseAnswer));
@@ -90,6 +98,7 @@ TEST_F(ConnectingTest, APortThatWillNotOpenTellsSo) {
     Connect();
     ASSERT_EQ(boxes_.Shown.size(), 1U);
     EXPECT_EQ(boxes_.Shown[0].Text, comm::OpenPortFailure().Text);
+    EXPECT_EQ(boxes_.Shown[0].Buttons, BoxButtons::Ok);
     EXPECT_EQ(link_.LinkState, LinkDisconnected);
     EXPECT_EQ(link_.Connected, False);
     EXPECT_EQ(dialog_.Connecting, False);
@@ -109,6 +118,7 @@ TEST_F(ConnectingTest, ARadioThatDoesNotAnswerTellsSoAndClosesThePort) {
     EXPECT_EQ(boxes_.Shown[0].Text, "Error: unable to establish communication with server radio.");
     EXPECT_EQ(boxes_.Shown[0].Title, "Connect Error");
     EXPECT_EQ(boxes_.Shown[0].Icon, BoxIcon::Exclamation);
+    EXPECT_EQ(boxes_.Shown[0].Buttons, BoxButtons::Ok);
     EXPECT_FALSE(port_.PortOpen());
     EXPECT_EQ(link_.LinkState, LinkDisconnected);
     EXPECT_EQ(pointers_.back(), Pointer::Normal);
@@ -124,6 +134,7 @@ TEST_F(ConnectingTest, CancellingUnconnectedHintsAndCloses) {
               "status bar when you want to connect.");
     EXPECT_EQ(boxes_.Shown[0].Title, "Connection Required");
     EXPECT_EQ(boxes_.Shown[0].Icon, BoxIcon::Information);
+    EXPECT_EQ(boxes_.Shown[0].Buttons, BoxButtons::Ok);
     EXPECT_EQ(link_.LinkState, LinkDisconnected);
     EXPECT_EQ(link_.Connected, False);
 }

@@ -215,7 +215,7 @@ INSTANTIATE_TEST_SUITE_P(
         PlacedFault{"Corrupted", [](int at) { return CorruptByte(at); }, false},
         PlacedFault{"OneBit", [](int at) { return CorruptByte(at, 0x10); }, false},
         PlacedFault{"Doubled", [](int) { return Plain(FaultKind::Repeat); }, true},
-        PlacedFault{"Late", [](int at) { return LateReply((at + 1) * 100 * Millisecond); }, false},
+        PlacedFault{"Late", [](int at) { return LateReply(100 * Millisecond * (at + 1)); }, false},
         PlacedFault{"Noise",
                     [](int at) {
                         return NoiseBefore(simulator::Bytes(static_cast<std::size_t>(at), 0xF9));

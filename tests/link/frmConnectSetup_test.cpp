@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+#include "common/path_text.h"
 #include "console/forms_bench.h"
 #include "support/virtual_host.h"
 
@@ -103,7 +104,11 @@ TEST_F(frmConnectSetupTest, BrowseTakesTheChosenFile) {
     Show(form);
     Click(form, "cmdBrowse");
     ASSERT_EQ(outside.Dialogs.Queries.size(), 1U);
-    EXPECT_EQ(outside.Dialogs.Queries[0].Title, "Select Address Book");
+    const FileQuery& query = outside.Dialogs.Queries[0];
+    EXPECT_EQ(query.Title, "Select Address Book");
+    EXPECT_EQ(query.DefaultExtension, ".obk");
+    EXPECT_EQ(query.Filter, "Address Book Files (*.obk)|*.obk");
+    EXPECT_EQ(query.InitialName, JoinPath("/program", "*.obk"));
     EXPECT_EQ(Find<QLineEdit>(form, "txtAddressBook")->text(), ToQt(book));
     Click(form, "cmdOK");
     EXPECT_EQ(settings.AddressBookPath, book);

@@ -115,6 +115,22 @@ TEST_F(PortTest, OpeningAnotherNumberClosesThenReopens) {
     EXPECT_EQ(port_.CommPort(), 2);
 }
 
+TEST_F(PortTest, OpeningForgetsTheStrayBytesOfBefore) {
+    link_.StrayInput = True;
+    ASSERT_TRUE(Open());
+    EXPECT_EQ(link_.StrayInput, False) << "another port has them no more";
+    link_.StrayInput = True;
+    ASSERT_TRUE(Open());
+    EXPECT_EQ(link_.StrayInput, False) << "the emptied input has them no more";
+}
+
+TEST_F(PortTest, APortThatStaysShutForgetsNothing) {
+    link_.StrayInput = True;
+    port_.Missing = {1};
+    ASSERT_FALSE(Open());
+    EXPECT_EQ(link_.StrayInput, True);
+}
+
 TEST_F(PortTest, AMissingPortIsFalse) {
     port_.Missing = {3};
     EXPECT_FALSE(Open(3));
@@ -131,8 +147,9 @@ TEST_F(PortTest, ClosingDropsDtrAndNeverFails) {
 }
 
 TEST_F(PortTest, ATwoDigitPortOpensByItsWholeNumber) {
-    EXPECT_EQ(comm::PortNumber("COM12"), 12);
     EXPECT_EQ(comm::PortNumber("Com1"), 1);
+    ASSERT_TRUE(Open(comm::PortNumber("COM12")));
+    EXPECT_EQ(port_.CommPort(), 12);
 }
 
 TEST_F(PortTest, APortNameWithoutANumberIsAFault) {

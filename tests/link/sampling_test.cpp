@@ -7,9 +7,10 @@
 
 namespace {
 
+using simulator::CorruptByte;
+using simulator::CutAfter;
 using simulator::FaultKind;
 using simulator::Plain;
-using simulator::WrongAck;
 using testing_support::BasicSite;
 using testing_support::FakeClientWindow;
 using testing_support::Millisecond;
@@ -158,11 +159,19 @@ TEST_F(SamplingTest, AFailedFrameOrAnotherStatusLeavesTheContinuousReadingAsItWa
     const auto window = OpenSite(1);
     StartContinuously();
     console_.Outside.Time.Run(1500 * Millisecond);
-    faults_.OnRequest(0x0A, Plain(FaultKind::LoseReply));
-    ASSERT_TRUE(
-        console_.Outside.Time.RunUntil([&] { return window->Points.size() == 2; }, 10 * Second));
-    EXPECT_EQ(window->Points[1].Raw, window->Points[0].Raw);
-    EXPECT_EQ(window->Points[1].Time, window->Points[0].Time);
+    // A sample that breaks off, one that is damaged, and a status byte other than FA and FD.
+    for (const auto& fault : {CutAfter(8), CorruptByte(8), CorruptByte(0)}) {
+        const std::size_t shown = window->Points.size();
+        const DataPoint before = window->Points.back();
+        faults_.OnRequest(0x0A, fault);
+        ASSERT_TRUE(console_.Outside.Time.RunUntil(
+            [&] { return window->Points.size() == shown + 1; }, 10 * Second));
+        EXPECT_EQ(window->Points.back().Raw, before.Raw);
+        EXPECT_EQ(window->Points.back().Time, before.Time);
+    }
+    EXPECT_EQ(faults_.Count(), 3);
+    console_.Outside.Time.Run(5 * Second);
+    EXPECT_NE(window->Points.back().Time, window->Points.front().Time) << "the mode goes on";
 }
 
 TEST_F(SamplingTest, StopEndsTheModeOnTheNextTick) {
@@ -277,6 +286,7 @@ TEST_F(SamplingTest, AClientThatCannotBeSelectedEndsAutoUpdateWithAMessage) {
               "Error: unable to connect with radio \"Site 1\"");
     EXPECT_EQ(console_.Outside.Boxes.Shown[0].Title, "Auto Update Failed");
     EXPECT_EQ(console_.Outside.Boxes.Shown[0].Icon, BoxIcon::Exclamation);
+    EXPECT_EQ(console_.Outside.Boxes.Shown[0].Buttons, BoxButtons::Ok);
     EXPECT_TRUE(first->Points.empty());
 }
 
@@ -304,21 +314,43 @@ TEST_F(SamplingTest, AutoUpdateEndsWithTheLastWindow) {
     EXPECT_EQ(sampling_.ContinuousMode, SamplingIdle);
 }
 
-TEST_F(SamplingTest, AWindowClosedInsideAPassDoesNoHarm) {
+/// So many virtual milliseconds behind the begin of the second pass.
+class MomentOfAPass : public SamplingTest, public ::testing::WithParamInterface<int> {
+ protected:
+    /// Does `act` inside the pass that begins next.
+    void InNextPass(std::function<void()> act) {
+        console_.Outside.Time.StartTimer(
+            Millisecond, [this, act = std::move(act), begun = false]() mutable {
+                if (!begun && operations_.OperationBusy != False) {
+                    begun = true;
+                    console_.Outside.Time.In(GetParam() * Millisecond, act);
+                }
+            });
+    }
+};
+
+TEST_P(MomentOfAPass, WindowsClosedThenDoNoHarm) {
     const auto first = OpenSite(1);
     const auto second = OpenSite(2);
     StartAutoUpdate();
     console_.Outside.Time.Run(5 * Second);
     faults_.OnRequest(0x0A, Plain(FaultKind::LoseReply), 4);
-    console_.Outside.Time.RunUntil([this] { return operations_.OperationBusy != False; },
-                                   70 * Second);
-    console_.Outside.Time.In(200 * Millisecond, [&] {
+    bool inside = false;
+    InNextPass([&] {
+        inside = operations_.OperationBusy != False && sampling_.StepRuns != False;
         first->Unload();
         second->Unload();
     });
-    console_.Outside.Time.Run(20 * Second);
+    console_.Outside.Time.Run(80 * Second);
+    EXPECT_TRUE(inside);
     EXPECT_EQ(sampling_.ContinuousMode, SamplingIdle);
     EXPECT_EQ(operations_.OperationBusy, False);
+    EXPECT_EQ(sampling_.StepRuns, False);
+    EXPECT_EQ(link_.CommBusy, False);
+    EXPECT_EQ(console_.View.Shape, Pointer::Normal);
+    EXPECT_TRUE(console_.Outside.Boxes.Shown.empty());
 }
+
+INSTANTIATE_TEST_SUITE_P(AutoUpdate, MomentOfAPass, ::testing::Range(0, 3300, 300));
 
 }  // namespace

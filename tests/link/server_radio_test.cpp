@@ -119,6 +119,7 @@ TEST_F(ServerRadioTest, ASystemIDWithNoReplyIs255) {
 }
 
 TEST_F(ServerRadioTest, SetsTheChannelFromNormalMode) {
+    link_.LinkState = LinkNormal;
     EXPECT_TRUE(comm::SetServerChannel(link_, boxes_, 0x21));
     EXPECT_EQ(network_.RadioCommands(), (Commands{Enter, {0xCC, 0x02, 0x21}}));
     EXPECT_EQ(network_.Radio().Channel(), 0x21);
@@ -151,6 +152,22 @@ TEST_F(ServerRadioTest, ABusyOrClosedLinkRefusesTheChannelWithTheMessageAlone) {
 TEST_F(ServerRadioTest, SetsTheMac) {
     EXPECT_TRUE(comm::SetServerMAC(link_, boxes_, {0x1F, 0x2E, 0x3D}));
     EXPECT_EQ(network_.RadioCommands().back(), (simulator::Bytes{0xCC, 0x10, 0x1F, 0x2E, 0x3D}));
+}
+
+TEST_F(ServerRadioTest, StrayBytesOfALoggerAreThoseOfTheClientThatTheRadioLeaves) {
+    link_.StrayInput = True;
+    ASSERT_TRUE(comm::SetServerChannel(link_, boxes_, 0x21));
+    EXPECT_EQ(link_.StrayInput, False);
+    link_.StrayInput = True;
+    ASSERT_TRUE(comm::SetServerMAC(link_, boxes_, {0x1F, 0x2E, 0x3D}));
+    EXPECT_EQ(link_.StrayInput, False);
+}
+
+TEST_F(ServerRadioTest, SelectingTheSameClientAgainKeepsItsStrayBytesInMind) {
+    SelectFirst();
+    link_.StrayInput = True;
+    ASSERT_TRUE(Select(1));
+    EXPECT_EQ(link_.StrayInput, True);
 }
 
 TEST_F(ServerRadioTest, AWrongEchoOfAnyMacByteTakesTheLinkDown) {
@@ -261,6 +278,7 @@ TEST_F(ServerRadioTest, SelectingUnconnectedTellsSo) {
               "Error: communications has not been established with the server radio modem.");
     EXPECT_EQ(boxes_.Shown[0].Title, "Connect Error");
     EXPECT_EQ(boxes_.Shown[0].Icon, BoxIcon::Exclamation);
+    EXPECT_EQ(boxes_.Shown[0].Buttons, BoxButtons::Ok);
 }
 
 TEST_F(ServerRadioTest, APortThatWillNotReopenTellsSoThenTheStepsGoOn) {
@@ -276,6 +294,7 @@ TEST_F(ServerRadioTest, APortThatWillNotReopenTellsSoThenTheStepsGoOn) {
         "Error opening port.  If this port exists, it \nmay be in use by another application.");
     EXPECT_EQ(boxes_.Shown[0].Title, "Connect Error");
     EXPECT_EQ(boxes_.Shown[0].Icon, BoxIcon::Exclamation);
+    EXPECT_EQ(boxes_.Shown[0].Buttons, BoxButtons::Ok);
     EXPECT_EQ(boxes_.Shown[1].Title, "Server Connection Error");
 }
 

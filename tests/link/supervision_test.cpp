@@ -51,8 +51,8 @@ TEST_F(SupervisionTest, EachStateHasItsTextInItsColour) {
                                                             {"Connecting...", {240, 128, 0}},
                                                             {"Connected - Normal", {0, 160, 0}},
                                                             {"Connected - Command", {0, 0, 240}}};
-    for (std::uint8_t state = 0; state < shown.size(); ++state) {
-        link_.LinkState = state;
+    for (std::size_t state = 0; state < shown.size(); ++state) {
+        link_.LinkState = static_cast<std::uint8_t>(state);
         comm::UpdateServerState(link_, view_);
         EXPECT_EQ(view_.ServerState, shown[state].first);
         EXPECT_EQ(view_.StateColour, shown[state].second);

@@ -89,6 +89,17 @@ TEST_F(SettingsStoreTest, ValuesOfAnyCharactersComeBack) {
     EXPECT_EQ(ReadAgain("LastFile0"), zero);
 }
 
+TEST_F(SettingsStoreTest, APathThatIsNoUtf8ComesBackByteByByte) {
+    std::string everyByte;
+    for (int byte = 0; byte < 256; ++byte) {
+        everyByte += static_cast<char>(byte);
+    }
+    for (const std::string& value : {std::string("/books/gr\xFC\xDF.obk"), everyByte}) {
+        WriteOnce("AddressBook", value);
+        EXPECT_EQ(ReadAgain("AddressBook"), value);
+    }
+}
+
 TEST_F(SettingsStoreTest, NonsenseFilesNeitherFaultNorBarWriting) {
     const QByteArray contents[] = {
         "",

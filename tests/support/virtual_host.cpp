@@ -1,12 +1,11 @@
 #include "support/virtual_host.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 #include <utility>
 
@@ -112,7 +111,11 @@ std::optional<std::string> MemoryStore::Read(const std::string& section,
 
 void MemoryStore::Write(const std::string& section, const std::string& key,
                         const std::string& value) {
-    Values[section + "/" + key] = value;
+    const std::string name = section + "/" + key;
+    if (Refused.contains(name)) {
+        throw Fault("the store does not take " + name);
+    }
+    Values[name] = value;
 }
 
 LocalTime VirtualClock::Now() const {
@@ -192,8 +195,10 @@ Host VirtualHost::AsHost(const std::string& appPath) {
 }
 
 std::string FreshFolder(const std::string& name) {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() /
-                                         ("orvia-" + std::to_string(::getpid()) + "-" + name);
+    // Another run of the tests may be under way beside this one.
+    static const std::string Run = std::to_string(std::random_device()());
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("orvia-" + Run + "-" + name);
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     return folder.string();

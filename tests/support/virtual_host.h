@@ -102,6 +102,7 @@ class MemoryStore final : public SettingsStore {
                const std::string& value) override;
 
     std::map<std::string, std::string> Values;  ///< by "section/key"
+    std::set<std::string> Refused;              ///< "section/key" of those whose write is a fault
 };
 
 /// The local clock: a moment at the start, and virtual time since. Dates are month/day/year.

@@ -40,7 +40,7 @@ class VirtualTime {
     void Run(Microseconds duration);
 
     /// Lets time pass until `done` or for `limit`; True if done.
-    bool RunUntil(const std::function<bool()>& done, Microseconds limit);
+    [[nodiscard]] bool RunUntil(const std::function<bool()>& done, Microseconds limit);
 
  private:
     struct Timer {

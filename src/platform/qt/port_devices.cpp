@@ -5,6 +5,7 @@
 #include <array>
 
 #include "common/fault.h"
+#include "common/number_text.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ QString Canonical(const QString& device) {
 
 QString DeviceOfPort(int number, const QString& portsFolder) {
     if (number < FirstPort || number > LastPort) {
-        throw Fault("there is no port COM" + std::to_string(number));
+        throw Fault("there is no port COM" + IntegerToText(number));
     }
     const QString name = QStringLiteral("COM%1").arg(number);
 #ifdef Q_OS_WIN

@@ -35,7 +35,7 @@ std::optional<Registry::Key> WindowsRegistry::OpenKey(const std::string& path) {
 
 std::optional<std::string> WindowsRegistry::EnumKey(Key key, int index) {
     Buffer name{};
-    DWORD length = name.size();
+    auto length = static_cast<DWORD>(name.size());
     if (RegEnumKeyExA(HandleOf(key), static_cast<DWORD>(index), name.data(), &length, nullptr,
                       nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
         return std::nullopt;
@@ -45,7 +45,7 @@ std::optional<std::string> WindowsRegistry::EnumKey(Key key, int index) {
 
 std::optional<std::string> WindowsRegistry::QueryText(Key key, const std::string& name) {
     Buffer value{};
-    DWORD length = value.size();
+    auto length = static_cast<DWORD>(value.size());
     DWORD type = REG_NONE;
     const LSTATUS status = RegQueryValueExA(HandleOf(key), name.c_str(), nullptr, &type,
                                             reinterpret_cast<BYTE*>(value.data()), &length);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "common/fault.h"
+#include "common/number_text.h"
 #include "platform/qt/port_devices.h"
 #include "platform/qt/port_hang_up.h"
 #include "platform/qt/text_qt.h"
@@ -48,7 +49,7 @@ void QtSerialPort::SetCommPort(int number) {
         throw Fault("the number of an open port cannot change");
     }
     if (number < FirstPort || number > LastPort) {
-        throw Fault("there is no port COM" + std::to_string(number));
+        throw Fault("there is no port COM" + IntegerToText(number));
     }
     number_ = number;
 }
@@ -83,7 +84,7 @@ void QtSerialPort::Open() {
     port_.setDataBits(line_.DataBits);
     port_.setStopBits(line_.StopBits);
     if (!port_.open(QIODevice::ReadWrite)) {
-        throw Fault("COM" + std::to_string(number_) + " (" + FromQt(device) +
+        throw Fault("COM" + IntegerToText(number_) + " (" + FromQt(device) +
                     ") cannot be opened: " + FromQt(port_.errorString()));
     }
     errorsInARow_ = 0;

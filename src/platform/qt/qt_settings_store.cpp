@@ -1,5 +1,6 @@
 #include "platform/qt/qt_settings_store.h"
 
+#include <QByteArray>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QStringList>
@@ -19,9 +20,19 @@ QString PathOf(const std::string& section, const std::string& key) {
 }
 
 // A comma typed into the file by hand makes a list of its value.
-QString TextOf(const QVariant& value) {
-    return value.typeId() == QMetaType::QStringList ? value.toStringList().join(QLatin1Char(','))
-                                                    : value.toString();
+std::string TextOf(const QVariant& value) {
+    if (value.typeId() == QMetaType::QByteArray) {
+        return value.toByteArray().toStdString();
+    }
+    return FromQt(value.typeId() == QMetaType::QStringList
+                      ? value.toStringList().join(QLatin1Char(','))
+                      : value.toString());
+}
+
+// A path may be in bytes that are no UTF-8: it is then kept byte by byte.
+QVariant ValueOf(const std::string& text) {
+    const QString shown = ToQt(text);
+    return FromQt(shown) == text ? QVariant(shown) : QVariant(QByteArray::fromStdString(text));
 }
 
 }  // namespace
@@ -39,12 +50,12 @@ std::optional<std::string> QtSettingsStore::Read(const std::string& section,
     if (!settings_.contains(path)) {
         return std::nullopt;
     }
-    return FromQt(TextOf(settings_.value(path)));
+    return TextOf(settings_.value(path));
 }
 
 void QtSettingsStore::Write(const std::string& section, const std::string& key,
                             const std::string& value) {
-    settings_.setValue(PathOf(section, key), ToQt(value));
+    settings_.setValue(PathOf(section, key), ValueOf(value));
 }
 
 QString QtSettingsStore::Folder() const {

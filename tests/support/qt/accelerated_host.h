@@ -23,7 +23,7 @@ class AcceleratedHost {
     [[nodiscard]] Host AsHost(const std::string& appPath);
 
     /// Lets real events run until `done`; False if that takes longer than `limit` virtual seconds.
-    bool RunUntil(const std::function<bool()>& done, int limit = 60);
+    [[nodiscard]] bool RunUntil(const std::function<bool()>& done, int limit = 60);
     /// Lets so many virtual milliseconds pass.
     void RunFor(int milliseconds);
 
