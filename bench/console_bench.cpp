@@ -29,7 +29,7 @@ class BookOnDisk {
                          static_cast<std::uint8_t>(i)};
             Book.Append(entry);
         }
-        WriteBookFile(Path, Book);
+        static_cast<void>(WriteBookFile(Path, Book));
     }
     ~BookOnDisk() { std::remove(Path.c_str()); }
     BookOnDisk(const BookOnDisk&) = delete;

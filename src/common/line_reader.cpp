@@ -20,6 +20,7 @@ bool LineReader::Next(std::string_view& line) {
         if (!TakeLine()) {
             return false;
         }
+        passedOver_ += tooLong_ ? 1 : 0;
     } while (tooLong_);
     line = line_;
     return true;

@@ -23,6 +23,9 @@ class LineReader {
     /// The next line, without its end; it stands until the next call. False behind the last one.
     [[nodiscard]] bool Next(std::string_view& line);
 
+    /// Lines passed over so far, as longer than LongestLine.
+    [[nodiscard]] int PassedOver() const { return passedOver_; }
+
     /// Whether no read has failed so far.
     [[nodiscard]] bool Intact() const { return !input_.bad(); }
 
@@ -37,6 +40,7 @@ class LineReader {
     std::string_view rest_;    // the part of the chunk not yet handed out
     std::string line_;
     bool tooLong_ = false;
+    int passedOver_ = 0;
     bool afterReturn_ = false;  // a line feed that comes next belongs to the carriage return
 };
 

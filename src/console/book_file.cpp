@@ -15,6 +15,11 @@ constexpr std::size_t DigitsOfMac = 12;
 /// Bytes of the largest file that is taken for a book.
 constexpr std::uintmax_t LargestBook = 64U << 20U;
 
+/// Whether a line without blanks at its ends is meant as an entry.
+bool BeginsEntry(std::string_view line) {
+    return !line.empty() && line.front() == '"';
+}
+
 /// Walks a line of the book. Positions count from 1, and the walk stops short of the last
 /// character, as the format's own rules do.
 class BookLineWalk {
@@ -41,10 +46,9 @@ class BookLineWalk {
     bool HasMac() const { return position_ + DigitsOfMac - 1 <= line_.size(); }
 
     std::uint8_t TakeByte() {
-        int value = 0;
-        static_cast<void>(ParseHex(line_.substr(position_ - 1, 2), 2, value));
+        const std::uint8_t byte = HexByte(line_.substr(position_ - 1, 2));
         position_ += 2;
-        return static_cast<std::uint8_t>(value);
+        return byte;
     }
 
  private:
@@ -58,7 +62,7 @@ class BookLineWalk {
 
 std::optional<ClientRadio> ParseBookLine(std::string_view line) {
     line = Trim(line);
-    if (line.empty() || line.front() != '"') {
+    if (!BeginsEntry(line)) {
         return std::nullopt;
     }
     BookLineWalk walk(line);
@@ -82,22 +86,25 @@ std::string BookLine(const ClientRadio& entry) {
     return "\"" + entry.Name + "\", " + ByteToHex(entry.Channel) + ", " + MacToHex(entry.Mac);
 }
 
-void ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries) {
+int ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries) {
     LineReader lines(file);
     std::string_view line;
-    while (entries.UpperBound() < MostEntries && lines.Next(line)) {
-        if (std::optional<ClientRadio> entry = ParseBookLine(line)) {
+    int dropped = 0;
+    while (lines.Next(line)) {
+        std::optional<ClientRadio> entry = ParseBookLine(line);
+        if (entry && entries.UpperBound() < MostEntries) {
             entries.Append(std::move(*entry));
+        } else if (BeginsEntry(Trim(line))) {
+            ++dropped;
         }
     }
+    return dropped + lines.PassedOver();
 }
 
-void ReadBookFile(std::string_view path, NumberedArray<ClientRadio>& entries) {
+int ReadBookFile(std::string_view path, NumberedArray<ClientRadio>& entries) {
     entries.Reset();
     TextFile file;
-    if (OpenTextFile(path, LargestBook, file)) {
-        ReadBook(file.Stream, entries);
-    }
+    return OpenTextFile(path, LargestBook, file) ? ReadBook(file.Stream, entries) : 0;
 }
 
 bool WriteBookFile(std::string_view path, const NumberedArray<ClientRadio>& entries) {

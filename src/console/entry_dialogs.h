@@ -13,12 +13,13 @@ class EntryDialogs {
     virtual ~EntryDialogs() = default;
 
     /// First page of the add wizard: the new entry's name.
-    virtual std::optional<std::string> AskName() = 0;
+    [[nodiscard]] virtual std::optional<std::string> AskName() = 0;
     /// Its second page: channel and MAC.
-    virtual std::optional<AddressTexts> AskAddress(const AddressTexts& offered) = 0;
-    virtual std::optional<EntryTexts> EditEntry(const EntryTexts& shown) = 0;
+    [[nodiscard]] virtual std::optional<AddressTexts> AskAddress(const AddressTexts& offered) = 0;
+    /// All fields of an entry, `shown` first.
+    [[nodiscard]] virtual std::optional<EntryTexts> EditEntry(const EntryTexts& shown) = 0;
     /// Number of the name picked, counted from 1.
-    virtual std::optional<int> PickClient(const std::vector<std::string>& names) = 0;
+    [[nodiscard]] virtual std::optional<int> PickClient(const std::vector<std::string>& names) = 0;
 };
 
 #endif  // ORVIA_CONSOLE_ENTRY_DIALOGS_H

@@ -7,14 +7,6 @@
 
 namespace {
 
-constexpr std::size_t HexDigits = 2;
-
-std::uint8_t ByteOf(const std::string& text) {
-    int value = 0;
-    static_cast<void>(ParseHex(text, HexDigits, value));
-    return static_cast<std::uint8_t>(value);
-}
-
 void TellMissingName(MessageBoxes& boxes) {
     boxes.Show({.Text = "You need to enter a name for this client radio.",
                 .Title = "Missing Client Name",
@@ -38,15 +30,14 @@ AddressTexts TextsOf(std::uint8_t channel, const MacAddress& mac) {
 }
 
 void ReadAddress(const AddressTexts& texts, ClientRadio& entry) {
-    entry.Channel = ByteOf(texts.Channel);
-    std::transform(texts.Mac.begin(), texts.Mac.end(), entry.Mac.begin(), ByteOf);
+    entry.Channel = HexByte(texts.Channel);
+    std::transform(texts.Mac.begin(), texts.Mac.end(), entry.Mac.begin(), HexByte);
 }
 
 std::string KeptName(std::string_view text) {
-    constexpr char FirstPrintable = ' ';
     std::string name(text);
     std::replace_if(
-        name.begin(), name.end(), [](char c) { return c >= 0 && c < FirstPrintable; }, ' ');
+        name.begin(), name.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
     return std::string(Trim(name));
 }
 
@@ -55,14 +46,15 @@ AddressTexts OfferedAddress(const AddressBook& book) {
     return TextsOf(book.LastChannel, {prefix[0], prefix[1], prefix[2], 0, 0, 0});
 }
 
-bool ValidateNewName(const AddressBook& book, std::string_view text, MessageBoxes& boxes) {
-    const std::string name = ToLower(KeptName(text));
+bool ValidateNewName(const AddressBook& book, std::string_view text, const LowerCase& lower,
+                     MessageBoxes& boxes) {
+    const std::string name = lower(KeptName(text));
     if (name.empty()) {
         TellMissingName(boxes);
     }
     const auto matches =
         std::count_if(book.Entries.begin(), book.Entries.end(),
-                      [&name](const ClientRadio& entry) { return ToLower(entry.Name) == name; });
+                      [&](const ClientRadio& entry) { return lower(entry.Name) == name; });
     for (auto left = matches; left > 0; --left) {
         TellNameTaken(boxes);
     }

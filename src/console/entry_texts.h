@@ -2,6 +2,7 @@
 #define ORVIA_CONSOLE_ENTRY_TEXTS_H
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,22 +25,26 @@ struct EntryTexts {
 /// Most characters of a name that is typed; one from a file may be longer.
 inline constexpr int MostNameCharacters = 32;
 
+/// The fields for a channel and a MAC: two upper-case digits each.
 [[nodiscard]] AddressTexts TextsOf(std::uint8_t channel, const MacAddress& mac);
 
 /// Reads the fields into the entry. A field that is no number gives what its first digits built.
 void ReadAddress(const AddressTexts& texts, ClientRadio& entry);
 
-/// The name as it is kept: without blanks at its ends, and with a blank for every control
-/// character, which would break the book's lines.
+/// The name as it is kept: without blanks at its ends, and with a blank for each carriage return
+/// and line feed, which would break the book's lines. All else stays, tabs too.
 [[nodiscard]] std::string KeptName(std::string_view text);
 
 /// What the add wizard offers for the next entry.
 [[nodiscard]] AddressTexts OfferedAddress(const AddressBook& book);
 
+/// Turns a text to lower case. The letters of all languages are the toolkit's matter.
+using LowerCase = std::function<std::string(const std::string& text)>;
+
 /// Checks a new entry's name: it must not be empty, nor that of another entry in either case.
 /// Tells the operator of each fault; False if there was one.
 [[nodiscard]] bool ValidateNewName(const AddressBook& book, std::string_view text,
-                                   MessageBoxes& boxes);
+                                   const LowerCase& lower, MessageBoxes& boxes);
 
 /// The first entry with that channel and MAC; nothing if there is none.
 [[nodiscard]] std::optional<int> EntryWithAddress(const AddressBook& book,

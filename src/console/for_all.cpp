@@ -37,9 +37,10 @@ class WalkStep {
     const OperationContext& context_;
 };
 
-bool WorkOn(const OperationContext& context, const Target& target, const WalkOperation& operation) {
+bool WorkOn(const OperationContext& context, const WalkOperation& operation) {
+    const Target target = WindowOfWalk(context);
     try {
-        if (!SelectRadioOf(context, *target.Window)) {
+        if (!target.Window || !SelectRadioOf(context, *target.Window)) {
             return false;
         }
         context.log.AppendLog(std::string(operation.Beginning) + target.Window->Caption() + "...");
@@ -49,10 +50,9 @@ bool WorkOn(const OperationContext& context, const Target& target, const WalkOpe
     }
 }
 
-void StepOnWindow(const OperationContext& context, const Target& target,
-                  const WalkOperation& operation) {
-    const WalkStep step(context, target.Slot);
-    const bool done = WorkOn(context, target, operation);
+void StepOnWindow(const OperationContext& context, int slot, const WalkOperation& operation) {
+    const WalkStep step(context, slot);
+    const bool done = WorkOn(context, operation);
     context.log.AppendLog(done ? "OK\n" : "FAIL\n");
 }
 
@@ -81,7 +81,7 @@ void Walk(const ForAllContext& context, const WalkOperation& operation) {
             log.AppendLog("\nOperation Cancelled\n");
             return false;
         }
-        StepOnWindow(context.operation, target, operation);
+        StepOnWindow(context.operation, target.Slot, operation);
         return true;
     });
     if (wholeWay) {
@@ -96,17 +96,11 @@ void TellNoClients(const OperationContext& context) {
                               .Icon = BoxIcon::Information});
 }
 
-/// Whether a walk may begin; that no window is open is told only then.
-bool LinkMayBeTaken(const OperationContext& context) {
-    return context.radio.link.Connected != False &&
-           context.sampling.ContinuousMode == SamplingIdle && context.sampling.StepRuns == False &&
-           context.operations.OperationBusy == False;
-}
-
 void StartWalk(const ForAllContext& context, const WalkOperation& operation,
                const std::optional<MessageBox>& question) {
     const OperationContext& work = context.operation;
-    if (!LinkMayBeTaken(work)) {
+    // That no window is open is told only where the walk could begin.
+    if (!LinkIsFree(work)) {
         return;
     }
     const BusyGuard busy(work.operations.OperationBusy);
@@ -129,7 +123,7 @@ MessageBox Question(std::string text, BoxIcon icon) {
 int SampleAll(const OperationContext& context) {
     int answered = 0;
     VisitWindows(context, [&](const Target& target) {
-        StepOnWindow(context, target, SampleOperation);
+        StepOnWindow(context, target.Slot, SampleOperation);
         answered += target.Window->SettingsValid() != False ? 1 : 0;
         return true;
     });
@@ -196,7 +190,7 @@ void ToggleAutoUpdate(const ForAllContext& context) {
                                .Title = "Auto Disconnect",
                                .Icon = BoxIcon::Information});
     }
-    if (LinkMayBeTaken(work)) {
+    if (LinkIsFree(work)) {
         StartAutoUpdate(work);
     }
 }

@@ -5,11 +5,23 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "common/text.h"
 #include "console/entry_texts.h"
 #include "console/frmParts.h"
 #include "platform/qt/focus_guard.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
+
+namespace {
+
+/// Lower case in any language. A name that is no UTF-8 keeps its bytes: shown, two such names could
+/// be the same text.
+std::string LowerCaseOf(const std::string& text) {
+    const QString shown = ToQt(text);
+    return FromQt(shown) == text ? FromQt(shown.toLower()) : ToLower(text);
+}
+
+}  // namespace
 
 frmAddClient1::frmAddClient1(const AddressBook& book, MessageBoxes& boxes, QWidget* parent)
     : QDialog(parent) {
@@ -27,8 +39,9 @@ frmAddClient1::frmAddClient1(const AddressBook& book, MessageBoxes& boxes, QWidg
     column->setSizeConstraint(QLayout::SetFixedSize);
 
     auto* guard = new FocusGuard(this);
-    guard->AddField(txtClientRadioName_,
-                    [this, &book, &boxes] { return ValidateNewName(book, Name(), boxes); });
+    guard->AddField(txtClientRadioName_, [this, &book, &boxes] {
+        return ValidateNewName(book, Name(), LowerCaseOf, boxes);
+    });
     guard->LeavesWithoutValidating(buttons.cmdCancel);
     connect(buttons.cmdNext, &QPushButton::clicked, this, [this] {
         Tag = "NEXT";

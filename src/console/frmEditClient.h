@@ -16,7 +16,8 @@ class frmEditClient final : public QDialog {
  public:
     frmEditClient(const EntryTexts& shown, MessageBoxes& boxes, QWidget* parent);
 
-    /// The fields. A name left as it was shown keeps its bytes, whatever they are.
+    /// The fields. A name left as it was shown keeps its bytes, whatever they are; one above
+    /// MostNameCharacters is cut to them, as the field shows it.
     [[nodiscard]] EntryTexts Texts() const;
 
     std::string Tag = "CANCEL";  ///< "FINISH" once the operator went on

@@ -13,10 +13,10 @@ class EntryForms final : public EntryDialogs {
     EntryForms(const AddressBook& book, MessageBoxes& boxes, QWidget& main)
         : book_(book), boxes_(boxes), main_(main) {}
 
-    std::optional<std::string> AskName() override;
-    std::optional<AddressTexts> AskAddress(const AddressTexts& offered) override;
-    std::optional<EntryTexts> EditEntry(const EntryTexts& shown) override;
-    std::optional<int> PickClient(const std::vector<std::string>& names) override;
+    [[nodiscard]] std::optional<std::string> AskName() override;
+    [[nodiscard]] std::optional<AddressTexts> AskAddress(const AddressTexts& offered) override;
+    [[nodiscard]] std::optional<EntryTexts> EditEntry(const EntryTexts& shown) override;
+    [[nodiscard]] std::optional<int> PickClient(const std::vector<std::string>& names) override;
 
  private:
     const AddressBook& book_;

@@ -21,6 +21,17 @@ bool IsOfWindow(Qt::FocusReason reason) {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }
 
+/// A key that commands and types nothing. Control with Alt is the key of some keyboards that types
+/// a third character.
+bool IsCommand(Qt::KeyboardModifiers held) {
+    held &= Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    return held != Qt::NoModifier && held != (Qt::ControlModifier | Qt::AltModifier);
+}
+
+std::size_t CharactersOf(const QLineEdit& field) {
+    return static_cast<std::size_t>(field.text().toUcs4().size());
+}
+
 }  // namespace
 
 HexAddressFields::HexAddressFields(QWidget& window, FocusGuard& guard, MessageBoxes& boxes,
@@ -132,9 +143,12 @@ int HexAddressFields::NumberOf(const QObject* widget) const {
 bool HexAddressFields::SwallowsKey(QLineEdit& field, const QKeyEvent& event) {
     const auto typed = event.text().toUcs4();
     // Keys that move and delete come without a character that could be shown.
-    if (typed.size() != 1 || !QChar::isPrint(typed.front()) ||
-        event.modifiers().testFlag(Qt::ControlModifier)) {
+    if (typed.size() != 1 || !QChar::isPrint(typed.front())) {
         return false;
+    }
+    if (IsCommand(event.modifiers())) {
+        // The field knows commands with Control; the letter of any other it would insert.
+        return !event.modifiers().testFlag(Qt::ControlModifier);
     }
     switch (TakesHexKey(typed.front())) {
         case HexKey::Pass:
@@ -182,7 +196,7 @@ bool HexAddressFields::Validate(int field) {
 void HexAddressFields::TextChanged(int field) {
     const auto at = static_cast<std::size_t>(field);
     if (replacing_ || !fields_[at]->isVisible() ||
-        !focus_.IsComplete(field, FromQt(fields_[at]->text())) || !Validate(field)) {
+        !focus_.IsComplete(field, CharactersOf(*fields_[at])) || !Validate(field)) {
         return;
     }
     focus_.Disarm();

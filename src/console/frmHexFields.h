@@ -24,9 +24,12 @@ class HexAddressFields final : public QObject {
     /// Adds the fields and their captions to a layout of two columns, from `row` on.
     void AddTo(QGridLayout& layout, int row);
 
+    /// Shows an address. That is no typing: nothing is validated and the focus stays.
     void SetTexts(const AddressTexts& texts);
+    /// What the fields hold, valid or not.
     [[nodiscard]] AddressTexts Texts() const;
 
+    /// The field of the channel, and that of the last byte of the MAC, for the tab order.
     [[nodiscard]] QWidget* First() const;
     [[nodiscard]] QWidget* Last() const;
 

@@ -39,7 +39,8 @@ frmLog::frmLog() {
 
 void frmLog::Reset() {
     txtLog_->clear();
-    cmdClose_->setText(QStringLiteral("&Cancel"));
+    // A letter that no menu of the main window has: "C" would be that of "Client".
+    cmdClose_->setText(QStringLiteral("Canc&el"));
     cancels_ = true;
     CancelRequested = false;
 }
@@ -51,7 +52,7 @@ void frmLog::AppendText(const std::string& text) {
 }
 
 void frmLog::EndWalk() {
-    cmdClose_->setText(QStringLiteral("&Close"));
+    cmdClose_->setText(QStringLiteral("Clos&e"));
     cancels_ = false;
 }
 

@@ -24,6 +24,7 @@ class frmLog final : public QMdiSubWindow {
 
     /// False once it was closed by its frame; then it only waits to be deleted.
     [[nodiscard]] bool IsLoaded() const { return loaded_; }
+    /// Takes the window out of its area and has it deleted; a walk goes on without a log.
     void Unload();
 
     bool CancelRequested = false;

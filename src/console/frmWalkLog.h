@@ -25,6 +25,7 @@ class WalkLogForm final : public WalkLog {
     [[nodiscard]] bool CancelRequested() const override;
     void EndLog() override;
 
+    /// Unloads the log window, if it is loaded, as its frame does.
     void Unload();
 
  private:

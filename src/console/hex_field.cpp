@@ -67,6 +67,6 @@ void HexFocus::Lost() {
     armed_ = 0;
 }
 
-bool HexFocus::IsComplete(int field, std::string_view text) const {
-    return armed_ == ArmedNumber(field) && text.size() >= CompleteLength;
+bool HexFocus::IsComplete(int field, std::size_t characters) const {
+    return armed_ == ArmedNumber(field) && characters >= CompleteLength;
 }

@@ -1,6 +1,7 @@
 #ifndef ORVIA_CONSOLE_HEX_FIELD_H
 #define ORVIA_CONSOLE_HEX_FIELD_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +27,7 @@ enum class HexKey {
     Refuse    ///< drops it, and the operator is told
 };
 
+/// What a field does with this character, in any of its places.
 [[nodiscard]] HexKey TakesHexKey(char32_t character);
 
 /// The message of a key refused.
@@ -43,11 +45,13 @@ class HexFocus {
     /// The focus came to `field`: arms it. True if it was not there before, when its whole text
     /// is to be selected.
     bool Gained(int field);
+
+    /// The focus went to another control of the window: nothing is armed.
     void Lost();
 
-    /// Whether the field's new text is to be validated at once, so that the focus moves on: the
-    /// field is armed, and the text complete.
-    [[nodiscard]] bool IsComplete(int field, std::string_view text) const;
+    /// Whether the field's new text of so many characters is to be validated at once, so that the
+    /// focus moves on: the field is armed, and the text complete.
+    [[nodiscard]] bool IsComplete(int field, std::size_t characters) const;
 
     /// The field's text was good: it is armed no more.
     void Disarm() { armed_ = 0; }

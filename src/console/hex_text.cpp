@@ -46,3 +46,10 @@ bool ParseHex(std::string_view text, std::size_t maxLength, int& value) {
     }
     return true;
 }
+
+std::uint8_t HexByte(std::string_view text) {
+    constexpr std::size_t Digits = 2;
+    int value = 0;
+    static_cast<void>(ParseHex(text, Digits, value));
+    return static_cast<std::uint8_t>(value);
+}

@@ -2,6 +2,7 @@
 #define ORVIA_CONSOLE_HEX_TEXT_H
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -20,5 +21,8 @@
 /// empty, longer than `maxLength`, or holds another character; `value` then has what the digits
 /// before it built.
 [[nodiscard]] bool ParseHex(std::string_view text, std::size_t maxLength, int& value);
+
+/// The byte that two digits give. What is no number gives what the digits before built, or 0.
+[[nodiscard]] std::uint8_t HexByte(std::string_view text);
 
 #endif  // ORVIA_CONSOLE_HEX_TEXT_H

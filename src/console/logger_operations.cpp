@@ -44,7 +44,7 @@ void SampleContinuously(const OperationContext& context) {
         sampling.StopContinuous = True;
         return;
     }
-    if (!LinkIsFree(context)) {
+    if (!MayStart(context)) {
         return;
     }
     OnActiveWindow(context, [&sampling](const Target& target) {

@@ -4,11 +4,11 @@
 
 bool LinkIsFree(const OperationContext& context) {
     return context.operations.OperationBusy == False && context.sampling.StepRuns == False &&
-           context.radio.link.Connected != False && context.windows.NumClientWindows != 0;
+           context.sampling.ContinuousMode == SamplingIdle && context.radio.link.Connected != False;
 }
 
 bool MayStart(const OperationContext& context) {
-    return LinkIsFree(context) && context.sampling.ContinuousMode == SamplingIdle;
+    return LinkIsFree(context) && context.windows.NumClientWindows != 0;
 }
 
 Target ActiveWindow(const ClientWindows& windows) {
@@ -19,6 +19,11 @@ Target ActiveWindow(const ClientWindows& windows) {
         }
     }
     return {};
+}
+
+Target WindowOfWalk(const OperationContext& context) {
+    const std::int16_t slot = context.operations.ForAllWindow;
+    return {context.windows.At(slot), slot};
 }
 
 bool SelectRadioOf(const OperationContext& context, const ClientWindow& window) {

@@ -17,14 +17,17 @@ struct Target {
     std::int16_t Slot = 0;
 };
 
-/// Whether nothing else holds the link, which is connected, with a window open.
+/// Whether the link is connected and neither an operation nor a sampling mode holds it.
 [[nodiscard]] bool LinkIsFree(const OperationContext& context);
 
-/// The guard of an operation: the link is free and no sampling mode runs.
+/// The guard of an operation: the link is free and a window is open.
 [[nodiscard]] bool MayStart(const OperationContext& context);
 
 /// The first window that is the active one; none if there is none.
 [[nodiscard]] Target ActiveWindow(const ClientWindows& windows);
+
+/// The window that a walk over all windows has come to; none if its slot is empty.
+[[nodiscard]] Target WindowOfWalk(const OperationContext& context);
 
 /// Brings the server radio to the radio of `window`.
 [[nodiscard]] bool SelectRadioOf(const OperationContext& context, const ClientWindow& window);

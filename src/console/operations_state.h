@@ -9,7 +9,7 @@
 struct Operations {
     Flag OperationBusy = False;     ///< an operation or a step of a sampling machine runs
     Flag ForAllActive = False;      ///< the operation runs under a walk over all windows
-    std::int16_t ForAllWindow = 0;  ///< slot that the walk hands to the operation
+    std::int16_t ForAllWindow = 0;  ///< slot of the window that the walk has come to
 };
 
 #endif  // ORVIA_CONSOLE_OPERATIONS_STATE_H

@@ -5,11 +5,9 @@
 #include "console/hex_text.h"
 #include "console/operation_shape.h"
 #include "console/signal_level.h"
+#include "logger/command_codes.h"
 
 namespace {
-
-constexpr std::uint8_t ClockRequest = 0x00;  ///< the shortest frame that a logger answers
-constexpr std::size_t ClockReplyLength = 7;
 
 std::string HyphenedMac(const MacAddress& mac) {
     std::string text;
@@ -64,12 +62,13 @@ void DisplayClient(const AddressBook& book, const SignalMonitor& monitor, Signal
 }
 
 std::optional<int> ReadSignalLevel(const OperationContext& context, const SignalMonitor& monitor) {
-    const Bytes request{ClockRequest};
+    // The clock: the shortest request that a logger answers.
+    const Bytes request{cmd::GetTimeCode};
     std::int16_t retries = 0;
     if (!context.exchange.SendFrame(request, retries) || StopAsked(context, monitor)) {
         return std::nullopt;
     }
-    Bytes reply(ClockReplyLength);
+    Bytes reply(cmd::TimeReplySize);
     if (!context.exchange.ReceiveFrame(reply) || StopAsked(context, monitor)) {
         return std::nullopt;
     }

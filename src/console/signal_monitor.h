@@ -35,6 +35,7 @@ class SignalView {
     virtual void EnableNext(bool enable) = 0;
     /// Another radio comes into view, without a level yet.
     virtual void ShowRadio(const RadioTexts& texts) = 0;
+    /// Shows a level in words and as a bar of that length, 0 to BarMaximum.
     virtual void ShowLevel(const std::string& text, int barLength) = 0;
     virtual void HideMonitor() = 0;
 };
@@ -61,6 +62,8 @@ void ExitMonitor(SignalMonitor& monitor, SignalView& view);
 class SignalMonitorDialog {
  public:
     virtual ~SignalMonitorDialog() = default;
+
+    /// Runs the monitor, the entry `clientIndex` first in view, until it or the program ends.
     virtual void ShowMonitor(const OperationContext& context, std::int16_t clientIndex) = 0;
 };
 

@@ -1,12 +1,13 @@
 #include "logger/commands.h"
 
-#include <initializer_list>
+#include <array>
 #include <limits>
 #include <optional>
 
 #include "common/number_text.h"
 #include "common/text.h"
 #include "logger/bcd.h"
+#include "logger/command_codes.h"
 #include "logger/date_text.h"
 #include "logger/image_bytes.h"
 #include "logger/sample_frame.h"
@@ -24,16 +25,18 @@ constexpr std::uint8_t PmBit = 0x20;
 constexpr std::uint8_t TwelveHourMask = 0x1F;
 constexpr std::uint8_t TwelveBcd = 0x12;
 
-bool Send(FrameExchange& exchange, std::initializer_list<std::uint8_t> payload,
+template <std::size_t Size>
+bool Send(FrameExchange& exchange, const std::array<std::uint8_t, Size>& payload,
           std::int16_t retries) {
-    return exchange.SendFrame(std::span(payload.begin(), payload.size()), retries);
+    return exchange.SendFrame(payload, retries);
 }
 
 bool Ask(FrameExchange& exchange, std::uint8_t code, std::int16_t retries, Bytes& reply) {
-    return Send(exchange, {code}, retries) && exchange.ReceiveFrame(reply);
+    return Send(exchange, std::array{code}, retries) && exchange.ReceiveFrame(reply);
 }
 
-bool Order(FrameExchange& exchange, std::initializer_list<std::uint8_t> payload) {
+template <std::size_t Size>
+bool Order(FrameExchange& exchange, const std::array<std::uint8_t, Size>& payload) {
     return Send(exchange, payload, TwoRetries) && exchange.ReadReplyByte() == StatusDone;
 }
 
@@ -91,8 +94,8 @@ std::optional<LocalTime> ParseClockText(std::string_view text) {
 
 bool GetLoggerTime(FrameExchange& exchange, const SystemClock& clock, LoggerRecord& record) {
     record.LoggerTime = "00/00/00 00:00:00";
-    Bytes reply(7);
-    if (!Ask(exchange, 0x00, NoRetries, reply)) {
+    Bytes reply(TimeReplySize);
+    if (!Ask(exchange, GetTimeCode, NoRetries, reply)) {
         return false;
     }
     // second, minute, hour, weekday, day, month, year
@@ -108,13 +111,15 @@ bool SetLoggerTime(FrameExchange& exchange, std::string_view text) {
     if (!time) {
         return false;
     }
-    return Order(exchange, {0x01, ToBcd(time->Second), ToBcd(time->Minute), ToBcd(time->Hour),
-                            Weekday, ToBcd(time->Day), ToBcd(time->Month), ToBcd(time->Year)});
+    return Order(exchange,
+                 std::array<std::uint8_t, 8>{SetTimeCode, ToBcd(time->Second), ToBcd(time->Minute),
+                                             ToBcd(time->Hour), Weekday, ToBcd(time->Day),
+                                             ToBcd(time->Month), ToBcd(time->Year)});
 }
 
 bool GetLoggerStatus(FrameExchange& exchange, LoggerRecord& record) {
-    Bytes reply(5);
-    if (!Ask(exchange, 0x0C, TwoRetries, reply)) {
+    Bytes reply(StatusReplySize);
+    if (!Ask(exchange, GetStatusCode, TwoRetries, reply)) {
         return false;
     }
     record.NumSamples = static_cast<std::uint32_t>(reply[0] | reply[1] << 8 | reply[2] << 16);
@@ -124,8 +129,8 @@ bool GetLoggerStatus(FrameExchange& exchange, LoggerRecord& record) {
 }
 
 bool GetLoggerVersion(FrameExchange& exchange, LoggerRecord& record) {
-    Bytes reply(8);
-    if (!Ask(exchange, 0x0F, TwoRetries, reply)) {
+    Bytes reply(VersionReplySize);
+    if (!Ask(exchange, GetVersionCode, TwoRetries, reply)) {
         return false;
     }
     record.FirmwareVersion = reply[0];
@@ -138,27 +143,27 @@ bool GetLoggerVersion(FrameExchange& exchange, LoggerRecord& record) {
     return true;
 }
 
-// The guard bytes of what destroys something: A0 + code, then code x 16 + 0A.
 bool ClearLoggerHistory(FrameExchange& exchange) {
-    return Order(exchange, {0x04, 0xA4, 0x4A});
+    return Order(exchange, Guarded(ClearHistoryCode));
 }
 
 bool RestartSampling(FrameExchange& exchange) {
-    return Order(exchange, {0x0B, 0xAB, 0xBA});
+    return Order(exchange, Guarded(RestartSamplingCode));
 }
 
 bool ResetPulseAccumulators(FrameExchange& exchange) {
-    return Order(exchange, {0x0E, 0x03});
+    constexpr std::uint8_t AllCounts = 0x03;
+    return Order(exchange, std::array{ResetPulsesCode, AllCounts});
 }
 
 void RequestSample(FrameExchange& exchange, std::uint8_t way) {
-    static_cast<void>(Send(exchange, {0x09, way}, NoRetries));
+    static_cast<void>(Send(exchange, std::array{RequestSampleCode, way}, NoRetries));
     static_cast<void>(exchange.ReadReplyByte());
 }
 
 SampleResult ReadSample(FrameExchange& exchange, const LoggerRecord& counts,
                         const SystemClock& clock, DataPoint& point) {
-    if (!Send(exchange, {0x0A}, NoRetries)) {
+    if (!Send(exchange, std::array{ReadSampleCode}, NoRetries)) {
         return SampleResult::NotSent;
     }
     const std::int16_t status = exchange.ReadReplyByte();

@@ -34,8 +34,11 @@ inline constexpr std::int16_t StatusNoSample = 0xFD;
 /// `FirmwareVersion` has changed by then.
 [[nodiscard]] bool GetLoggerVersion(FrameExchange& exchange, LoggerRecord& record);
 
+/// Erases the records in the logger's memory. There is no way back.
 [[nodiscard]] bool ClearLoggerHistory(FrameExchange& exchange);
+/// Has the logger start its sampling anew, its alarm timers included, under the settings it holds.
 [[nodiscard]] bool RestartSampling(FrameExchange& exchange);
+/// Sets the logger's pulse counts back to 0.
 [[nodiscard]] bool ResetPulseAccumulators(FrameExchange& exchange);
 
 /// Ways of asking for a sample.
@@ -54,8 +57,8 @@ enum class SampleResult {
 };
 
 /// Reads the sample asked for, of a logger with these channel counts.
-SampleResult ReadSample(FrameExchange& exchange, const LoggerRecord& counts,
-                        const SystemClock& clock, DataPoint& point);
+[[nodiscard]] SampleResult ReadSample(FrameExchange& exchange, const LoggerRecord& counts,
+                                      const SystemClock& clock, DataPoint& point);
 
 /// What a status word says of the logging.
 [[nodiscard]] std::string LoggingStateText(std::uint32_t statusWord);

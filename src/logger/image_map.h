@@ -63,7 +63,20 @@ static_assert(LowerLimit + 8 * FloatStride == UpperLimit);
 static_assert(UpperLimit + 8 * FloatStride == DisplayBottom);
 static_assert(DisplayBottom + 8 * FloatStride == DisplayTop);
 static_assert(DisplayTop + 8 * FloatStride == FlowMode);
+static_assert(FlowMode + 1 == ManningsN);
+static_assert(ManningsN + FloatStride == ManningsS);
+static_assert(ManningsS + FloatStride == ManningsSType);
+static_assert(ManningsSType + 1 == ManningsD);
+static_assert(ManningsD + FloatStride == ManningsDType);
+static_assert(ManningsDType + 1 == FlumeTag);
+static_assert(FlumeTag + TagSize == WeirTag);
 static_assert(WeirTag + TagSize == LevelOffset);
+static_assert(LevelOffset + FloatStride == LevelOffsetType);
+static_assert(LevelOffsetType + 1 == FlowUnits);
+static_assert(FlowUnits + 1 == FlowTop);
+static_assert(FlowTop + FloatStride == VelUnits);
+static_assert(VelUnits + 1 == VelTop);
+static_assert(VelTop + FloatStride == TablePath);
 
 }  // namespace config::image
 

@@ -57,6 +57,19 @@ TEST(LineReader, TheLongestLineIsKeptAndOneByteMoreIsPassedOver) {
     EXPECT_EQ(LinesOf(longest + longest + longest), Lines{});
 }
 
+TEST(LineReader, LinesPassedOverAreCounted) {
+    const std::string longer(LongestLine + 1, 'x');
+    std::istringstream input("a\n" + longer + "\nb\n" + longer);
+    LineReader reader(input);
+    std::string_view line;
+    EXPECT_TRUE(reader.Next(line));
+    EXPECT_EQ(reader.PassedOver(), 0);
+    EXPECT_TRUE(reader.Next(line));
+    EXPECT_EQ(reader.PassedOver(), 1);
+    EXPECT_FALSE(reader.Next(line));
+    EXPECT_EQ(reader.PassedOver(), 2);
+}
+
 TEST(LineReader, ReadsNoFurtherThanItsLimit) {
     EXPECT_EQ(LinesOf("abc\ndef\n", 5), (Lines{"abc", "d"}));
     EXPECT_EQ(LinesOf("abc", 0), Lines{});

@@ -27,6 +27,12 @@ class BookBench : public ::testing::Test {
     [[nodiscard]] std::vector<MessageBox>& Shown() { return console.Outside.Boxes.Shown; }
     void Answer(BoxAnswer answer) { console.Outside.Boxes.Answers.push_back(answer); }
 
+    /// Has the loggers answer nothing to that command.
+    void Refuse(std::uint8_t code) {
+        console.Outside.Network.Faults().OnRequest(
+            code, simulator::Plain(simulator::FaultKind::LoseRequest), 9);
+    }
+
     EntryContext Entries() {
         return {console.State.SettingsRecord,
                 Book(),

@@ -5,6 +5,7 @@
 #include <random>
 #include <sstream>
 
+#include "common/line_reader.h"
 #include "common/path_text.h"
 #include "common/text.h"
 #include "console/book_name.h"
@@ -17,10 +18,10 @@ using testing_support::FileContents;
 using testing_support::FreshFolder;
 using testing_support::WriteFile;
 
-NumberedArray<ClientRadio> Read(const std::string& contents) {
+NumberedArray<ClientRadio> Read(const std::string& contents, int dropped = 0) {
     std::istringstream file(contents);
     NumberedArray<ClientRadio> entries;
-    ReadBook(file, entries);
+    EXPECT_EQ(ReadBook(file, entries), dropped);
     return entries;
 }
 
@@ -54,6 +55,14 @@ TEST(Hex, RefusesWhatIsNone) {
     EXPECT_FALSE(ParseHex("1 2", 3, value)) << "a blank inside";
     EXPECT_FALSE(ParseHex("1G", 2, value));
     EXPECT_EQ(value, 1) << "what the digits before built";
+}
+
+TEST(Hex, ByteIsWhatItsDigitsBuild) {
+    EXPECT_EQ(HexByte("a7"), 0xA7);
+    EXPECT_EQ(HexByte("1G"), 0x01);
+    EXPECT_EQ(HexByte("G1"), 0x00);
+    EXPECT_EQ(HexByte("123"), 0x00);
+    EXPECT_EQ(HexByte(""), 0x00);
 }
 
 TEST(BookName, IsTheFilesNameWithoutFolderOrExtension) {
@@ -135,8 +144,22 @@ TEST(Book, AnEmptyFileOrOneOfBlankLinesIsAnEmptyBook) {
 }
 
 TEST(Book, OtherLinesArePassedOver) {
-    const auto entries = Read("; comment\n" + std::string(Plain) + "\nA, 10\n\"B\"\n");
+    const auto entries = Read("; comment\n" + std::string(Plain) + "\nA, 10\n");
     EXPECT_EQ(entries.UpperBound(), 1);
+}
+
+TEST(Book, LinesThatBeginAsEntriesAndAreNoneAreCounted) {
+    const auto entries = Read("\"B\"\n  \"C, 10\n" + std::string(Plain) + "\n", 2);
+    EXPECT_EQ(entries.UpperBound(), 1);
+}
+
+TEST(Book, ALongNameIsReadUpToTheLongestLine) {
+    const std::string behind = "\", 10, 00A0961F2E3D";
+    const std::string name(LongestLine - 1 - behind.size(), 'n');
+    const auto entries = Read("\"" + name + behind + "\r\n\"" + name + "n" + behind + "\n", 1);
+    ASSERT_EQ(entries.UpperBound(), 1);
+    EXPECT_EQ(entries[1].Name, name);
+    EXPECT_EQ(entries[1].Channel, 0x10);
 }
 
 TEST(Book, TwoEntriesOfOneAddressLoad) {
@@ -151,7 +174,11 @@ TEST(Book, AnyBytesLoadWithoutHarm) {
         for (char& c : contents) {
             c = alphabet[random() % alphabet.size()];
         }
-        for (const ClientRadio& entry : Read(contents)) {
+        std::istringstream file(contents);
+        NumberedArray<ClientRadio> entries;
+        const int dropped = ReadBook(file, entries);
+        EXPECT_LE(dropped + entries.UpperBound(), 200);
+        for (const ClientRadio& entry : entries) {
             EXPECT_EQ(Trim(entry.Name), entry.Name);
         }
     }
@@ -169,7 +196,7 @@ TEST(Book, TheFileEndsWithAnEmptyLine) {
     EXPECT_TRUE(WriteBookFile(path, entries));
     EXPECT_EQ(FileContents(path), std::string(Plain) + "\r\n\"B\", 37, 000000000001\r\n\r\n");
     NumberedArray<ClientRadio> again;
-    ReadBookFile(path, again);
+    EXPECT_EQ(ReadBookFile(path, again), 0);
     EXPECT_EQ(again.UpperBound(), 2);
 }
 
@@ -181,7 +208,7 @@ TEST(Book, WhatCannotBeWrittenFailsWithoutAWord) {
 
 TEST(Book, AMissingFileIsAnEmptyBook) {
     auto entries = Read(Plain);
-    ReadBookFile("/no/such/file.obk", entries);
+    EXPECT_EQ(ReadBookFile("/no/such/file.obk", entries), 0);
     EXPECT_EQ(entries.UpperBound(), 0);
 }
 
@@ -190,7 +217,7 @@ TEST(Book, HoldsNoMoreEntriesThanNumbersCount) {
     for (int i = 0; i < MostEntries + 5; ++i) {
         contents += std::string(Plain) + "\n";
     }
-    EXPECT_EQ(Read(contents).UpperBound(), MostEntries);
+    EXPECT_EQ(Read(contents, 5).UpperBound(), MostEntries);
 }
 
 }  // namespace

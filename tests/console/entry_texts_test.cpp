@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/text.h"
 #include "support/virtual_host.h"
 
 namespace {
@@ -43,14 +44,20 @@ TEST(EntryTextsTest, WizardOffersChannelAndPrefixOfTheLastEntry) {
 
 TEST(KeptNameTest, LosesBlanksAtItsEndsAndLineBreaks) {
     EXPECT_EQ(KeptName("  Pump 3  "), "Pump 3");
-    EXPECT_EQ(KeptName("Pump\r\n3\t"), "Pump  3");
+    EXPECT_EQ(KeptName("Pump\r\n3"), "Pump  3");
+    EXPECT_EQ(KeptName("\nPump 3\r\n"), "Pump 3");
     EXPECT_EQ(KeptName("Gr\xC3\xBC\xC3\x9F"), "Gr\xC3\xBC\xC3\x9F");
     EXPECT_EQ(KeptName("   "), "");
 }
 
+TEST(KeptNameTest, KeepsTabsAndOtherControlCharacters) {
+    EXPECT_EQ(KeptName("Pump\t3"), "Pump\t3");
+    EXPECT_EQ(KeptName("\tPump 3\x07\t"), "\tPump 3\x07\t");
+}
+
 TEST(ValidateNewNameTest, EmptyNameIsMissing) {
     ScriptedBoxes boxes;
-    EXPECT_FALSE(ValidateNewName(BookOf({}), "   ", boxes));
+    EXPECT_FALSE(ValidateNewName(BookOf({}), "   ", ToLower, boxes));
     ASSERT_EQ(boxes.Shown.size(), 1U);
     EXPECT_EQ(boxes.Shown[0].Title, "Missing Client Name");
     EXPECT_EQ(boxes.Shown[0].Text, "You need to enter a name for this client radio.");
@@ -60,24 +67,35 @@ TEST(ValidateNewNameTest, EmptyNameIsMissing) {
 
 TEST(ValidateNewNameTest, NameOfAnotherEntryIsTakenInEitherCase) {
     ScriptedBoxes boxes;
-    EXPECT_FALSE(ValidateNewName(BookOf({"Pump 3"}), " pUMP 3 ", boxes));
+    EXPECT_FALSE(ValidateNewName(BookOf({"Pump 3"}), " pUMP 3 ", ToLower, boxes));
     ASSERT_EQ(boxes.Shown.size(), 1U);
     EXPECT_EQ(boxes.Shown[0].Title, "Name not Unique");
     EXPECT_EQ(boxes.Shown[0].Text,
               "A Client Radio already is configured with the same name.\nYou need to enter a "
               "unique name.");
     EXPECT_EQ(boxes.Shown[0].Icon, BoxIcon::Information);
+    EXPECT_EQ(boxes.Shown[0].Buttons, BoxButtons::Ok);
+}
+
+TEST(ValidateNewNameTest, LettersOfBothNamesAreFoldedAsToldByTheCaller) {
+    const LowerCase foldsUmlaut = [](const std::string& text) {
+        return text == "\xC3\x84" ? std::string("\xC3\xA4") : text;
+    };
+    ScriptedBoxes boxes;
+    EXPECT_FALSE(ValidateNewName(BookOf({"\xC3\xA4"}), "\xC3\x84", foldsUmlaut, boxes));
+    EXPECT_FALSE(ValidateNewName(BookOf({"\xC3\x84"}), "\xC3\xA4", foldsUmlaut, boxes));
+    EXPECT_EQ(boxes.Shown.size(), 2U);
 }
 
 TEST(ValidateNewNameTest, EachMatchIsTold) {
     ScriptedBoxes boxes;
-    EXPECT_FALSE(ValidateNewName(BookOf({"A", "B", "a"}), "a", boxes));
+    EXPECT_FALSE(ValidateNewName(BookOf({"A", "B", "a"}), "a", ToLower, boxes));
     EXPECT_EQ(boxes.Shown.size(), 2U);
 }
 
 TEST(ValidateNewNameTest, EmptyNameIsComparedAllTheSame) {
     ScriptedBoxes boxes;
-    EXPECT_FALSE(ValidateNewName(BookOf({""}), "", boxes));
+    EXPECT_FALSE(ValidateNewName(BookOf({""}), "", ToLower, boxes));
     ASSERT_EQ(boxes.Shown.size(), 2U);
     EXPECT_EQ(boxes.Shown[0].Title, "Missing Client Name");
     EXPECT_EQ(boxes.Shown[1].Title, "Name not Unique");
@@ -85,7 +103,7 @@ TEST(ValidateNewNameTest, EmptyNameIsComparedAllTheSame) {
 
 TEST(ValidateNewNameTest, NewNameIsAccepted) {
     ScriptedBoxes boxes;
-    EXPECT_TRUE(ValidateNewName(BookOf({"Pump 3"}), "Pump 33", boxes));
+    EXPECT_TRUE(ValidateNewName(BookOf({"Pump 3"}), "Pump 33", ToLower, boxes));
     EXPECT_TRUE(boxes.Shown.empty());
 }
 

@@ -128,6 +128,80 @@ INSTANTIATE_TEST_SUITE_P(
                  "windows (this includes minimized windows)?",
                  "Restarting sampling for client window "}));
 
+/// What the log says of the one window of a walk.
+class ForAllOutcomeTest : public ForAllTest {
+ protected:
+    /// Runs the row on the window of entry 1, whose settings are known, and gives the word that
+    /// the log ends its line with.
+    std::string OutcomeOf(Row run) {
+        window = console.OpenWindow(1);
+        window->Valid = True;
+        run(console.ForAll());
+        const std::string& text = console.Log.Text;
+        const std::size_t from = text.find("...") + 3;
+        return text.substr(from, text.find('\n') - from);
+    }
+
+    std::shared_ptr<FakeClientWindow> window;
+};
+
+TEST_F(ForAllOutcomeTest, RestartedSamplingIsFollowedByTheSettings) {
+    EXPECT_EQ(OutcomeOf(RestartSamplingForAll), "OK");
+    EXPECT_EQ(window->SettingsReads, 1);
+    EXPECT_EQ(window->Valid, True);
+}
+
+TEST_F(ForAllOutcomeTest, RestartedSamplingIsOkThoughTheSettingsThenFail) {
+    constexpr std::uint8_t VersionCommand = 0x0F;
+    Refuse(VersionCommand);
+    EXPECT_EQ(OutcomeOf(RestartSamplingForAll), "OK");
+    EXPECT_EQ(window->SettingsReads, 1);
+    EXPECT_EQ(window->Valid, False);
+}
+
+TEST_F(ForAllOutcomeTest, RefusedRestartFailsAndReadsNoSettings) {
+    constexpr std::uint8_t RestartCommand = 0x0B;
+    Refuse(RestartCommand);
+    EXPECT_EQ(OutcomeOf(RestartSamplingForAll), "FAIL");
+    EXPECT_EQ(window->SettingsReads, 0);
+}
+
+TEST_F(ForAllOutcomeTest, RefusedClockFailsThoughStatusAndClockCanBeRead) {
+    constexpr std::uint8_t SetTimeCommand = 0x01;
+    Refuse(SetTimeCommand);
+    EXPECT_EQ(OutcomeOf(SyncTimeForAll), "FAIL");
+    EXPECT_EQ(window->StatusReads, 1);
+    EXPECT_NE(window->State.LoggerTime, "");
+    EXPECT_NE(window->State.LoggerTime, "00/00/00 00:00:00");
+}
+
+TEST_F(ForAllOutcomeTest, ClearedHistoryFailsWithoutItsStatus) {
+    constexpr std::uint8_t StatusCommand = 0x0C;
+    Refuse(StatusCommand);
+    EXPECT_EQ(OutcomeOf(ClearHistoryForAll), "FAIL");
+    EXPECT_EQ(window->StatusReads, 1);
+    EXPECT_EQ(Logger(1).RecordsAt(console.Outside.Time.Now()), 0U);
+}
+
+TEST_F(ForAllOutcomeTest, RefusedClearFailsWithoutAskingForTheStatus) {
+    constexpr std::uint8_t ClearCommand = 0x04;
+    Refuse(ClearCommand);
+    EXPECT_EQ(OutcomeOf(ClearHistoryForAll), "FAIL");
+    EXPECT_EQ(window->StatusReads, 0);
+}
+
+TEST_F(ForAllOutcomeTest, SampleThatMissesItsTimeLimitIsOkAndFilesNothing) {
+    console.Outside.Time.In(1500 * Millisecond, [this] {
+        EXPECT_EQ(Modes().SingleSample, 2) << "between the two requests";
+        Modes().SampleTicks = 20;
+    });
+    EXPECT_EQ(OutcomeOf(GetSampleForAll), "OK");
+    EXPECT_TRUE(window->Points.empty());
+    EXPECT_EQ(Modes().SingleSample, 0);
+    EXPECT_EQ(Modes().SingleSampleTicks, 0);
+    ExpectAtRest();
+}
+
 class ForAllRowTest : public ForAllTest, public ::testing::WithParamInterface<Row> {};
 
 TEST_P(ForAllRowTest, WithoutWindowsTellsSo) {

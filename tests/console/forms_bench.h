@@ -15,22 +15,11 @@
 #include <vector>
 
 #include "platform/qt/text_qt.h"
+#include "support/qt/find_control.h"
 
 namespace forms_bench {
 
-/// The control of that name in the window; a wrong name fails with those that exist.
-template <typename Control = QWidget>
-Control* Find(const QWidget& window, const std::string& name) {
-    auto* control = window.findChild<Control*>(ToQt(name));
-    if (control == nullptr) {
-        std::string names;
-        for (const QWidget* child : window.findChildren<QWidget*>()) {
-            names += FromQt(child->objectName()) + " ";
-        }
-        throw std::logic_error("no control " + name + " among " + names);
-    }
-    return control;
-}
+using testing_support::Find;
 
 /// Clicks where the control stands, through its window, as a mouse does.
 inline void Click(QWidget& window, const std::string& name) {

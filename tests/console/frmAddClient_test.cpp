@@ -67,6 +67,25 @@ TEST_F(frmAddClient1Test, EnterAndTabAreRefusedWithATakenName) {
     EXPECT_EQ(boxes.Shown.size(), 2U);
 }
 
+TEST_F(frmAddClient1Test, NameIsTakenInEitherCaseOfAnyLetter) {
+    book.Entries[1].Name = "Düker Süd";
+    Find<QLineEdit>(form, "txtClientRadioName")->setText(QStringLiteral("DÜKER SÜD"));
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(form.isVisible());
+    ASSERT_EQ(boxes.Shown.size(), 1U);
+    EXPECT_EQ(boxes.Shown[0].Title, "Name not Unique");
+}
+
+TEST_F(frmAddClient1Test, NameOfBytesThatAreNoTextIsThatOfNoOther) {
+    book.Entries[1].Name =
+        "S\xFC"
+        "d";
+    Find<QLineEdit>(form, "txtClientRadioName")->setText(ToQt(book.Entries[1].Name));
+    Press(Qt::Key_Return);
+    EXPECT_EQ(form.Tag, "NEXT");
+    EXPECT_TRUE(boxes.Shown.empty());
+}
+
 TEST_F(frmAddClient1Test, CancelLeavesWithoutValidating) {
     Click(form, "cmdCancel");
     EXPECT_FALSE(form.isVisible());
@@ -148,8 +167,44 @@ TEST_F(frmAddClient2Test, Typing15InMac2MovesToMac3WithItsWholeTextSelected) {
     EXPECT_EQ(Text("txtMAC(2)"), QStringLiteral("15"));
 }
 
+TEST_F(frmAddClient2Test, PastedTextIsCutToTheTwoCharactersOfTheChannel) {
+    QApplication::clipboard()->setText(QStringLiteral("1 2"));
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Text("txtChannel"), QStringLiteral("01")) << "a digit with its blank is a number";
+    EXPECT_EQ(Focused(), "txtMAC(0)");
+    EXPECT_TRUE(boxes.Shown.empty());
+}
+
+TEST_F(frmAddClient2Test, PastedLetterOfTwoBytesIsOneCharacter) {
+    Find<QLineEdit>(form, "txtMAC(0)")->setFocus();
+    QApplication::clipboard()->setText(QStringLiteral("ä"));
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Text("txtMAC(0)"), QStringLiteral("ä"));
+    EXPECT_TRUE(boxes.Shown.empty());
+    EXPECT_EQ(Focused(), "txtMAC(0)");
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(boxes.Shown.size(), 1U);
+}
+
+TEST_F(frmAddClient2Test, LetterWithAltOrMetaIsNoTypedKey) {
+    for (const Qt::KeyboardModifier held : {Qt::AltModifier, Qt::MetaModifier}) {
+        for (const Qt::Key key : {Qt::Key_G, Qt::Key_A, Qt::Key_5}) {
+            Press(key, held);
+            EXPECT_EQ(Text("txtChannel"), QStringLiteral("10"));
+        }
+    }
+    EXPECT_TRUE(boxes.Shown.empty());
+    Press(Qt::Key_M, Qt::AltModifier);
+    EXPECT_EQ(Focused(), "txtMAC(0)") << "the letter of its caption";
+}
+
+TEST_F(frmAddClient2Test, ControlWithAltTypesAsItDoesOnSomeKeyboards) {
+    Press(Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_EQ(Text("txtChannel"), QStringLiteral("10"));
+    EXPECT_EQ(boxes.Shown.size(), 1U);
+}
+
 TEST_F(frmAddClient2Test, PastedTextWithABlankReachesTheValidation) {
-    // Two characters fit into the channel; "1 " pasted is one digit with a blank.
     Find<QLineEdit>(form, "txtMAC(0)")->setFocus();
     QApplication::clipboard()->setText(QStringLiteral("1 2"));
     Press(Qt::Key_V, Qt::ControlModifier);

@@ -1,7 +1,7 @@
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <cstdio>
+#include <ctime>
 
 #include "console/book_operations.h"
 #include "console/frmEditClient.h"
@@ -16,7 +16,13 @@ using namespace testing_support;
 class LargeBookTest : public frmMainConsoleTest {
  protected:
     static constexpr int Entries = 10000;
-    static constexpr int VisibleDelay = 50;  // milliseconds
+    // Milliseconds that nobody notices. A build to be looked into is slower, yet a step that looks
+    // at all entries for each entry would take it seconds.
+#ifdef NDEBUG
+    static constexpr int VisibleDelay = 50;
+#else
+    static constexpr int VisibleDelay = 1000;
+#endif
 
     LargeBookTest() {
         for (int number = 4; number <= Entries; ++number) {
@@ -37,15 +43,13 @@ class LargeBookTest : public frmMainConsoleTest {
 
     template <typename Work>
     void Measure(const char* what, Work work) {
-        QElapsedTimer timer;
-        timer.start();
+        // Processor time: what else the machine does meanwhile is no matter.
+        const std::clock_t start = std::clock();
         work();
         QCoreApplication::processEvents();
-        const double took = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+        const double took = static_cast<double>(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
         std::printf("book of %d entries: %-7s %6.2f ms\n", Entries, what, took);
-#ifdef NDEBUG
         EXPECT_LT(took, VisibleDelay) << what;
-#endif
     }
 };
 

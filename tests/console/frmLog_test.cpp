@@ -48,7 +48,7 @@ TEST_F(frmLogTest, OpensEmptyWithTheFocusOnCancel) {
     EXPECT_TRUE(log.LogWindowOpen());
     EXPECT_EQ(Form().windowTitle(), QStringLiteral("Multiple Client Operation Log"));
     EXPECT_EQ(Text(), QString());
-    EXPECT_EQ(Caption(), QStringLiteral("&Cancel"));
+    EXPECT_EQ(Caption(), QStringLiteral("Canc&el"));
     EXPECT_EQ(Focused(), "cmdClose");
     EXPECT_TRUE(Find<QPlainTextEdit>(Form(), "txtLog")->isReadOnly());
 }
@@ -77,7 +77,7 @@ TEST_F(frmLogTest, CloseHidesTheLogAndTheNextWalkEmptiesIt) {
     log.OpenLog();
     log.AppendLog("Done\n");
     log.EndLog();
-    EXPECT_EQ(Caption(), QStringLiteral("&Close"));
+    EXPECT_EQ(Caption(), QStringLiteral("Clos&e"));
     Click(Form(), "cmdClose");
     EXPECT_FALSE(Form().isVisible());
     EXPECT_TRUE(log.LogWindowOpen()) << "hidden, but loaded";
@@ -86,7 +86,7 @@ TEST_F(frmLogTest, CloseHidesTheLogAndTheNextWalkEmptiesIt) {
     EXPECT_EQ(&Form(), before);
     EXPECT_TRUE(Form().isVisible());
     EXPECT_EQ(Text(), QString());
-    EXPECT_EQ(Caption(), QStringLiteral("&Cancel"));
+    EXPECT_EQ(Caption(), QStringLiteral("Canc&el"));
     EXPECT_FALSE(log.CancelRequested());
 }
 

@@ -6,6 +6,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressBar>
@@ -21,6 +22,7 @@
 #include "console/frmSignalLevel.h"
 #include "link/frmConnectSetup.h"
 #include "main_console_bench.h"
+#include "support/qt/as_soon_as.h"
 
 namespace {
 
@@ -48,9 +50,14 @@ TEST_F(frmMainConsoleTest, MenusReadAsTheyAreTold) {
         {"cmdForAll", "mnuClearHistoryFACW", "Clear History for All Client Windows"},
         {"cmdForAll", "mnuSyncFACW", "Sync Time for All Client Windows"},
         {"cmdForAll", "mnuStartupFACW", "Restart Sampling for All Client Windows"},
+        {"mnuClientPopup", "mnuClientGetSettings", "Get Sample"},
+        {"mnuClientPopup", "mnuClientSampleContinuously", "Sample Continuously"},
         {"mnuClientPopup", "mnuClientSignalLevel", "Signal Level"},
+        {"mnuClientPopup", "mnuClientGetHistory", "Get History"},
         {"mnuClientPopup", "mnuClientClearHistory", "Clear History"},
         {"mnuClientPopup", "mnuClientSyncTime", "Sync Time"},
+        {"mnuClientPopup", "mnuClientSetup", "Setup"},
+        {"mnuClientPopup", "mnuClientFirmwareVersion", "Firmware Version"},
         {"mnuClientPopup", "mnuClientResetPulseAccs", "Reset Pulse Accumulators"}};
     for (const RowText& row : rows) {
         EXPECT_EQ(Row(row.Name).text(), QLatin1String(row.Text));
@@ -62,6 +69,23 @@ TEST_F(frmMainConsoleTest, MenusReadAsTheyAreTold) {
               QStringLiteral("  &Client"));
     EXPECT_EQ(forms_bench::Find<QMenu>(*window_, "cmdForAll")->title(),
               QStringLiteral("  For &All...  "));
+}
+
+TEST_F(frmMainConsoleTest, NoLetterOfTheLogIsThatOfAMenuOrButton) {
+    frmLog log;
+    auto* button = forms_bench::Find<QPushButton>(log, "cmdClose");
+    std::vector<QKeySequence> letters{QKeySequence::mnemonic(button->text())};
+    log.EndWalk();
+    letters.push_back(QKeySequence::mnemonic(button->text()));
+    for (const QKeySequence& letter : letters) {
+        ASSERT_FALSE(letter.isEmpty());
+        for (const QAction* menu : window_->menuBar()->actions()) {
+            EXPECT_NE(QKeySequence::mnemonic(menu->text()), letter) << FromQt(menu->text());
+        }
+        for (const QPushButton* other : window_->findChildren<QPushButton*>()) {
+            EXPECT_NE(QKeySequence::mnemonic(other->text()), letter) << FromQt(other->text());
+        }
+    }
 }
 
 TEST_F(frmMainConsoleTest, OneClickOpensAClientAndTheNextBringsItForward) {
@@ -188,8 +212,9 @@ TEST_F(frmMainConsoleTest, CancelPressedDuringAWalkEndsItAtTheNextWindow) {
     ClickItem(1);
     ClickItem(2);
     AwaitCommands();
-    QTimer::singleShot(30, window_.get(),
-                       [this] { forms_bench::Click(*window_->findChild<frmLog*>(), "cmdClose"); });
+    const AsSoonAs cancel(
+        [this] { return WalkIsOn("Syncing time for client window Site 1..."); },
+        [this] { forms_bench::Click(*window_->findChild<frmLog*>(), "cmdClose"); });
     Choose("mnuSyncFACW");
     const QString text =
         forms_bench::Find<QPlainTextEdit>(*window_->findChild<frmLog*>(), "txtLog")->toPlainText();
@@ -202,18 +227,21 @@ TEST_F(frmMainConsoleTest, LogClosedByItsFrameDuringAWalkDoesNoHarm) {
     ClickItem(1);
     ClickItem(2);
     AwaitCommands();
-    QTimer::singleShot(30, window_.get(), [this] { window_->findChild<frmLog*>()->close(); });
+    bool closed = false;
+    const AsSoonAs close([this] { return WalkIsOn("Getting sample for client window Site 1..."); },
+                         [&] { closed = window_->findChild<frmLog*>()->close(); });
     Choose("mnuGetSettingsFACW");
+    EXPECT_TRUE(closed);
     EXPECT_EQ(window_->findChild<frmLog*>(), nullptr);
     ExpectAtRest();
 }
 
 TEST_F(frmMainConsoleTest, WindowsClosedInAnyWaitOfAWalkDoNoHarm) {
-    for (int moment = 5; moment <= 200; moment += 15) {
+    for (int moment = 100; moment <= 4000; moment += 300) {
         ClickItem(1);
         ClickItem(2);
         AwaitCommands();
-        QTimer::singleShot(moment, window_.get(), [this] {
+        host_.Virtual.Time.In(moment * Millisecond, [this] {
             for (QMdiSubWindow* window : forms_bench::Find<QMdiArea>(*window_, "MDIArea")
                                              ->subWindowList(QMdiArea::StackingOrder)) {
                 window->close();
@@ -286,6 +314,13 @@ TEST_F(frmMainConsoleTest, CancelledSettingsLeaveTheConnection) {
 
 // ----- the signal monitor
 
+/// Whether the monitor's loop has begun to show levels.
+bool MonitorPolls() {
+    const auto* form = qobject_cast<frmSignalLevel*>(QApplication::activeModalWidget());
+    return form != nullptr &&
+           forms_bench::Find<QLabel>(*form, "lblDBm")->text() == QStringLiteral("-62 DBm");
+}
+
 TEST_F(frmMainConsoleTest, MonitorShowsLevelAndNextRadioUntilExit) {
     state_.Book.Entries[2].Name = "North & South";
     ClickItem(1);
@@ -330,11 +365,10 @@ TEST_F(frmMainConsoleTest, FrameOfARunningMonitorIsRefusedAndEndsIt) {
     ClickItem(1);
     AwaitCommands();
     bool refused = false;
-    const ModalAnswer<frmSignalLevel> watch([&](frmSignalLevel& form) {
-        QTimer::singleShot(20, &form, [&] {
-            EXPECT_FALSE(forms_bench::Find(form, "cmdNext")->isEnabled());
-            refused = !form.close() && form.isVisible();
-        });
+    const AsSoonAs close(MonitorPolls, [&] {
+        QWidget& form = *QApplication::activeModalWidget();
+        EXPECT_FALSE(forms_bench::Find(form, "cmdNext")->isEnabled());
+        refused = !form.close() && form.isVisible();
     });
     Click("cmdSignalLevel");
     EXPECT_TRUE(refused);
@@ -345,11 +379,9 @@ TEST_F(frmMainConsoleTest, EscapeEndsTheMonitorAndItCanBeShownAgain) {
     ClickItem(1);
     AwaitCommands();
     for (int showing = 0; showing < 2; ++showing) {
-        const ModalAnswer<frmSignalLevel> watch([](frmSignalLevel& form) {
-            QTimer::singleShot(20, &form, [] { Press(Qt::Key_Escape); });
-        });
+        const AsSoonAs escape(MonitorPolls, [] { Press(Qt::Key_Escape); });
         Click("cmdSignalLevel");
-        EXPECT_TRUE(watch.Given());
+        EXPECT_TRUE(escape.Done());
         ExpectAtRest();
         AwaitCommands();
     }

@@ -64,6 +64,7 @@ TEST(ValidateHexFieldTest, ChannelLiesBetween00And37) {
     EXPECT_EQ(boxes.Shown[0].Title, "Bad Channel Number");
     EXPECT_EQ(boxes.Shown[0].Text, "Channel number is not a valid hex number between 00 and 37");
     EXPECT_EQ(boxes.Shown[0].Icon, BoxIcon::Exclamation);
+    EXPECT_EQ(boxes.Shown[0].Buttons, BoxButtons::Ok);
 }
 
 TEST(ValidateHexFieldTest, MacLiesBetween00AndFF) {
@@ -75,6 +76,7 @@ TEST(ValidateHexFieldTest, MacLiesBetween00AndFF) {
     EXPECT_EQ(boxes.Shown[0].Title, "Bad MAC Number");
     EXPECT_EQ(boxes.Shown[0].Text, "MAC number is not a valid hex number between 00 and FF");
     EXPECT_EQ(boxes.Shown[0].Icon, BoxIcon::Exclamation);
+    EXPECT_EQ(boxes.Shown[0].Buttons, BoxButtons::Ok);
 }
 
 TEST(ValidateHexFieldTest, PastedTextWithABlankInsideIsRefused) {
@@ -99,12 +101,12 @@ TEST(HexFocusTest, FocusArmsAFieldAndSelectsItOnce) {
 TEST(HexFocusTest, OnlyTheArmedFieldIsComplete) {
     HexFocus focus;
     focus.Gained(FirstMacField);
-    EXPECT_FALSE(focus.IsComplete(FirstMacField, "1"));
-    EXPECT_TRUE(focus.IsComplete(FirstMacField, "12"));
-    EXPECT_TRUE(focus.IsComplete(FirstMacField, "123"));
-    EXPECT_FALSE(focus.IsComplete(FirstMacField + 1, "12"));
+    EXPECT_FALSE(focus.IsComplete(FirstMacField, 1));
+    EXPECT_TRUE(focus.IsComplete(FirstMacField, 2));
+    EXPECT_TRUE(focus.IsComplete(FirstMacField, 3));
+    EXPECT_FALSE(focus.IsComplete(FirstMacField + 1, 2));
     focus.Disarm();
-    EXPECT_FALSE(focus.IsComplete(FirstMacField, "12"));
+    EXPECT_FALSE(focus.IsComplete(FirstMacField, 2));
 }
 
 TEST(HexFocusTest, ActivationDoesNotArmAFieldThatWasGood) {

@@ -128,6 +128,30 @@ TEST_F(LoggerOperations, FirmwareVersionTellsTheNumber) {
     ExpectAtRest();
 }
 
+TEST_F(LoggerOperations, FirmwareVersionOfASilentLoggerIsThatOfTheWindow) {
+    const auto window = OpenSite(1);
+    window->State.FirmwareVersion = 17;
+    console_.Outside.Network.Loggers().front()->Silence();
+    ShowFirmwareVersion(console_.Operation());
+    ASSERT_EQ(console_.Outside.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(console_.Outside.Boxes.Shown[0].Text, "Logger firmware version = 17");
+    EXPECT_EQ(window->SettingsReads, 1);
+    ExpectAtRest();
+}
+
+TEST_F(LoggerOperations, SampleThatMissesItsTimeLimitIsNotFiled) {
+    const auto window = OpenSite(1);
+    console_.Outside.Time.In(1500 * Millisecond, [this] {
+        EXPECT_EQ(console_.State.SamplingRecord.SingleSample, 2) << "between the two requests";
+        console_.State.SamplingRecord.SampleTicks = 20;
+    });
+    GetSample(console_.Operation());
+    EXPECT_EQ(window->SettingsReads, 1);
+    EXPECT_TRUE(window->Points.empty());
+    EXPECT_EQ(console_.State.SamplingRecord.SingleSampleTicks, 0);
+    ExpectAtRest();
+}
+
 /// Something that happens inside a wait of an operation.
 struct Interruption {
     const char* Name;

@@ -7,6 +7,12 @@ namespace {
 using namespace testing_support;
 using Order = void (*)(const OperationContext&);
 
+constexpr std::uint8_t GetTimeCommand = 0x00;
+constexpr std::uint8_t SetTimeCommand = 0x01;
+constexpr std::uint8_t ClearCommand = 0x04;
+constexpr std::uint8_t StatusCommand = 0x0C;
+constexpr std::uint8_t ResetCommand = 0x0E;
+
 class LoggerOrdersTest : public BookBench {
  protected:
     LoggerOrdersTest() { console.Connect(); }
@@ -29,9 +35,6 @@ class LoggerOrdersTest : public BookBench {
         EXPECT_EQ(console.View.Shape, Pointer::Normal);
     }
 };
-
-constexpr std::uint8_t ClearCommand = 0x04;
-constexpr std::uint8_t ResetCommand = 0x0E;
 
 TEST_F(LoggerOrdersTest, SyncTimeAsksThenSetsTheClock) {
     console.OpenWindow(1);
@@ -64,6 +67,18 @@ TEST_F(LoggerOrdersTest, SyncTimeReadsStatusAndClockBehindIt) {
     EXPECT_FALSE(window->State.LoggerTime.empty());
 }
 
+TEST_F(LoggerOrdersTest, RefusedClockIsFollowedByStatusAndClockAllTheSame) {
+    const auto window = console.OpenWindow(1);
+    window->Valid = True;
+    Refuse(SetTimeCommand);
+    SyncTime(console.Operation());
+    EXPECT_EQ(window->StatusReads, 1);
+    EXPECT_EQ(Requests(1, StatusCommand), 1);
+    EXPECT_EQ(Requests(1, GetTimeCommand), 1);
+    EXPECT_EQ(Shown().size(), 1U) << "the question alone";
+    ExpectAtRest();
+}
+
 TEST_F(LoggerOrdersTest, SettingsAreReadFirstWhereTheyAreUnknown) {
     const auto window = console.OpenWindow(1);
     ClearHistory(console.Operation());
@@ -80,6 +95,7 @@ TEST_F(LoggerOrdersTest, UnreadableSettingsAreToldUnderTheTitleOfTheUpload) {
         EXPECT_EQ(Shown()[1].Title, "Get History Data");
         EXPECT_EQ(Shown()[1].Text, "Error: unable to read logger settings!");
         EXPECT_EQ(Shown()[1].Icon, BoxIcon::Information);
+        EXPECT_EQ(Shown()[1].Buttons, BoxButtons::Ok);
         Shown().clear();
         ExpectAtRest();
     }
@@ -110,11 +126,12 @@ TEST_F(LoggerOrdersTest, NoToClearHistoryLeavesTheLoggerUntouched) {
 
 TEST_F(LoggerOrdersTest, QuestionComesOnlyOnceTheRadioIsSelected) {
     console.OpenWindow(1);
+    console.State.LinkRecord.LinkState = LinkNormal;
     console.Outside.Network.Radio().Silence();
     ClearHistory(console.Operation());
-    for (const MessageBox& box : Shown()) {
-        EXPECT_EQ(box.Buttons, BoxButtons::Ok) << box.Text;
-    }
+    ASSERT_EQ(Shown().size(), 1U);
+    EXPECT_EQ(Shown()[0].Title, "Server Connection Error");
+    EXPECT_EQ(Shown()[0].Buttons, BoxButtons::Ok);
     ExpectAtRest();
 }
 
@@ -186,22 +203,6 @@ TEST_F(LoggerOrdersTest, EntryEditedWhileItsRadioIsSelectedIsSelectedAsItWas) {
     });
     GetSample(console.Operation());
     EXPECT_EQ(console.State.LinkRecord.CurrentMAC[2], 1);
-}
-
-TEST_F(LoggerOrdersTest, WindowClosedInEveryWaitOfAnOrderDoesNoHarm) {
-    for (int moment = 1; moment < 40; ++moment) {
-        const auto window = console.OpenWindow(1);
-        console.Outside.Time.In(moment * 100 * Millisecond, [window] {
-            if (window->Index != 0) {
-                window->Unload();
-            }
-            window->Index = 0;
-        });
-        SyncTime(console.Operation());
-        console.Outside.Time.Run(5 * Second);
-        ExpectAtRest();
-        EXPECT_EQ(Entry(1).WindowIndex, NoWindow);
-    }
 }
 
 TEST(LoggerTimeTextTest, HasTwoDigitsEverywhereAndABlankBehindTheYear) {

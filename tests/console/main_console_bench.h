@@ -4,12 +4,14 @@
 #include <QAction>
 #include <QDragMoveEvent>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
 #include "app/frmMain_fixture.h"
 #include "console/frmClientList.h"
+#include "console/frmLog.h"
 #include "console/list_drop.h"
 #include "forms_bench.h"
 #include "support/qt/modal_answer.h"
@@ -67,6 +69,15 @@ class frmMainConsoleTest : public MainWindowTest {
         ASSERT_TRUE(RunEventsUntil([&] { return Row(name).isEnabled(); }));
     }
     void AwaitCommands() { AwaitRow("mnuGetSettingsFACW"); }
+
+    /// Whether a walk over all windows has logged that text.
+    bool WalkIsOn(const char* text) {
+        const auto* log = window_->findChild<frmLog*>();
+        return state_.OperationsRecord.ForAllActive != False && log != nullptr &&
+               forms_bench::Find<QPlainTextEdit>(*log, "txtLog")
+                   ->toPlainText()
+                   .contains(QLatin1String(text));
+    }
 
     std::string Names() {
         std::string names;

@@ -32,6 +32,7 @@ class Storm final : private EntryDialogs, private SignalMonitorDialog, private S
     /// What is still busy; empty if nothing is.
     [[nodiscard]] std::string FaultOfRest() const;
 
+    /// Actions that the operator could do: no dialog stood, and the program was not closing.
     [[nodiscard]] int ActionsDone() const { return done_; }
     [[nodiscard]] const std::string& FirstFault() const { return firstFault_; }
 

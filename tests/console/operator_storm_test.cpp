@@ -78,9 +78,9 @@ void Storm::Act() {
     if (Draw(400) == 0) {
         CloseProgram();
     } else if (modal_ == 0 && console_.State.LinkRecord.ShuttingDown == False) {
+        ++done_;
         (this->*action)();
     }
-    ++done_;
     if (firstFault_.empty()) {
         firstFault_ = FaultOfBook();
     }
@@ -372,6 +372,7 @@ std::string Storm::FaultOfRest() const {
     expect(state.SamplingRecord.StepRuns == False, "StepRuns ");
     expect(state.SamplingRecord.SingleSample == 0, "SingleSample ");
     expect(state.SamplingRecord.ContinuousMode == SamplingIdle, "ContinuousMode ");
+    expect(state.SamplingRecord.StopContinuous == False, "StopContinuous ");
     expect(console_.View.Shape == Pointer::Normal, "pointer ");
     expect(modal_ == 0, "modal ");
     return fault;
@@ -440,6 +441,7 @@ int FromEnvironment(const char* name, int usual) {
 // ORVIA_STORM_ROUNDS plays more of them, from ORVIA_STORM_SEED on.
 TEST(OperatorStormTest, AnythingAtAnyMomentLeavesAllConsistent) {
     constexpr int ActionsOfARound = 120;
+    constexpr int LeastActionsOfARound = 45;
     const int rounds = FromEnvironment("ORVIA_STORM_ROUNDS", 200);
     const int first = FromEnvironment("ORVIA_STORM_SEED", 1);
     std::cout << "operator storm: " << rounds << " rounds from seed " << first << std::endl;
@@ -453,7 +455,8 @@ TEST(OperatorStormTest, AnythingAtAnyMomentLeavesAllConsistent) {
         ASSERT_EQ(storm.FaultOfBook(), "");
         actions += storm.ActionsDone();
     }
-    EXPECT_GT(actions, rounds * ActionsOfARound / 2);
+    std::cout << "operator storm: " << actions << " actions done" << std::endl;
+    EXPECT_GT(actions, rounds * LeastActionsOfARound);
 }
 
 }  // namespace

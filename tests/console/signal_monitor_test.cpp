@@ -46,7 +46,7 @@ class SignalMonitorTest : public BookBench {
     SignalMonitorTest() { console.Connect(); }
 
     /// Ends the monitor once so many levels were shown; `at` happens with each of them before.
-    void StopAfter(int rounds, std::function<void(int)> at = nullptr) {
+    void StopAfter(int rounds, const std::function<void(int)>& at = nullptr) {
         monitor.WhenShown = [this, rounds, at](int round) {
             if (at) {
                 at(round);
@@ -195,6 +195,25 @@ TEST_F(SignalMonitorTest, RadioThatCannotBeSelectedShowsNoMonitor) {
     console.Outside.Network.Radio().Silence();
     Show();
     EXPECT_TRUE(monitor.Names.empty());
+    ExpectAtRest();
+}
+
+TEST_F(SignalMonitorTest, WithoutAnActiveWindowNothingIsShown) {
+    console.OpenWindow(1)->Active = False;
+    Show();
+    EXPECT_TRUE(monitor.Names.empty());
+    EXPECT_EQ(monitor.Hidden, 0);
+    EXPECT_TRUE(Shown().empty());
+    ExpectAtRest();
+}
+
+TEST_F(SignalMonitorTest, WhileALoggerIsSampledNothingIsShown) {
+    console.OpenWindow(1);
+    console.State.SamplingRecord.ContinuousMode = ContinuousSecondRequest;
+    Show();
+    EXPECT_TRUE(monitor.Names.empty());
+    EXPECT_EQ(console.State.SamplingRecord.ContinuousMode, ContinuousSecondRequest);
+    EXPECT_TRUE(Shown().empty());
     ExpectAtRest();
 }
 

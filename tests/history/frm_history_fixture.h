@@ -16,25 +16,11 @@
 #include "history/frmHistory.h"
 #include "history/frmHistoryList.h"
 #include "history/sample_history.h"
-#include "platform/qt/text_qt.h"
+#include "support/qt/find_control.h"
 #include "support/qt/modal_answer.h"
 #include "support/virtual_console.h"
 
 namespace testing_support {
-
-/// The control of that name; a wrong name fails with those that exist.
-template <typename Control = QWidget>
-Control* Find(const QWidget& window, const std::string& name) {
-    auto* control = window.findChild<Control*>(ToQt(name));
-    if (control == nullptr) {
-        std::string names;
-        for (const QWidget* child : window.findChildren<QWidget*>()) {
-            names += FromQt(child->objectName()) + " ";
-        }
-        throw std::logic_error("no control " + name + " among " + names);
-    }
-    return control;
-}
 
 inline void Click(const QWidget& window, const std::string& button) {
     QTest::mouseClick(Find(window, button), Qt::LeftButton);

@@ -7,6 +7,7 @@
 #include <random>
 
 #include "common/fault.h"
+#include "filled_state.h"
 #include "logger/float24.h"
 #include "logger/image_bytes.h"
 #include "logger/settings_transfer.h"
@@ -92,68 +93,56 @@ TEST(ImageBytes, BytesThatAreNoCharactersReadAsBlanks) {
     EXPECT_EQ(config::GetString(Bytes(4, 0), 0, 4), "");
 }
 
-/// A record with a value of its own in every field.
-LoggerState Filled() {
-    LoggerState state;
-    state.NumAnalogChannels = 3;
-    state.NumDigitalChannels = 2;
-    state.SODAvailable = True;
-    SetDefaultSettings(state);
-    state.LoggerName = "Pump 3";
-    state.SampleInterval = "5 minutes";
-    state.FixedBaudRate = 3;
-    state.SensorWarmupTime = 12;
-    state.AlarmSec = {5, 6};
-    state.AlarmMin = {15, 16};
-    state.AlarmHour = {23, 0};
-    state.AlarmEnable = {1, 0};
-    state.LoggingStyle = 130;
-    state.Deadband = 300;
-    state.EnableSOD = 1;
-    state.AnalogEnable = {1, 0, 1, 0, 0, 0, 0, 0};
-    state.RawScaleLower[1] = 513;
-    state.LowerLimit[0] = -2.5;
-    state.FlowMode = 2;
-    state.FlumeTag = "P6";
-    state.WeirTag = "V90";
-    state.LevelOffset = -1.5;
-    state.LevelOffsetType = 3;
-    state.FlowUnits = 4;
-    state.VelUnits = 1;
-    state.TablePath = "demo.tbl";
-    return state;
-}
-
 Bytes Encoded(const LoggerState& state) {
     Bytes image;
     EXPECT_TRUE(config::EncodeSettingsImage(state, image));
     return image;
 }
 
-TEST(SettingsImage, PutsEachFieldAtItsOffset) {
+TEST(SettingsImage, PutsEachGeneralFieldAtItsOffset) {
     const Bytes image = Encoded(Filled());
     ASSERT_EQ(image.size(), 458U);
     EXPECT_EQ(config::GetString(image, 0, 32), "Pump 3");
     EXPECT_EQ(Bytes(image.begin() + 32, image.begin() + 48),
-              (Bytes{5, 0, 1, 3, 2, 0x05, 0x03, 3 * 2 + 1, 0xE0, 0x2E, 1, 0, 1, 130, 0x2C, 0x01}));
-    EXPECT_EQ(config::GetString(image, 48 + 2 * 9, 9), "Volts");
+              (Bytes{5, 0, 1, 3, 2, 0x05, 0x02, 3 * 2 + 1, 0xE0, 0x2E, 1, 0, 1, 130, 0x2C, 0x01}));
     EXPECT_EQ(Bytes(image.begin() + 138, image.begin() + 146),
               (Bytes{0x05, 0x15, 0x23, 0x80, 0x06, 0x16, 0x00, 0x80}));
-    EXPECT_EQ(image[146], 2);
-    EXPECT_EQ(config::GetU16(image, 156 + 2), 513);
-    EXPECT_EQ(config::GetU16(image, 172 + 4), 62384);
+}
+
+TEST(SettingsImage, PutsEachFieldOfAChannelAtItsOffset) {
+    const Bytes image = Encoded(Filled());
+    for (int i = 0; i < 10; ++i) {
+        EXPECT_EQ(config::GetString(image, 48 + 9 * i, 9), "Unit " + std::to_string(i));
+        EXPECT_EQ(config::GetByte(image, 146 + i), 9 - i);
+    }
+    for (int i = 0; i < 8; ++i) {
+        EXPECT_EQ(config::GetU16(image, 156 + 2 * i), 513 + i);
+        EXPECT_EQ(config::GetU16(image, 172 + 2 * i), 62384 + i);
+        EXPECT_EQ(config::GetFloat24(image, 194 + 3 * i), -2.5 - i);
+        EXPECT_EQ(config::GetFloat24(image, 218 + 3 * i), 24 + i);
+        EXPECT_EQ(config::GetFloat24(image, 242 + 3 * i), -3 - i);
+        EXPECT_EQ(config::GetFloat24(image, 266 + 3 * i), 100 + i);
+    }
     EXPECT_EQ(config::GetFloat24(image, 188), 1);
-    EXPECT_EQ(config::GetFloat24(image, 194), -2.5);
-    EXPECT_EQ(config::GetFloat24(image, 218 + 6), 24);
-    EXPECT_EQ(config::GetFloat24(image, 266), 100);
+    EXPECT_EQ(config::GetFloat24(image, 191), 0.5);
+}
+
+TEST(SettingsImage, PutsEachFieldOfFlowAtItsOffset) {
+    const Bytes image = Encoded(Filled());
     EXPECT_EQ(image[290], 2);
     EXPECT_EQ(Bytes(image.begin() + 291, image.begin() + 294), (Bytes{0xE0, 0x22, 0x72}));
+    EXPECT_EQ(config::GetFloat24(image, 294), 2);
+    EXPECT_EQ(image[297], 1);
+    EXPECT_EQ(config::GetFloat24(image, 298), 18);
+    EXPECT_EQ(image[301], 2);
     EXPECT_EQ(config::GetString(image, 302, 8), "P6");
     EXPECT_EQ(config::GetString(image, 310, 8), "V90");
     EXPECT_EQ(config::GetFloat24(image, 318), -1.5);
     EXPECT_EQ(image[321], 3);
     EXPECT_EQ(image[322], 4);
+    EXPECT_EQ(config::GetFloat24(image, 323), 50);
     EXPECT_EQ(image[326], 1);
+    EXPECT_EQ(config::GetFloat24(image, 327), 5);
     EXPECT_EQ(config::GetString(image, 330, 128), "demo.tbl");
 }
 
@@ -403,50 +392,6 @@ TEST_F(SettingsTransfer, AValueThatDoesNotFitWritesNothing) {
     state.Deadband = -1;
     EXPECT_FALSE(Write(state));
     EXPECT_TRUE(network_.RequestsTo(logger_).empty());
-}
-
-TEST(LoggerStateSwap, CopiesAllButSamplesTableBothWays) {
-    LoggerState window = Filled();
-    window.NumDataPoints = 2;
-    window.DataPoints[0].Raw.fill(9);
-    window.FlowTable.Append({1, 2});
-    window.FlowDeviceName = "Flume";
-    LoggerState global;
-    CopyStateToGlobal(global, window);
-    EXPECT_EQ(global.LoggerName, "Pump 3");
-    EXPECT_EQ(global.FlowDeviceName, "Flume");
-    EXPECT_EQ(global.NumDataPoints, 0);
-    EXPECT_EQ(global.DataPoints[0].Raw[0], 0);
-    EXPECT_EQ(global.FlowTable.UpperBound(), 0);
-    global.LoggerName = "Other";
-    CopyStateFromGlobal(global, window);
-    EXPECT_EQ(window.LoggerName, "Other");
-    EXPECT_EQ(window.NumDataPoints, 2);
-    EXPECT_EQ(window.FlowTable.UpperBound(), 1);
-}
-
-TEST(DefaultSettings, TheLastOfTwoChannelsIsTheVoltsChannel) {
-    LoggerState state;
-    state.NumAnalogChannels = 2;
-    state.FixedBaudRate = 4;
-    SetDefaultSettings(state);
-    EXPECT_EQ(state.EngUnits[0], "%");
-    EXPECT_EQ(state.EngUnits[1], "Volts");
-    EXPECT_EQ(state.RawScaleUpper[1], 62384);
-    EXPECT_EQ(state.DisplayTop[1], 24);
-    EXPECT_EQ(state.EngUnits[2], "%") << "slots above still hold rows";
-    EXPECT_EQ(state.EngUnits[8], "Pulses");
-    EXPECT_EQ(state.LoggerName, "Tessel");
-    EXPECT_EQ(state.SampleInterval, "1 day");
-    EXPECT_EQ(state.FixedBaudRate, 4) << "the defaults do not touch it";
-    EXPECT_EQ(state.NumAnalogChannels, 2);
-}
-
-TEST(DefaultSettings, ALoggerWithOneChannelHasNoVolts) {
-    LoggerState state;
-    state.NumAnalogChannels = 1;
-    SetDefaultSettings(state);
-    EXPECT_EQ(state.EngUnits[0], "%");
 }
 
 }  // namespace
