@@ -10,6 +10,8 @@
 #include "client/readings.h"
 #include "common/fault.h"
 #include "flow/flow_calculation.h"
+#include "flow/flow_definition.h"
+#include "flow/flow_precision.h"
 #include "logger/commands.h"
 #include "logger/settings_transfer.h"
 

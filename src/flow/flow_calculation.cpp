@@ -24,7 +24,6 @@ constexpr double MgdPerCfs = 0.6463;
 constexpr double CmsPerCfs = 0.02832;
 constexpr double GallonsPerCubicFoot = 7.4805;
 constexpr double LitersPerGallon = 3.7854;
-constexpr double MetersPerFoot = 0.3048;
 
 enum FlowUnit { Cfs, Gpm, Mgd, Cms, Lps };
 enum VelocityUnit { FeetPerSecond, MetersPerSecond };
@@ -102,7 +101,7 @@ std::optional<Figures> Calculate(const LoggerRecord& record, const FlowTable& ta
     std::optional<Figures> figures = FiguresAt(record, table, *feet);
     if (figures) {
         figures->Flow = FlowInUnits(figures->Flow, record.FlowUnits);
-        figures->Velocity *= record.VelUnits == MetersPerSecond ? MetersPerFoot : 1.0;
+        figures->Velocity *= record.VelUnits == MetersPerSecond ? config::MetersPerFoot : 1.0;
     }
     return figures && AllFinite(figures->Flow) ? figures : std::nullopt;
 }

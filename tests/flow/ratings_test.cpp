@@ -11,6 +11,7 @@
 
 #include "flow/catalogues.h"
 #include "flow/flow_calculation.h"
+#include "flow/flow_definition.h"
 #include "flow/flow_support.h"
 #include "flow/flow_table.h"
 
