@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "client/layout.h"
+#include "console/address_book.h"
 #include "platform/qt/text_qt.h"
 
 // The pictures lie in a static library, which keeps them only for who asks.
