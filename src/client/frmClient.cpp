@@ -1,5 +1,6 @@
 #include "client/frmClient.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QIcon>
@@ -160,7 +161,10 @@ void frmClient::TakeFocus() {
     if (QMdiArea* area = mdiArea()) {
         area->setActiveSubWindow(this);
     }
-    setFocus();
+    // Whoever works with the keys stays at the button that has it.
+    if (!isAncestorOf(QApplication::focusWidget())) {
+        setFocus();
+    }
 }
 
 // A main window that lies behind another keeps its active child.

@@ -84,7 +84,7 @@ class frmClient final : public QMdiSubWindow,
     QWidget* content_;
     frmClientControls controls_;
     ClientModel model_;
-    QTimer Timer1_;
+    QTimer Timer1_{this};
     std::string caption_;
     bool unloaded_ = false;
     std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
