@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "flow/flow_calculation.h"
+#include "flow/flow_precision.h"
 #include "flow/flow_table.h"
 #include "flow/rating.h"
 

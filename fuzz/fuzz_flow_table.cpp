@@ -1,13 +1,16 @@
 // A table file of any bytes: the reader ends, keeps at most the points it may, each of them finite,
-// and the calculation over them gives a finite flow.
+// and the calculation at, between and beyond them gives a finite flow.
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <numeric>
 #include <sstream>
 #include <string>
 
 #include "flow/flow_calculation.h"
+#include "flow/flow_mode.h"
 #include "flow/flow_table.h"
 
 namespace {
@@ -18,15 +21,26 @@ void Require(bool condition) {
     }
 }
 
-void RequireFiniteFlow(const FlowTable& table) {
+void RequireFiniteFlowAt(double level, const FlowTable& table) {
     LoggerRecord record;
-    record.FlowMode = 4;
+    record.FlowMode = TableMode;
+    double velocity = 1;
+    Require(std::isfinite(CalculateFlow(record, table, level, velocity)));
+    Require(velocity == 0);
+}
+
+void RequireFiniteFlow(const FlowTable& table) {
+    FlowTablePoint last;  // the origin, from which the first segment runs
+    double highest = 0;
     for (const FlowTablePoint& point : table) {
         Require(std::isfinite(point.Level) && std::isfinite(point.Flow));
-        double velocity = 1;
-        Require(std::isfinite(CalculateFlow(record, table, point.Level, velocity)));
-        Require(velocity == 0);
+        RequireFiniteFlowAt(point.Level, table);
+        RequireFiniteFlowAt(std::midpoint(last.Level, point.Level), table);
+        highest = std::max(highest, point.Level);
+        last = point;
     }
+    RequireFiniteFlowAt(highest + 1, table);
+    RequireFiniteFlowAt(highest * 2, table);
 }
 
 }  // namespace

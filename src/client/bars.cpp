@@ -9,6 +9,9 @@
 
 namespace {
 
+// A scale whose ends lie closer together than this shows nothing.
+constexpr double SmallestScale = 0.00001;
+
 // Adds the fills of one column, if its bar changed.
 void AddColumn(ClientRecord& record, int column, std::int32_t top, std::vector<BarFill>& fills) {
     MeterEntry& meter = record.Meters[static_cast<std::size_t>(column)];
@@ -38,7 +41,7 @@ void AddColumn(ClientRecord& record, int column, std::int32_t top, std::vector<B
 }  // namespace
 
 double BarFraction(const MeterEntry& meter) {
-    if (meter.Active == False || std::abs(meter.Max - meter.Min) < 0.00001) {
+    if (meter.Active == False || std::abs(meter.Max - meter.Min) < SmallestScale) {
         return 0;
     }
     const double fraction = (meter.Value - meter.Min) / (meter.Max - meter.Min);

@@ -7,6 +7,7 @@
 #include "client/client_panel.h"
 #include "client/client_record.h"
 
+/// What a rectangle of a column is filled with.
 enum class BarColour : std::uint8_t {
     Ground,   ///< the window's background
     Channel,  ///< a channel's bar

@@ -3,14 +3,15 @@
 
 #include "app/main_view.h"
 #include "client/client_popup.h"
-#include "console/address_book.h"
-#include "console/client_windows.h"
 #include "flow/catalogues.h"
 #include "link/sampling_state.h"
 #include "logger/data_point.h"
 #include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
+
+struct AddressBook;
+struct ClientWindows;
 
 /// What a client window knows of the rest of the console. All of it outlives every window.
 struct ClientContext {

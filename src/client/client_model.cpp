@@ -9,12 +9,19 @@
 #include "client/layout.h"
 #include "client/readings.h"
 #include "common/fault.h"
+#include "console/address_book.h"
+#include "console/client_windows.h"
 #include "flow/flow_calculation.h"
+#include "flow/flow_definition.h"
+#include "flow/flow_precision.h"
 #include "logger/commands.h"
 #include "logger/settings_transfer.h"
 
 ClientModel::ClientModel(ClientContext& context, ClientSurface& surface)
-    : context_(context), surface_(surface), panel_(DesignPanel()) {}
+    : context_(context),
+      surface_(surface),
+      panel_(DesignPanel()),
+      boxes_(context.Outside.Boxes, unloaded_) {}
 
 void ClientModel::Load() {
     ++context_.Windows.NumClientWindows;
@@ -72,7 +79,7 @@ bool ClientModel::GetSettings() {
     ShowSettings(Record.LoggerState, panel_);
     Show();
     config::LoadFlowDefinition(Record.LoggerState, context_.Devices, context_.Outside.AppPath,
-                               context_.Outside.Boxes);
+                               boxes_);
     CalculateFlowVelPrecision();
     Record.SettingsValid = True;
     ArrangeDisplay();
@@ -136,14 +143,14 @@ void ClientModel::ArrangeDisplay() {
 
 void ClientModel::CheckFlowDisplay() {
     // A window that was closed meanwhile has no display to speak of.
-    if (Record.DisplayMode != DisplayFlow || unloaded_) {
+    if (Record.DisplayMode != DisplayFlow || unloaded_ != False) {
         return;
     }
     if (const auto refusal = FlowModeRefusal(Record.LoggerState)) {
-        context_.Outside.Boxes.Show(*refusal);
+        boxes_.Show(*refusal);
         Record.DisplayMode = DisplayMeter;
         ArrangeDisplay();
-        if (!unloaded_) {
+        if (unloaded_ == False) {
             surface_.RepaintColumns();
         }
     }
@@ -183,10 +190,10 @@ bool ClientModel::IsOnlyActive() const {
 }
 
 void ClientModel::Unload() {
-    if (unloaded_) {
+    if (unloaded_ != False) {
         return;
     }
-    unloaded_ = true;
+    unloaded_ = True;
     ClientWindows& windows = context_.Windows;
     if (windows.NumClientWindows > 0) {
         --windows.NumClientWindows;
@@ -198,7 +205,7 @@ void ClientModel::Unload() {
     if (entry.WindowIndex < 0) {
         return;
     }
-    // Emptied last: the slot may be the last to hold this window.
+    // Held to the end: the slot may be the last to hold this window.
     const std::shared_ptr<ClientWindow> last = windows.At(entry.WindowIndex);
     if (last != nullptr) {
         windows.Slots[static_cast<std::size_t>(entry.WindowIndex)].reset();
@@ -209,7 +216,7 @@ void ClientModel::Unload() {
 }
 
 void ClientModel::Show() {
-    if (!unloaded_) {
+    if (unloaded_ == False) {
         surface_.ShowPanel(panel_);
     }
 }

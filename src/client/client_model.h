@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/quiet_boxes.h"
 #include "client/bars.h"
 #include "client/client_context.h"
 #include "client/client_panel.h"
@@ -22,18 +23,19 @@ class ClientModel {
 
     /// The state of the window; `ClientIndex` is set from outside.
     ClientRecord Record;
+    /// What the window shows, or showed when it was unloaded.
     [[nodiscard]] const ClientPanel& Panel() const { return panel_; }
 
     // Called by the operations on the logger; each is told at ClientWindow.
     void ResetDisplay();
-    bool GetStatus();
+    [[nodiscard]] bool GetStatus();
     [[nodiscard]] std::int32_t NumSamples() const;
     void ClientSetGlobalState();
     void ClientGetGlobalState();
     void ClientSetNumChannels();
-    bool GetTime();
-    bool ResetPulseAccs();
-    bool GetSettings();
+    [[nodiscard]] bool GetTime();
+    [[nodiscard]] bool ResetPulseAccs();
+    [[nodiscard]] bool GetSettings();
     void SetDP();
     [[nodiscard]] double CalculateFlow(double level, double& velocity) const;
     void CalculateFlowVelPrecision();
@@ -63,7 +65,8 @@ class ClientModel {
     ClientContext& context_;
     ClientSurface& surface_;
     ClientPanel panel_;
-    bool unloaded_ = false;
+    Flag unloaded_ = False;
+    QuietBoxes boxes_;  ///< silent once the window is unloaded: nobody is left to read them
 };
 
 #endif  // ORVIA_CLIENT_CLIENT_MODEL_H

@@ -167,11 +167,22 @@ std::string ControlName(const ControlRow& row, int index) {
     }
 }
 
-std::string ControlDescription(const ControlRow& row, int index) {
+bool IsOfColumns(const ControlRow& row) {
+    return row.Name == "fraMeter" || row.Container == "fraMeter";
+}
+
+std::string ControlDescription(const ControlRow& row, int index, std::int16_t displayMode) {
     std::string words(row.Shows);
     const std::size_t mark = words.find('#');
     if (mark == std::string::npos) {
         return words;
+    }
+    // In the flow mode "Column #" gives way to what these two show instead of a channel.
+    if (IsOfColumns(row) && displayMode == DisplayFlow && index == FlowColumn) {
+        return words.replace(0, mark + 1, "Flow");
+    }
+    if (IsOfColumns(row) && displayMode == DisplayFlow && index == VelocityColumn) {
+        return words.replace(0, mark + 1, "Velocity");
     }
     // The ten readings of the list modes are one array; its last two are the pulse channels.
     if (row.Name == "lblData2" && index >= AnalogChannels) {

@@ -18,6 +18,7 @@ struct TwipsBox {
     bool operator==(const TwipsBox&) const = default;
 };
 
+/// To which side of its place a text keeps.
 enum class TextAlign : std::uint8_t { Left, Centre, Right };
 
 /// What a client window shows at one of its controls.
@@ -37,8 +38,6 @@ using PanelControls = std::array<PanelControl, static_cast<std::size_t>(Count)>;
 /// All that a client window shows. The rules write here; the window copies it to its controls.
 struct ClientPanel {
     std::int16_t DisplayMode = DisplayMedium;
-    std::int32_t WindowHeight = 0;  ///< of the whole window with its border, twips
-    std::int32_t WindowWidth = 0;
 
     PanelControl fraLoggerName, lblLoggerName, lblLoggerName2;
     PanelControl fraLoggerTime, lblLoggerTime, lblLoggerTime3, lblLoggerTime2;
@@ -57,6 +56,8 @@ struct ClientPanel {
     PanelControl lblOffset, lblOffset2, lblPipeDiameter, lblPipeDiameter2;
     PanelControl lblSlope, lblSlope2, lblRoughness, lblRoughness2;
     PanelControl cmdSmall, cmdMedium, cmdWide, cmdMeter, cmdFlow;
+
+    bool operator==(const ClientPanel&) const = default;
 };
 
 /// How a control looks and behaves.
@@ -100,9 +101,13 @@ struct ControlRow {
 /// Name of member `index` (from 0) of a row.
 [[nodiscard]] std::string ControlName(const ControlRow& row, int index);
 
-/// What member `index` of a row shows, in words and unlike any other control of the window;
-/// empty for controls whose text says it.
-[[nodiscard]] std::string ControlDescription(const ControlRow& row, int index);
+/// Whether a row is the frame of the bar columns or stands in it.
+[[nodiscard]] bool IsOfColumns(const ControlRow& row);
+
+/// What member `index` of a row shows in that display mode, in words and unlike any other control
+/// of the window; empty for controls whose text says it.
+[[nodiscard]] std::string ControlDescription(const ControlRow& row, int index,
+                                             std::int16_t displayMode);
 
 /// The panel of a window in its design: fixed captions, and all else empty.
 [[nodiscard]] ClientPanel DesignPanel();

@@ -39,7 +39,8 @@ struct MeterEntry {
 
 using MeterEntries = std::array<MeterEntry, BarColumns>;
 
-/// The fields of one client window. Lengths are in twips.
+/// The fields of one client window. Lengths are in twips. `IsActive` is none of them: the main
+/// window knows its active child, and a copy here would be wrong between a click and its events.
 struct ClientRecord {
     std::int16_t DisplayMode = DisplayMedium;
     std::int16_t ClientIndex = 0;  ///< number of its radio in the book

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "common/number_text.h"
+#include "flow/flow_mode.h"
 #include "flow/unit_names.h"
 
 namespace {
@@ -58,7 +59,7 @@ void SetUpFlowModeColumn(std::size_t i, ClientRecord& record, ClientPanel& panel
             return ScaleColumn(i, state.FlowTop, 0, places, config::FlowUnitName(state.FlowUnits),
                                record, panel);
         }
-        if (i == VelocityColumn && level && state.FlowMode == 1) {
+        if (i == VelocityColumn && level && state.FlowMode == ManningMode) {
             // Any code but 0 reads as metres here, while the calculation converts at 1 alone.
             return ScaleColumn(i, state.VelTop, 0, places, state.VelUnits != 0 ? "MPS" : "FPS",
                                record, panel);

@@ -5,6 +5,7 @@
 
 #include "common/number_text.h"
 #include "common/text.h"
+#include "flow/flow_mode.h"
 #include "flow/unit_names.h"
 
 namespace {
@@ -47,7 +48,7 @@ void ShowDevice(std::string_view heading, const LoggerRecord& record, ClientPane
 void ShowMode(std::string_view name, const LoggerRecord& record, ClientPanel& panel) {
     panel.lblFlowMode.Text = name;
     ShowPair(panel.lblFlowMode2, panel.lblFlowMode, true);
-    if (record.FlowMode != 0) {
+    if (record.FlowMode != NoFlowMode) {
         panel.lblOffset2.Text = LengthText(record.LevelOffset, record.LevelOffsetType);
         ShowPair(panel.lblOffset, panel.lblOffset2, true);
     }
@@ -68,18 +69,18 @@ void ShowFlowParameters(const ClientRecord& window, ClientPanel& panel) {
     }
     const LoggerRecord& record = window.LoggerState;
     switch (record.FlowMode) {
-        case 0:
+        case NoFlowMode:
             ShowMode(" No Flow Calculation", record, panel);
             break;
-        case 1:
+        case ManningMode:
             ShowMode(" Manning's Equation", record, panel);
             ShowPipe(record, panel);
             break;
-        case 2:
+        case FlumeMode:
             ShowMode(" Flume", record, panel);
             ShowDevice("Flume Name:", record, panel);
             break;
-        case 3:
+        case WeirMode:
             ShowMode(" Weir", record, panel);
             ShowDevice("Weir Name:", record, panel);
             break;

@@ -1,5 +1,6 @@
 #include "client/frmClient.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QIcon>
@@ -10,6 +11,7 @@
 #include <cmath>
 
 #include "client/layout.h"
+#include "console/address_book.h"
 #include "platform/qt/text_qt.h"
 
 // The pictures lie in a static library, which keeps them only for who asks.
@@ -159,7 +161,10 @@ void frmClient::TakeFocus() {
     if (QMdiArea* area = mdiArea()) {
         area->setActiveSubWindow(this);
     }
-    setFocus();
+    // Whoever works with the keys stays at the button that has it.
+    if (!isAncestorOf(QApplication::focusWidget())) {
+        setFocus();
+    }
 }
 
 // A main window that lies behind another keeps its active child.

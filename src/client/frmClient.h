@@ -26,8 +26,6 @@ class frmClient final : public QMdiSubWindow,
     /// no parent, decide how long it lives.
     [[nodiscard]] static std::shared_ptr<frmClient> Make(ClientContext& context);
 
-    explicit frmClient(ClientContext& context);
-
     [[nodiscard]] Flag IsActive() const override { return ToFlag(IsActiveChild()); }
     [[nodiscard]] std::int16_t ClientIndex() const override { return model_.Record.ClientIndex; }
     void SetClientIndex(std::int16_t number) override { model_.Record.ClientIndex = number; }
@@ -43,14 +41,14 @@ class frmClient final : public QMdiSubWindow,
     void Unload() override;
 
     void ResetDisplay() override { model_.ResetDisplay(); }
-    bool GetStatus() override;
+    [[nodiscard]] bool GetStatus() override;
     [[nodiscard]] std::int32_t NumSamples() const override { return model_.NumSamples(); }
     void ClientSetGlobalState() override { model_.ClientSetGlobalState(); }
     void ClientGetGlobalState() override { model_.ClientGetGlobalState(); }
     void ClientSetNumChannels() override { model_.ClientSetNumChannels(); }
-    bool GetTime() override;
-    bool ResetPulseAccs() override;
-    bool GetSettings() override;
+    [[nodiscard]] bool GetTime() override;
+    [[nodiscard]] bool ResetPulseAccs() override;
+    [[nodiscard]] bool GetSettings() override;
     void SetDP() override { model_.SetDP(); }
     [[nodiscard]] double CalculateFlow(double level, double& velocity) const override;
     void CalculateFlowVelPrecision() override { model_.CalculateFlowVelPrecision(); }
@@ -67,6 +65,8 @@ class frmClient final : public QMdiSubWindow,
     void changeEvent(QEvent* event) override;
 
  private:
+    explicit frmClient(ClientContext& context);
+
     void ShowPanel(const ClientPanel& panel) override;
     void RepaintColumns() override { controls_.RepaintColumns(); }
     void TakeFocus() override;
@@ -84,7 +84,7 @@ class frmClient final : public QMdiSubWindow,
     QWidget* content_;
     frmClientControls controls_;
     ClientModel model_;
-    QTimer Timer1_;
+    QTimer Timer1_{this};
     std::string caption_;
     bool unloaded_ = false;
     std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);

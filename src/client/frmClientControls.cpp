@@ -6,10 +6,12 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QPushButton>
+#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 
 #include "client/frmClientColumn.h"
+#include "client/layout.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 
@@ -89,7 +91,6 @@ void frmClientControls::MakeGroup(const ControlRow& row) {
     for (int index = 0; index < count; ++index) {
         QWidget* widget = MakeControl(row, index);
         widget->setObjectName(ToQt(ControlName(row, index)));
-        widget->setAccessibleDescription(ToQt(ControlDescription(row, index)));
         widget->setVisible(false);
         // A press on these must not pass on to what lies around them, which shows the menu.
         widget->setAttribute(Qt::WA_NoMousePropagation, !row.ShowsPopup && row.Container.empty());
@@ -147,7 +148,6 @@ void frmClientControls::MakeButtons() {
         const QKeySequence key(Qt::ALT | (Qt::Key_1 + static_cast<int>(mode)));
         const QString name = ToQt(group.Row->Shows);
         button->setAccessibleName(name);
-        button->setAccessibleDescription(QString());
         button->setToolTip(
             QStringLiteral("%1 (%2)").arg(name, key.toString(QKeySequence::NativeText)));
         button->setIcon(
@@ -192,12 +192,28 @@ void frmClientControls::Show(const ClientPanel& panel) {
     for (const Group& group : groups_) {
         ShowGroup(group, next);
     }
-    MarkChosen(panel.DisplayMode);
-    nothingShown_ = false;
-    if (shown_.DisplayMode != panel.DisplayMode) {
+    if (nothingShown_ || shown_.DisplayMode != panel.DisplayMode) {
+        DescribeFor(panel.DisplayMode);
+        MarkChosen(panel.DisplayMode);
         content_.update();
     }
+    CheckChosen(panel.DisplayMode);
+    nothingShown_ = false;
     shown_ = std::move(next);
+}
+
+// What a column shows hangs on the display mode.
+void frmClientControls::DescribeFor(std::int16_t displayMode) {
+    for (const Group& group : groups_) {
+        if (group.Row->Kind == ControlKind::Button) {
+            continue;  // told by name
+        }
+        int index = 0;
+        for (QWidget* widget : group.Widgets) {
+            widget->setAccessibleDescription(
+                ToQt(ControlDescription(*group.Row, index++, displayMode)));
+        }
+    }
 }
 
 // The sunken look of a checked button is hardly seen on a dark ground.
@@ -208,10 +224,14 @@ void frmClientControls::MarkChosen(std::int16_t displayMode) {
                     Blend(plain.color(QPalette::Button), plain.color(QPalette::Highlight), 70));
     for (std::size_t mode = 0; mode < buttons_.size(); ++mode) {
         const bool chosen = static_cast<int>(mode) == displayMode;
-        if (nothingShown_ || shown_.DisplayMode != displayMode) {
-            buttons_[mode]->setPalette(chosen ? marked : QPalette());
-        }
-        buttons_[mode]->setChecked(chosen);
+        buttons_[mode]->setPalette(chosen ? marked : QPalette());
+    }
+}
+
+// At every call: a click on the chosen button has let it out again.
+void frmClientControls::CheckChosen(std::int16_t displayMode) {
+    for (std::size_t mode = 0; mode < buttons_.size(); ++mode) {
+        buttons_[mode]->setChecked(static_cast<int>(mode) == displayMode);
     }
 }
 
@@ -268,8 +288,8 @@ void frmClientControls::FitTexts(const Group& group) const {
     }
     for (QLabel* label : labels) {
         label->setFont(font);
-        label->setToolTip(Fits(*label, font) ? QString()
-                                             : EscapedAmpersands(label->text().toStdString()));
+        // A tip has no plain text of its own: what looks like markup would be taken for it.
+        label->setToolTip(Fits(*label, font) ? QString() : Qt::convertFromPlainText(label->text()));
     }
 }
 
@@ -281,15 +301,10 @@ void frmClientControls::Restyle() {
 }
 
 void frmClientControls::FixBars(const ClientRecord& record, const ClientPanel& panel) {
-    const std::int32_t frameTop = panel.fraMeter[0].Place.Top;
-    const TwipsBox& column = panel.fraColumn[0].Place;
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const auto right = static_cast<std::int32_t>(panel.fraMeter[i].Place.Left);
-        const TwipsBox place{right + column.Left, frameTop + column.Top, column.Width,
-                             column.Height};
-        const TwipsBox bar{record.BarLeft - panel.fraMeter[0].Place.Left + right,
-                           frameTop + record.BarTop, record.BarWidth, record.BarHeight};
-        columns_[i]->SetGeometryOfBar(bar, place, pixelsPerTwip_);
+    int index = 0;
+    for (frmClientColumn* column : columns_) {
+        const ColumnPlaces places = PlacesOfColumn(panel, record, index++);
+        column->SetGeometryOfBar(places.Bar, places.Column, pixelsPerTwip_);
     }
 }
 

@@ -27,13 +27,18 @@ class frmClientControls {
     /// Fills all again, after the font or the palette changed.
     void Restyle();
 
+    /// Gives the columns their bars' places; again whenever the size of a twip changed.
     void FixBars(const ClientRecord& record, const ClientPanel& panel);
+    /// Fills these rectangles of the window; a column without any keeps what it shows.
     void DrawBars(const std::vector<BarFill>& fills);
+    /// Empties every column.
     void ClearBars();
+    /// Paints the frames of the columns anew.
     void RepaintColumns();
 
     /// Pixels of a twip: more than the plain ones when the font is larger than the design's.
     [[nodiscard]] double PixelsPerTwip() const { return pixelsPerTwip_; }
+    /// The picture button of a display mode, which is one of the five.
     [[nodiscard]] QPushButton* Button(std::int16_t displayMode) const;
     /// Whether a right press on the widget shows the menu.
     [[nodiscard]] bool ShowsPopup(const QObject* widget) const;
@@ -52,7 +57,9 @@ class frmClientControls {
     void ShowControl(QWidget& widget, const PanelControl& control);
     void FitTexts(const Group& group) const;
     void ScaleToFont();
+    void DescribeFor(std::int16_t displayMode);
     void MarkChosen(std::int16_t displayMode);
+    void CheckChosen(std::int16_t displayMode);
     void BlendDisabledText();
 
     QWidget& content_;
@@ -63,7 +70,6 @@ class frmClientControls {
     ClientPanel shown_;
     bool nothingShown_ = true;
     double pixelsPerTwip_ = 0;
-    TwipsBox bar_;
 };
 
 #endif  // ORVIA_CLIENT_FRMCLIENTCONTROLS_H

@@ -150,10 +150,10 @@ void ShowControls(std::int16_t displayMode, ClientPanel& panel) {
             continue;
         }
         const bool shown = (row.Modes >> static_cast<unsigned>(displayMode) & 1U) != 0;
-        const bool column = row.Name == "fraMeter" || row.Container == "fraMeter";
         int index = 0;
         for (PanelControl& control : row.Of(panel)) {
-            const bool absent = column && displayMode == DisplayFlow && index >= FlowModeColumns;
+            const bool absent =
+                IsOfColumns(row) && displayMode == DisplayFlow && index >= FlowModeColumns;
             control.Visible = shown && !absent;
             ++index;
         }
@@ -181,8 +181,6 @@ void PlaceFixedControls(ClientPanel& panel) {
 
 void ArrangeControls(std::int16_t displayMode, ClientPanel& panel) {
     panel.DisplayMode = displayMode;
-    panel.WindowHeight = SizeOfMode(displayMode).Height;
-    panel.WindowWidth = SizeOfMode(displayMode).Width;
     if (ShowsBars(displayMode)) {
         ArrangeBars(panel);
     } else if (displayMode == DisplayWide) {
@@ -191,6 +189,15 @@ void ArrangeControls(std::int16_t displayMode, ClientPanel& panel) {
         ArrangeRows(panel);
     }
     ShowControls(displayMode, panel);
+}
+
+ColumnPlaces PlacesOfColumn(const ClientPanel& panel, const ClientRecord& record, int column) {
+    const TwipsBox& first = panel.fraMeter[0].Place;
+    const TwipsBox& frame = panel.fraMeter[static_cast<std::size_t>(column)].Place;
+    const TwipsBox bar{record.BarLeft, first.Top + record.BarTop, record.BarWidth,
+                       record.BarHeight};
+    return {Shifted(panel.fraColumn[0].Place, frame.Left, frame.Top),
+            Shifted(bar, frame.Left - first.Left, 0)};
 }
 
 void FixBarGeometry(const ClientPanel& panel, ClientRecord& record) {

@@ -29,11 +29,21 @@ struct ModeSize {
 /// Puts in place what never moves.
 void PlaceFixedControls(ClientPanel& panel);
 
-/// Sets size, places and visibility for one of the five display modes. The frame of the flow
-/// parameters stays once it was shown.
+/// Sets places and visibility for one of the five display modes. The frame of the flow parameters
+/// stays once it was shown.
 void ArrangeControls(std::int16_t displayMode, ClientPanel& panel);
 
 /// Works out the geometry of the bars from the place of the first column.
 void FixBarGeometry(const ClientPanel& panel, ClientRecord& record);
+
+/// Where one bar column stands, from the upper left corner of the window.
+struct ColumnPlaces {
+    TwipsBox Column;  ///< the box around the bar
+    TwipsBox Bar;     ///< a full bar
+};
+
+/// Places of column `column` (0 to 7), once PlaceFixedControls and FixBarGeometry have run.
+[[nodiscard]] ColumnPlaces PlacesOfColumn(const ClientPanel& panel, const ClientRecord& record,
+                                          int column);
 
 #endif  // ORVIA_CLIENT_LAYOUT_H

@@ -7,6 +7,7 @@
 #include "common/number_text.h"
 #include "common/text.h"
 #include "flow/flow_calculation.h"
+#include "flow/flow_precision.h"
 
 namespace {
 
@@ -153,7 +154,7 @@ double ScaleLiveReading(const LoggerRecord& record, int channel, std::int32_t ra
     const double hi = record.RawScaleUpper[c];
     const double fraction = lo == hi ? 0 : (raw - lo) / (hi - lo);
     const double span = record.UpperLimit[c] - record.LowerLimit[c];
-    if (std::abs(span) < 0.0001) {
+    if (std::abs(span) < SmallestSpan) {
         return record.UpperLimit[c];
     }
     return Finite(span * fraction + record.LowerLimit[c]);

@@ -15,7 +15,8 @@ inline constexpr const char* NoSampleText = "No sample";
 /// 0.0001 the upper one. A value that is not finite is a Fault.
 [[nodiscard]] double ScaleLiveReading(const LoggerRecord& record, int channel, std::int32_t raw);
 
-/// What a pulse channel (0 or 1) shows for a raw count; empty for a disabled one.
+/// What pulse channel `channel` (0 or 1) shows for a raw count; empty for a disabled one. A value
+/// that is not finite is a Fault.
 [[nodiscard]] std::string PulseText(const LoggerRecord& record, int channel, std::int32_t raw);
 
 /// Files `point` as the newest of the last four samples.

@@ -48,7 +48,7 @@ void SampleContinuously(const OperationContext& context) {
         return;
     }
     OnActiveWindow(context, [&sampling](const Target& target) {
-        target.Window->GetSettings();
+        static_cast<void>(target.Window->GetSettings());
         if (target.Window->SettingsValid() == False) {
             return;
         }
@@ -66,7 +66,7 @@ void ShowFirmwareVersion(const OperationContext& context) {
         return;
     }
     OnActiveWindow(context, [&context](const Target& target) {
-        target.Window->GetSettings();
+        static_cast<void>(target.Window->GetSettings());
         target.Window->ClientSetGlobalState();
         context.radio.view.SetPointer(Pointer::Normal);
         context.radio.boxes.Show(

@@ -22,7 +22,7 @@ bool KnowsSettings(const OperationContext& context, ClientWindow& window) {
     if (window.SettingsValid() != False) {
         return true;
     }
-    window.GetSettings();
+    static_cast<void>(window.GetSettings());
     if (window.SettingsValid() == False && !AsksNothing(context)) {
         // The title has always been that of another operation.
         context.radio.boxes.Show({.Text = "Error: unable to read logger settings!",
@@ -49,7 +49,7 @@ void ResetPulseAccumulators(const OperationContext& context) {
     bool selected = false;
     OnActiveWindow(context, [&selected](const Target& target) {
         selected = true;
-        target.Window->ResetPulseAccs();
+        static_cast<void>(target.Window->ResetPulseAccs());
     });
     if (selected) {
         GetSample(context);
@@ -67,8 +67,8 @@ bool SyncTimeOf(const OperationContext& context, const Target& target) {
         return false;
     }
     const bool done = cmd::SetLoggerTime(context.exchange, LoggerTimeText(context.clock.Now()));
-    window.GetStatus();
-    window.GetTime();
+    static_cast<void>(window.GetStatus());
+    static_cast<void>(window.GetTime());
     return done;
 }
 
@@ -87,7 +87,7 @@ bool cmdStartup_Click(const OperationContext& context, const Target& target) {
     if (!cmd::RestartSampling(context.exchange)) {
         return false;
     }
-    target.Window->GetSettings();
+    static_cast<void>(target.Window->GetSettings());
     return true;
 }
 

@@ -8,8 +8,6 @@
 #include <string_view>
 
 #include "common/numbered_array.h"
-#include "logger/logger_state.h"
-#include "platform/host.h"
 
 /// One record of a catalogue of primary devices.
 struct FlowDeviceEntry {
@@ -48,17 +46,6 @@ using TableProof = std::function<bool(std::string_view path)>;
 /// The same for an open text, of which `limit` bytes are read at most.
 void ReadFlowDeviceList(std::istream& input, std::uintmax_t limit, const TableProof& proof,
                         FlowDeviceList& list);
-
-/// Fills the working fields of `state` from the entry with that tag, compared exactly; True if it
-/// was resolved. The last equation entry of a tag holds, but its first table entry ends the
-/// search; an unknown tag leaves the name.
-[[nodiscard]] bool FindFlowDevice(std::string_view tag, const FlowDeviceList& list,
-                                  std::string_view appPath, LoggerState& state);
-
-/// Turns the flow fields of `state` into their working form; tells the operator of a device or
-/// table that is missing. Modes 0 and 1 only lose their table.
-void LoadFlowDefinition(LoggerState& state, const Catalogues& catalogues, std::string_view appPath,
-                        MessageBoxes& boxes);
 
 }  // namespace config
 

@@ -1,6 +1,9 @@
+#include "flow/flow_definition.h"
+
+#include <string>
+
 #include "common/path_text.h"
 #include "common/text.h"
-#include "flow/catalogues.h"
 #include "flow/flow_mode.h"
 #include "flow/flow_table.h"
 

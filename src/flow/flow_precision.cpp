@@ -1,3 +1,5 @@
+#include "flow/flow_precision.h"
+
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -12,7 +14,6 @@ constexpr int SweepEnd = 65536;
 constexpr int SweepStep = 1024;
 constexpr int PairDistance = 16;
 
-constexpr double SmallestSpan = 0.0001;
 constexpr double StepsPerPlace = 10.0;
 constexpr std::int16_t PlacesWithoutRange = 2;
 
@@ -81,7 +82,8 @@ std::optional<Extremes> Sweep(const LoggerState& state) {
 void CalculateFlowVelPrecision(LoggerState& state, LoggerState& global) {
     const std::optional<Extremes> found = Sweep(state);
     if (!found) {
-        // The window's own figures stay: a settled asymmetry that the display relies on.
+        // Settled so: without a range the window keeps its figures, and the current logger, which
+        // may be another one, takes these.
         global.FlowDecPlaces = PlacesWithoutRange;
         global.VelDecPlaces = PlacesWithoutRange;
         return;

@@ -10,7 +10,6 @@ namespace {
 enum LengthUnit { Feet, Inches, Meters, Centimeters };
 
 constexpr double InchesPerFoot = 12.0;
-constexpr double MetersPerFoot = 0.3048;
 constexpr double CentimetersPerMeter = 100.0;
 
 constexpr std::array<std::string_view, 5> FlowUnitNames = {"CFS", "GPM", "MGD", "CMS", "LPS"};

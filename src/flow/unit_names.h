@@ -6,6 +6,8 @@
 
 namespace config {
 
+inline constexpr double MetersPerFoot = 0.3048;
+
 /// Name of a unit of length: 1 inch, 2 metre, 3 centimetre, any other code foot.
 [[nodiscard]] std::string LengthUnitName(int code, bool plural);
 

@@ -40,7 +40,7 @@ class GetHistoryOperation {
     [[nodiscard]] bool ReadSettings(ClientWindow& window) const {
         if (window.SettingsValid() == False) {
             Point(Pointer::Hourglass);
-            window.GetSettings();
+            static_cast<void>(window.GetSettings());
             Point(Pointer::Normal);
         }
         return window.SettingsValid() != False;
@@ -53,7 +53,7 @@ class GetHistoryOperation {
             Show(target);
         }
         if (!ShuttingDown()) {
-            target.Window->GetStatus();
+            static_cast<void>(target.Window->GetStatus());
         }
     }
 
@@ -62,7 +62,7 @@ class GetHistoryOperation {
             return;
         }
         Point(Pointer::Hourglass);
-        target.Window->GetStatus();
+        static_cast<void>(target.Window->GetStatus());
         dialogs_.ShowViewer(target.Slot);
         Point(Pointer::Normal);
     }

@@ -84,7 +84,7 @@ void ReadContinuousSample(const SamplingContext& context) {
     }
     if (const auto window = SampledWindow(context)) {
         window->SetDP();
-        window->GetStatus();
+        static_cast<void>(window->GetStatus());
     } else {
         context.sampling.StopContinuous = True;
     }
@@ -126,10 +126,10 @@ bool UpdateIsDue(const SamplingContext& context) {
 void ReadUpdate(const SamplingContext& context, ClientWindow& window) {
     context.newest.MarkNoSample();
     static_cast<void>(ReadNewest(context));
-    window.GetTime();
+    static_cast<void>(window.GetTime());
     context.newest.Time = window.LoggerTimeCaption();
     window.SetDP();
-    window.GetStatus();
+    static_cast<void>(window.GetStatus());
 }
 
 /// One window's share of a pass; False if its radio could not be selected.

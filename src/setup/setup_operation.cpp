@@ -10,7 +10,7 @@ void ReadAgain(const OperationContext& context, ClientWindow& window,
     context.operations.OperationBusy = True;
     context.radio.view.SetPointer(Pointer::Hourglass);
     if (context.radio.link.LinkState != LinkDisconnected || reselect()) {
-        window.GetSettings();
+        static_cast<void>(window.GetSettings());
     }
 }
 
@@ -23,7 +23,7 @@ void Setup(const OperationContext& context,
     }
     OnActiveWindow(context, [&](const Target& target) {
         ClientWindow& window = *target.Window;
-        window.GetSettings();
+        static_cast<void>(window.GetSettings());
         window.ClientSetGlobalState();
         context.radio.view.SetPointer(Pointer::Normal);
         const std::function<bool()> reselect = [&] { return SelectRadioOf(context, window); };

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
 #include <set>
 
 #include "client/layout.h"
@@ -182,12 +183,17 @@ class FlowBars : public ClientTest {
 
 TEST_F(FlowBars, FlowAndVelocityHaveTheirOwnColour) {
     Sample({32768, 30000, 30000});
+    std::map<int, BarColour> coloured;
     for (const BarFill& fill : window.Tick()) {
         if (fill.Colour != BarColour::Ground) {
-            EXPECT_EQ(fill.Colour, fill.Column >= FlowColumn ? BarColour::Flow : BarColour::Channel)
-                << fill.Column;
+            coloured[fill.Column] = fill.Colour;
         }
     }
+    EXPECT_EQ(coloured, (std::map<int, BarColour>{{0, BarColour::Channel},
+                                                  {1, BarColour::Channel},
+                                                  {2, BarColour::Channel},
+                                                  {3, BarColour::Flow},
+                                                  {4, BarColour::Flow}}));
 }
 
 TEST_F(FlowBars, ColumnsBeyondTheFifthAreNotDrawn) {

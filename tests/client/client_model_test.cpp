@@ -315,5 +315,57 @@ TEST_F(Client, AClosedWindowStillReadsItsLoggerAndShowsNothing) {
     EXPECT_EQ(surface.Shows, shows);
 }
 
+// Settings that the console cannot do without a box: an unknown flume, on a logger that the flow
+// mode refuses.
+class ClientBoxes : public Client {
+ protected:
+    ClientBoxes() {
+        LoggerState settings = FreshLogger(8, 0);
+        settings.FlowMode = 2;
+        settings.FlumeTag = "GONE";
+        console.Logger.Settings = settings;
+        window.ChooseDisplay(DisplayFlow);
+    }
+    void ExpectBoxes(const std::vector<std::string>& titles) {
+        std::vector<std::string> shown;
+        for (const MessageBox& box : console.Boxes()) {
+            shown.push_back(box.Title);
+        }
+        EXPECT_EQ(shown, titles);
+    }
+};
+
+TEST_F(ClientBoxes, GetSettingsShowsBothWhileTheWindowIsOpen) {
+    ASSERT_TRUE(window.GetSettings());
+    ExpectBoxes({"Bad Flume Tag", "Flow Mode Error"});
+    EXPECT_EQ(window.Record.DisplayMode, DisplayMeter);
+}
+
+TEST_F(ClientBoxes, AWindowClosedInAWaitShowsNone) {
+    console.Logger.InEveryWait = [this] { window.Unload(); };
+    EXPECT_TRUE(window.GetSettings());
+    ExpectBoxes({});
+}
+
+TEST_F(ClientBoxes, AWindowClosedBehindTheFirstShowsNoSecond) {
+    console.Outside.Boxes.WhileShown = [this] { window.Unload(); };
+    EXPECT_TRUE(window.GetSettings());
+    ExpectBoxes({"Bad Flume Tag"});
+}
+
+TEST_F(ClientBoxes, AProgramShutDownBehindTheFirstShowsNoSecond) {
+    console.Outside.Boxes.WhileShown = [this] { console.State.LinkRecord.ShuttingDown = True; };
+    EXPECT_TRUE(window.GetSettings());
+    ExpectBoxes({"Bad Flume Tag"});
+}
+
+TEST_F(ClientBoxes, AWindowClosedBehindTheFlowCheckOfGetSettingsIsNotRepainted) {
+    console.Logger.Settings.FlowMode = 0;
+    console.Outside.Boxes.WhileShown = [this] { window.Unload(); };
+    EXPECT_TRUE(window.GetSettings());
+    ExpectBoxes({"Flow Mode Error"});
+    EXPECT_EQ(surface.Repaints, 0);
+}
+
 }  // namespace
 }  // namespace client_test

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 #include <string>
 
@@ -23,20 +24,47 @@ TEST(ClientPanel, MembersOfAnArrayHaveTheirIndexInTheName) {
     }
 }
 
-TEST(ClientPanel, ALabelThatChangesSaysWhatItShowsUnlikeAnyOther) {
-    std::set<std::string> words;
+class DescriptionsInMode : public ::testing::TestWithParam<std::int16_t> {};
+
+// Of everything that changes, by name.
+std::map<std::string, std::string> DescriptionsIn(std::int16_t mode) {
+    std::map<std::string, std::string> words;
     ClientPanel panel;
     for (const ControlRow& row : ClientControls()) {
-        const bool changes = IsFilledAtRunTime(row.Kind);
+        const bool changes = IsFilledAtRunTime(row.Kind) || row.Kind == ControlKind::Column;
         const int count = static_cast<int>(row.Of(panel).size());
         for (int index = 0; changes && index < count; ++index) {
-            const std::string shows = ControlDescription(row, index);
-            EXPECT_FALSE(shows.empty()) << row.Name;
-            EXPECT_TRUE(words.insert(shows).second) << shows;
+            words[ControlName(row, index)] = ControlDescription(row, index, mode);
         }
     }
-    EXPECT_TRUE(words.contains("Channel 1 reading"));
-    EXPECT_TRUE(words.contains("Pulse channel 2 reading"));
+    return words;
+}
+
+TEST_P(DescriptionsInMode, SayWhatIsShownUnlikeAnyOther) {
+    std::set<std::string> seen;
+    for (const auto& [name, words] : DescriptionsIn(GetParam())) {
+        EXPECT_FALSE(words.empty()) << name;
+        EXPECT_TRUE(seen.insert(words).second) << words;
+    }
+    EXPECT_TRUE(seen.contains("Channel 1 reading"));
+    EXPECT_TRUE(seen.contains("Pulse channel 2 reading"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Five, DescriptionsInMode,
+                         ::testing::Values(DisplaySmall, DisplayMedium, DisplayWide, DisplayMeter,
+                                           DisplayFlow),
+                         [](const auto& mode) { return "Mode" + std::to_string(mode.param); });
+
+TEST(ClientPanel, InTheFlowModeColumnsFourAndFiveAreFlowAndVelocity) {
+    auto words = DescriptionsIn(DisplayFlow);
+    EXPECT_EQ(words["lblValue(2)"], "Column 3 reading");
+    EXPECT_EQ(words["lblValue(3)"], "Flow reading");
+    EXPECT_EQ(words["lblHistory(3)"], "Flow older readings");
+    EXPECT_EQ(words["fraColumn(3)"], "Flow bar");
+    EXPECT_EQ(words["lblUnits(4)"], "Velocity units");
+    EXPECT_EQ(words["lblMax(4)"], "Velocity top of scale");
+    EXPECT_EQ(words["lblValue(5)"], "Column 6 reading");
+    EXPECT_EQ(DescriptionsIn(DisplayMeter)["lblValue(3)"], "Column 4 reading");
 }
 
 TEST(ClientPanel, ContainersComeBeforeWhatTheyContain) {

@@ -186,16 +186,26 @@ TEST_F(FlowCheck, TheShortFormOfFeetFailsThoughTheCalculationTakesIt) {
     EXPECT_GT(window.CalculateFlow(1, velocity), 0);
 }
 
-class FlowUnits : public FlowCheck, public ::testing::WithParamInterface<const char*> {};
+struct AcceptedUnits {
+    const char* Text;
+    const char* Case;
+};
+
+class FlowUnits : public FlowCheck, public ::testing::WithParamInterface<AcceptedUnits> {};
 
 TEST_P(FlowUnits, Pass) {
-    Choose(WithUnits(GetParam()));
+    Choose(WithUnits(GetParam().Text));
     EXPECT_TRUE(console.Boxes().empty());
     EXPECT_EQ(window.Record.DisplayMode, DisplayFlow);
 }
 
 INSTANTIATE_TEST_SUITE_P(Accepted, FlowUnits,
-                         ::testing::Values("Feet ", " INCHES", "meters", "Cm", "feet"));
+                         ::testing::Values(AcceptedUnits{"Feet ", "FeetWithATrailingBlank"},
+                                           AcceptedUnits{" INCHES", "InchesInCapitalsBehindABlank"},
+                                           AcceptedUnits{"meters", "Meters"},
+                                           AcceptedUnits{"Cm", "Centimetres"},
+                                           AcceptedUnits{"feet", "Feet"}),
+                         [](const auto& units) { return units.param.Case; });
 
 TEST_F(FlowCheck, ActsInTheFlowModeAlone) {
     Know(FreshLogger(8, 0));

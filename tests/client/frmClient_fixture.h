@@ -4,10 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFontMetrics>
+#include <QLabel>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QPointer>
 #include <QTest>
+#include <QTimer>
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -85,6 +89,48 @@ class ClientFormTest : public ::testing::Test {
         QTest::mousePress(mainWindow.windowHandle(), Qt::RightButton, {}, place);
         QTest::mouseRelease(mainWindow.windowHandle(), Qt::RightButton, {}, place);
         QCoreApplication::processEvents();
+    }
+
+    static std::string TextOf(const QWidget* label) {
+        return FromQt(qobject_cast<const QLabel*>(label)->text());
+    }
+
+    /// Lets the window's timer tick so many times, and runs what the ticks brought about.
+    static void RunTicks(const frmClient& window, int count) {
+        const auto* timer = window.findChild<QTimer*>(QStringLiteral("Timer1"));
+        ASSERT_NE(timer, nullptr);
+        int ticks = 0;
+        const auto counting = QObject::connect(timer, &QTimer::timeout, [&ticks] { ++ticks; });
+        EXPECT_TRUE(RunEventsUntil([&] { return ticks >= count; }));
+        QObject::disconnect(counting);
+        QCoreApplication::processEvents();
+    }
+
+    /// Whatever is visible lies inside what holds it, and every text inside its label. The small
+    /// mode leaves the information beyond the edge on purpose.
+    static void ExpectNothingCutOff(const frmClient& window) {
+        const QWidget* content = Find(window, "content");
+        for (const QWidget* child : content->findChildren<QWidget*>()) {
+            const int left = child->mapTo(content, QPoint(0, 0)).x();
+            const bool beyond =
+                window.Model().Record.DisplayMode == DisplaySmall && left >= content->width();
+            if (!child->isVisible() || beyond) {
+                continue;
+            }
+            EXPECT_TRUE(child->parentWidget()->rect().contains(child->geometry()))
+                << FromQt(child->objectName());
+            if (const auto* label = qobject_cast<const QLabel*>(child)) {
+                ExpectTextFits(*label);
+            }
+        }
+    }
+
+    static void ExpectTextFits(const QLabel& label) {
+        const int flags = label.wordWrap() ? Qt::TextWordWrap : 0;
+        const QSize text =
+            QFontMetrics(label.font()).boundingRect(label.rect(), flags, label.text()).size();
+        EXPECT_LE(text.width(), label.width()) << FromQt(label.objectName());
+        EXPECT_LE(text.height(), label.height()) << FromQt(label.objectName());
     }
 
     void Sample(frmClient& window, std::initializer_list<std::int32_t> raw) {

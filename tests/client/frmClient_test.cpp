@@ -7,12 +7,12 @@
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
-#include <algorithm>
+#include <QTextDocument>
 #include <set>
 #include <vector>
 
 #include "client/layout.h"
+#include "flow/flow_mode.h"
 #include "frmClient_fixture.h"
 
 namespace client_test {
@@ -32,10 +32,6 @@ class PaintCounter final : public QObject {
         return false;
     }
 };
-
-std::string TextOf(const QWidget* label) {
-    return FromQt(qobject_cast<const QLabel*>(label)->text());
-}
 
 TEST_F(Form, OpensInTheMediumModeWithEmptyReadings) {
     const auto window = Open();
@@ -73,23 +69,7 @@ TEST_P(FormButtons, CutNothingOff) {
     ASSERT_TRUE(window->GetSettings());
     Sample(*window, {32768, 30000, 30000, 65535, 65535});
     Click(*window, GetParam().Button);
-    const QWidget* content = Find(*window, "content");
-    for (const QWidget* child : content->findChildren<QWidget*>()) {
-        const QRect place(child->mapTo(content, QPoint(0, 0)), child->size());
-        const bool beyond = GetParam().Mode == DisplaySmall && place.left() >= 216;
-        if (child->isVisible() && !beyond) {
-            EXPECT_TRUE(content->rect().contains(place)) << FromQt(child->objectName());
-        }
-        const auto* label = qobject_cast<const QLabel*>(child);
-        if (label != nullptr && label->isVisible()) {
-            const int flags = label->wordWrap() ? Qt::TextWordWrap : 0;
-            const QSize text = QFontMetrics(label->font())
-                                   .boundingRect(label->rect(), flags, label->text())
-                                   .size();
-            EXPECT_LE(text.width(), label->width()) << FromQt(child->objectName());
-            EXPECT_LE(text.height(), label->height()) << FromQt(child->objectName());
-        }
-    }
+    ExpectNothingCutOff(*window);
 }
 
 INSTANTIATE_TEST_SUITE_P(Five, FormButtons,
@@ -132,6 +112,30 @@ TEST_F(Form, AnAmpersandInNamesAndUnitsShowsAsItself) {
         EXPECT_EQ(label->textFormat(), Qt::PlainText);
         EXPECT_EQ(label->buddy(), nullptr);
     }
+}
+
+TEST_F(Form, ATipShowsAmpersandsAndMarkupAsThemselves) {
+    FlowDeviceEntry flume;
+    flume.Tag = "LONG";
+    flume.Name = "Flume & <b>weir</b> of the upper works, rebuilt with a throat of half the width";
+    console.State.CataloguesRecord.FlumeList.Append(flume);
+    console.Logger.Settings.FlowMode = FlumeMode;
+    console.Logger.Settings.FlumeTag = flume.Tag;
+    const auto window = Open();
+    Click(*window, "cmdFlow");
+    ASSERT_TRUE(window->GetSettings());
+    const QWidget* label = Find(*window, "lblFWT2");
+    ASSERT_EQ(TextOf(label), " " + flume.Name);
+    QTextDocument tip;
+    tip.setHtml(label->toolTip());
+    EXPECT_EQ(FromQt(tip.toPlainText()), " " + flume.Name);
+    EXPECT_TRUE(Find(*window, "lblFWT")->toolTip().isEmpty());
+}
+
+TEST_F(Form, TheCaptionOfTheDesignStandsUntilItIsSet) {
+    const auto window = frmClient::Make(console.Context);
+    EXPECT_EQ(window->Caption(), "Client");
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Client"));
 }
 
 TEST_F(Form, ATitleWithTheMarkOfAChangedDocumentShowsAsItself) {
@@ -238,12 +242,25 @@ TEST_F(Form, WithASecondWindowActiveARightPressActivatesTheFirst) {
     EXPECT_EQ(console.Popup.Captions.size(), 1U);
 }
 
-TEST_F(Form, TheMenuKeyShowsTheMenuOnce) {
+TEST_F(Form, TheMenuKeyShowsTheMenuOnceWithTheFocusWhereItWas) {
     const auto window = Open();
-    Find(*window, "cmdSmall")->setFocus();
+    QWidget* button = Find(*window, "cmdSmall");
+    button->setFocus();
     QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(), QPoint());
-    QCoreApplication::sendEvent(Find(*window, "cmdSmall"), &key);
+    QCoreApplication::sendEvent(button, &key);
     EXPECT_EQ(console.Popup.Captions.size(), 1U);
+    EXPECT_EQ(QApplication::focusWidget(), button);
+}
+
+TEST_F(Form, ARightPressTakesTheFocusFromOutsideTheWindow) {
+    const auto window = Open();
+    QPushButton outside(&mainWindow);
+    outside.show();
+    outside.setFocus();
+    ASSERT_EQ(QApplication::focusWidget(), &outside);
+    RightPress(Find(*window, "lblData(0)"));
+    const QWidget* focus = QApplication::focusWidget();
+    EXPECT_TRUE(focus == window.get() || window->isAncestorOf(focus));
 }
 
 QColor PixelOfColumn(const frmClient& window, int column, double fromTop) {
@@ -285,10 +302,10 @@ TEST_F(Form, AStandingDisplayIsNotPaintedAgain) {
     ASSERT_TRUE(window->GetSettings());
     Click(*window, "cmdMeter");
     Sample(*window, {32768, 0, 0});
-    QTest::qWait(60);
+    RunTicks(*window, 3);
     PaintCounter content(Find(*window, "content"));
     PaintCounter column(Find(*window, "fraColumn(0)"));
-    QTest::qWait(60);
+    RunTicks(*window, 10);
     EXPECT_EQ(content.Paints, 0);
     EXPECT_EQ(column.Paints, 0);
 }
@@ -301,12 +318,12 @@ TEST_F(Form, AMovedBarPaintsItsColumnAndNotTheWindow) {
     for (int i = 0; i < 4; ++i) {
         Sample(*window, {32768, 0, 0});
     }
-    QTest::qWait(60);
+    RunTicks(*window, 3);
     PaintCounter content(Find(*window, "content"));
     PaintCounter column(Find(*window, "fraColumn(0)"));
     Sample(*window, {36000, 0, 0});  // still rounds to 1: every text stays
     ASSERT_TRUE(RunEventsUntil([&] { return column.Paints > 0; }));
-    QTest::qWait(30);
+    RunTicks(*window, 3);
     EXPECT_EQ(content.Paints, 0);
     EXPECT_EQ(column.Paints, 1);
 }
@@ -315,7 +332,7 @@ TEST_F(Form, PaintingTheWindowDrawsEveryBarAgain) {
     const auto window = Open();
     ASSERT_TRUE(window->GetSettings());
     Click(*window, "cmdMeter");
-    QTest::qWait(40);
+    RunTicks(*window, 3);
     ASSERT_NE(window->Model().Record.Meters[0].LastBarTop, 0);
     Find(*window, "content")->repaint();
     EXPECT_EQ(window->Model().Record.Meters[0].LastBarTop, 0);
@@ -333,7 +350,7 @@ TEST_F(Form, BarsOfALoggerThatFellSilentAreGoneAfterTheNextPaint) {
     EXPECT_FALSE(window->GetSettings());
     Click(*window, "cmdSmall");
     Click(*window, "cmdMeter");
-    QTest::qWait(30);
+    RunTicks(*window, 3);
     EXPECT_EQ(PixelOfColumn(*window, 0, 0.5), window->palette().color(QPalette::Window));
 }
 
@@ -389,139 +406,27 @@ TEST_F(Form, LabelsThatChangeSayWhatTheyShowAndKeepTheirTextAsName) {
     EXPECT_EQ(FromQt(reading->accessibleName()), "");
 }
 
+TEST_F(Form, ColumnsFourAndFiveSayWhatTheyShowInTheFlowMode) {
+    const auto window = Open();
+    const auto says = [&](const char* name) {
+        return FromQt(Find(*window, name)->accessibleDescription());
+    };
+    EXPECT_EQ(says("lblValue(3)"), "Column 4 reading");
+    Click(*window, "cmdFlow");
+    EXPECT_EQ(says("lblValue(2)"), "Column 3 reading");
+    EXPECT_EQ(says("lblValue(3)"), "Flow reading");
+    EXPECT_EQ(says("lblUnits(4)"), "Velocity units");
+    EXPECT_EQ(says("fraColumn(4)"), "Velocity bar");
+    Click(*window, "cmdMeter");
+    EXPECT_EQ(says("lblValue(3)"), "Column 4 reading");
+}
+
 TEST_F(Form, TheIconTellsWhoIsAddressed) {
     const auto window = Open();
     const qint64 open = window->windowIcon().cacheKey();
     window->ShowIcon(IconAddressed);
     EXPECT_NE(window->windowIcon().cacheKey(), open);
     EXPECT_FALSE(window->windowIcon().pixmap(16, 16).isNull());
-}
-
-TEST_F(Form, TheCloseBoxUnloadsAndLeavesTheArea) {
-    auto window = Open();
-    const QPointer<frmClient> watch(window.get());
-    window->close();
-    EXPECT_EQ(console.State.Windows.NumClientWindows, 0);
-    EXPECT_EQ(console.State.Windows.At(0), nullptr);
-    EXPECT_EQ(console.State.Book.Entries[1].WindowIndex, NoWindow);
-    EXPECT_EQ(console.View.Clients[0].Icon, IconNoWindow);
-    EXPECT_TRUE(area->subWindowList().isEmpty());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_NE(watch, nullptr);
-    window.reset();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(watch, nullptr);
-}
-
-TEST_F(Form, AMainWindowThatGoesFirstTakesTheWindowWithIt) {
-    auto window = Open();
-    const QPointer<frmClient> watch(window.get());
-    console.State.Windows.Slots.clear();
-    delete area;
-    EXPECT_EQ(watch, nullptr);
-    window.reset();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-TEST_F(Form, AClosedWindowStillAnswersWithoutAScreen) {
-    const auto window = Open();
-    window->Unload();
-    EXPECT_TRUE(window->GetSettings());
-    EXPECT_TRUE(window->GetStatus());
-    EXPECT_TRUE(window->GetTime());
-    EXPECT_TRUE(window->ResetPulseAccs());
-    Sample(*window, {1});
-    window->ResetDisplay();
-    window->UpdateFlowModeDisplay();
-    window->SetCaption("gone");
-    window->ShowIcon(IconAddressed);
-    window->GiveFocus();
-    EXPECT_EQ(window->IsActive(), False);
-    EXPECT_EQ(TextOf(Find(*window, "lblLoggerName")), "");
-    EXPECT_FALSE(window->isVisible());
-}
-
-// The wait of an operation in which the operator closes the window: by number, from 1.
-class FormClosing : public ClientFormTest, public ::testing::WithParamInterface<int> {
- protected:
-    // Runs `method` on a window that nobody but its slot holds, and closes it in the wait. True
-    // if the operation got that far.
-    template <typename Method>
-    bool ClosedInside(Method method) {
-        auto window = Open();
-        frmClient* const bare = window.get();
-        const QPointer<frmClient> watch(bare);
-        window.reset();
-        int wait = 0;
-        console.Logger.InEveryWait = [&] {
-            QCoreApplication::processEvents();
-            if (++wait == GetParam() && watch != nullptr) {
-                watch->close();
-            }
-        };
-        method(*bare);
-        console.Logger.InEveryWait = nullptr;
-        const bool closed = wait >= GetParam();
-        EXPECT_EQ(console.State.Windows.NumClientWindows, closed ? 0 : 1);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_EQ(watch == nullptr, closed);
-        return closed;
-    }
-};
-
-TEST_P(FormClosing, InsideGetSettings) {
-    EXPECT_TRUE(ClosedInside([](frmClient& window) { window.GetSettings(); }));
-}
-
-TEST_P(FormClosing, InsideGetSettingsOfAFlowWindow) {
-    console.Logger.Settings = FreshLogger(8, 2);
-    EXPECT_TRUE(ClosedInside([](frmClient& window) {
-        Click(window, "cmdFlow");
-        window.GetSettings();
-    }));
-    EXPECT_TRUE(console.Boxes().empty());
-}
-
-TEST_P(FormClosing, InsideGetStatusGetTimeOrResetPulseAccs) {
-    const bool reached = GetParam() <= 2;
-    EXPECT_EQ(ClosedInside([](frmClient& window) { window.GetStatus(); }), reached);
-    console.State.Windows.NumClientWindows = 0;
-    EXPECT_EQ(ClosedInside([](frmClient& window) { window.GetTime(); }), reached);
-    console.State.Windows.NumClientWindows = 0;
-    EXPECT_EQ(ClosedInside([](frmClient& window) { window.ResetPulseAccs(); }), reached);
-}
-
-INSTANTIATE_TEST_SUITE_P(EveryWait, FormClosing, ::testing::Range(1, 13));
-
-TEST_F(Form, ClosedBehindTheBoxOfTheFlowCheck) {
-    console.Logger.Settings = FreshLogger(8, 0);
-    auto window = Open();
-    ASSERT_TRUE(window->GetSettings());
-    const QPointer<frmClient> watch(window.get());
-    QWidget* button = Find(*window, "cmdFlow");
-    console.Outside.Boxes.WhileShown = [&] { watch->close(); };
-    window.reset();
-    QTest::mouseClick(button, Qt::LeftButton);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(watch, nullptr);
-    EXPECT_EQ(console.Boxes().size(), 1U);
-}
-
-TEST_F(Form, ClosedWhileItWaitsForItsActivation) {
-    auto window = Open();
-    const QPointer<frmClient> watch(window.get());
-    QWidget* label = Find(*window, "lblData(0)");
-    QTimer closing;
-    QObject::connect(&closing, &QTimer::timeout, window.get(), &QWidget::close);
-    closing.setSingleShot(true);
-    closing.start(0);
-    window.reset();
-    QTest::mousePress(label, Qt::RightButton);
-    // The button comes up again, or it would count as held in every test behind this one.
-    QTest::mouseRelease(&mainWindow, Qt::RightButton);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(watch, nullptr);
-    EXPECT_TRUE(console.Popup.Captions.empty());
 }
 
 TEST_F(Form, AnotherFontKeepsEverythingInView) {

@@ -12,6 +12,7 @@ struct AlarmTime {
     std::int16_t Minute;
     std::int16_t Second;
     const char* Text;
+    const char* Case;
 };
 
 class AlarmTexts : public ::testing::TestWithParam<AlarmTime> {};
@@ -26,13 +27,18 @@ TEST_P(AlarmTexts, AreInATwelveHourClock) {
 
 INSTANTIATE_TEST_SUITE_P(
     Hours, AlarmTexts,
-    ::testing::Values(AlarmTime{0, 5, 9, "12:05:09 AM"}, AlarmTime{1, 0, 0, "1:00:00 AM"},
-                      AlarmTime{11, 59, 59, "11:59:59 AM"}, AlarmTime{12, 5, 9, "12:05:09 PM"},
-                      AlarmTime{13, 5, 9, "1:05:09 PM"}, AlarmTime{23, 10, 10, "11:10:10 PM"}));
+    ::testing::Values(AlarmTime{0, 5, 9, "12:05:09 AM", "HourZeroIsTwelveInTheMorning"},
+                      AlarmTime{1, 0, 0, "1:00:00 AM", "HourOneHasNoLeadingZero"},
+                      AlarmTime{11, 59, 59, "11:59:59 AM", "HourElevenIsTheLastInTheMorning"},
+                      AlarmTime{12, 5, 9, "12:05:09 PM", "HourTwelveIsNoon"},
+                      AlarmTime{13, 5, 9, "1:05:09 PM", "HourThirteenIsOneInTheAfternoon"},
+                      AlarmTime{23, 10, 10, "11:10:10 PM", "HourTwentyThreeIsElevenAtNight"}),
+    [](const auto& alarm) { return alarm.param.Case; });
 
 struct Interval {
     std::uint8_t Style;
     const char* Text;
+    const char* Case;
 };
 
 class Intervals : public ::testing::TestWithParam<Interval> {};
@@ -47,10 +53,15 @@ TEST_P(Intervals, FollowTheLowTwoBitsOfTheLoggingStyle) {
     EXPECT_EQ(panel.lblSampleInterval2.Text, GetParam().Text);
 }
 
-INSTANTIATE_TEST_SUITE_P(Styles, Intervals,
-                         ::testing::Values(Interval{0, "5 minutes"}, Interval{1, "Logarithmic"},
-                                           Interval{2, "Fast"}, Interval{3, "5 minutes"},
-                                           Interval{6, "Fast"}, Interval{5, "Logarithmic"}));
+INSTANTIATE_TEST_SUITE_P(
+    Styles, Intervals,
+    ::testing::Values(Interval{0, "5 minutes", "StyleZeroIsAnOrdinaryInterval"},
+                      Interval{1, "Logarithmic", "StyleOneIsLogarithmic"},
+                      Interval{2, "Fast", "StyleTwoIsFast"},
+                      Interval{3, "5 minutes", "StyleThreeIsAnOrdinaryInterval"},
+                      Interval{5, "Logarithmic", "StyleFiveIsLogarithmicByItsLowBits"},
+                      Interval{6, "Fast", "StyleSixIsFastByItsLowBits"}),
+    [](const auto& interval) { return interval.param.Case; });
 
 TEST(Information, ShowsEveryLabelAndItsTwin) {
     LoggerRecord record;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 #include <string>
 
@@ -20,8 +21,8 @@ class LayoutOfMode : public ClientTest, public ::testing::WithParamInterface<Tol
 
 TEST_P(LayoutOfMode, SetsTheSizeOfTheWindow) {
     window.ChooseDisplay(GetParam().Mode);
-    EXPECT_EQ(Shown().WindowHeight, GetParam().Height);
-    EXPECT_EQ(Shown().WindowWidth, GetParam().Width);
+    EXPECT_EQ(SizeOfMode(Shown().DisplayMode).Height, GetParam().Height);
+    EXPECT_EQ(SizeOfMode(Shown().DisplayMode).Width, GetParam().Width);
     EXPECT_EQ(Shown().DisplayMode, GetParam().Mode);
 }
 
@@ -141,7 +142,7 @@ class Layout : public ClientTest {
 
 TEST_F(Layout, StartsInTheMediumMode) {
     EXPECT_EQ(window.Record.DisplayMode, DisplayMedium);
-    EXPECT_EQ(Shown().WindowWidth, 5830);
+    EXPECT_EQ(Shown().DisplayMode, DisplayMedium);
 }
 
 TEST_F(Layout, SmallAndMediumShowTheSameControls) {
@@ -214,6 +215,20 @@ TEST_F(Layout, BarColumnsStand1180Apart) {
     }
 }
 
+TEST_F(Layout, AFullBarLiesInsideItsColumn) {
+    for (int i = 0; i < BarColumns; ++i) {
+        const TwipsBox frame = Shown().fraMeter[static_cast<std::size_t>(i)].Place;
+        const auto [column, bar] = PlacesOfColumn(Shown(), window.Record, i);
+        EXPECT_EQ(column, (TwipsBox{frame.Left + 245, frame.Top + 1140, 700, 2110})) << i;
+        EXPECT_EQ(bar, (TwipsBox{window.Record.BarLeft + i * 1180, frame.Top + window.Record.BarTop,
+                                 window.Record.BarWidth, window.Record.BarHeight}))
+            << i;
+        EXPECT_GT(bar.Left, column.Left) << i;
+        EXPECT_LT(bar.Left + bar.Width, column.Left + column.Width) << i;
+        EXPECT_LT(bar.Top + bar.Height, column.Top + column.Height) << i;
+    }
+}
+
 TEST_F(Layout, TheFlowFrameStandsRightOfColumnFourAtTheHeightOfTheColumns) {
     window.ChooseDisplay(DisplayFlow);
     const TwipsBox last = Shown().fraMeter[4].Place;
@@ -226,14 +241,13 @@ TEST_F(Layout, AModeThatIsNoneChangesNothing) {
     const ClientPanel before = Shown();
     window.Record.DisplayMode = 5;
     window.Resize();
-    EXPECT_EQ(Shown().WindowWidth, before.WindowWidth);
-    EXPECT_EQ(Shown().DisplayMode, before.DisplayMode);
+    EXPECT_EQ(Shown(), before);
 }
 
 TEST_F(Layout, ResizingLaysTheSameModeOutAgain) {
     window.ChooseDisplay(DisplayMeter);
     window.Resize();
-    EXPECT_EQ(Shown().WindowWidth, 9615);
+    EXPECT_EQ(Shown().DisplayMode, DisplayMeter);
     EXPECT_EQ(window.Record.DisplayMode, DisplayMeter);
 }
 

@@ -73,7 +73,7 @@ TEST_F(Readings, AChannelThatNoLoggerHasIsAFault) {
     EXPECT_THROW(static_cast<void>(ScaleLiveReading(State(), AnalogChannels, 0)), Fault);
 }
 
-TEST_F(Readings, BeforeAnySampleTheBarSitsAtTheLowerLimitAndTheLabelsAreEmpty) {
+TEST_F(Readings, BeforeAnySampleTheBarSitsAtTheLowerLimitAndOnlyTheUnitsShow) {
     State().LowerLimit[0] = 2.5;
     RefreshReadings(window.Record, surface.Shown);
     EXPECT_EQ(Meter(0).Value, 2.5);

@@ -1,6 +1,7 @@
+#include "flow/flow_definition.h"
+
 #include <gtest/gtest.h>
 
-#include "flow/catalogues.h"
 #include "flow/flow_calculation.h"
 #include "flow/flow_support.h"
 

@@ -1,10 +1,11 @@
+#include "flow/flow_precision.h"
+
 #include <gtest/gtest.h>
 
 #include <bit>
 #include <limits>
 #include <random>
 
-#include "flow/flow_calculation.h"
 #include "flow/flow_support.h"
 
 namespace {
@@ -149,23 +150,31 @@ TEST_F(Precision, ExtremeRawLimitsDoNotWrap) {
     ExpectState(3, 4);
 }
 
-TEST_F(Precision, AnyLimitsGivePlacesFromZeroToFour) {
+TEST_F(Precision, AnyLimitsGivePlacesFromZeroToFourOrTwoToTheCurrentLoggerAlone) {
     std::mt19937_64 random(5);
     state_.FlowMode = 1;
     state_.ManningsD = 1;
     state_.ManningsS = 1;
+    int swept = 0;
     for (int run = 0; run < 2000; ++run) {
         state_.LowerLimit[0] = std::bit_cast<double>(random());
         state_.UpperLimit[0] = std::bit_cast<double>(random());
         state_.RawScaleLower[0] = static_cast<std::int32_t>(random());
         state_.RawScaleUpper[0] = static_cast<std::int32_t>(random());
-        state_.FlowDecPlaces = 4;
-        state_.VelDecPlaces = 4;
+        state_.FlowDecPlaces = state_.VelDecPlaces = -1;
+        global_.FlowDecPlaces = global_.VelDecPlaces = -1;
         CalculateFlowVelPrecision(state_, global_);
-        for (const int places : {state_.FlowDecPlaces, state_.VelDecPlaces}) {
-            ASSERT_TRUE(places >= 0 && places <= 4) << run;
+        const auto placed = [](std::int16_t places) { return places >= 0 && places <= 4; };
+        if (global_.FlowDecPlaces == 2 && global_.VelDecPlaces == 2) {
+            ASSERT_TRUE(state_.FlowDecPlaces == -1 && state_.VelDecPlaces == -1) << run;
+            continue;
         }
+        ASSERT_TRUE(global_.FlowDecPlaces == -1 && global_.VelDecPlaces == -1) << run;
+        ASSERT_TRUE(placed(state_.FlowDecPlaces) && placed(state_.VelDecPlaces)) << run;
+        ++swept;
     }
+    EXPECT_GT(swept, 100);
+    EXPECT_LT(swept, 2000);
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 #include "flow/catalogues.h"
 #include "flow/flow_calculation.h"
+#include "flow/flow_definition.h"
 #include "flow/flow_support.h"
 #include "flow/flow_table.h"
 
@@ -22,8 +23,7 @@ constexpr double GpmPerCfs = 448.831;
 constexpr double Gravity = 32.174;  // feet per second squared
 
 std::string DataFolder() {
-    return (std::filesystem::path(__FILE__).parent_path().parent_path().parent_path() / "data")
-        .string();
+    return ORVIA_DATA_FOLDER;
 }
 
 class Ratings : public ::testing::Test {
@@ -146,15 +146,16 @@ TEST_F(Ratings, NotchesOf45And60DegreesAgreeWithPublishedTables) {
 }
 
 /// The equation of Kindsvater and Shen, with the coefficient and head correction (in metres) that
-/// are read off Shen's curves.
+/// are interpolated on a grid laid over Shen's curves.
 double ShenCfs(double degrees, double coefficient, double correction, double head) {
     const double radians = degrees * std::acos(-1.0) / 180;
     return 8.0 / 15 * coefficient * std::sqrt(2 * Gravity) * std::tan(radians / 2) *
            std::pow(head + correction * FeetPerMeter, 2.5);
 }
 
-// Shen (1981). The round exponents of the narrow notches leave the head correction out, which
-// tells at small heads; the tables name 2 to 5 % for themselves.
+// Shen (1981), whose curves hold from 25 to 100 degrees. The round exponents of the narrow notches
+// leave the head correction out, which tells at small heads; the tables name 2 to 5 % for
+// themselves.
 TEST_F(Ratings, NotchesAgreeWithShensCurves) {
     for (const double head : {0.3, 0.5, 0.8, 1.0}) {
         ExpectRow("V90", head, ShenCfs(90, 0.5775, 0.0010, head), 0.01);
@@ -163,16 +164,32 @@ TEST_F(Ratings, NotchesAgreeWithShensCurves) {
     for (const double head : {0.6, 0.8, 1.0}) {
         ExpectRow("V45", head, ShenCfs(45, 0.5788, 0.0016, head), 0.03);
         ExpectRow("V30", head, ShenCfs(30, 0.585, 0.0023, head), 0.03);
-        ExpectRow("V22", head, ShenCfs(22.5, 0.5888, 0.0027, head), 0.05);
     }
 }
 
-// Coefficients of Q = K H^2.5 in a second reference list, each the flow at a head of 1 ft.
+// Endress+Hauser: cubic metres per hour, times the 2.5th power of the head in millimetres. Cone's
+// exponent for 90 degrees is another; the two laws cross near 0.8 ft.
 TEST_F(Ratings, NotchesAgreeWithASecondListOfCoefficients) {
-    constexpr Row Rows[] = {{"V22", 1, 0.497}, {"V30", 1, 0.685}, {"V45", 1, 1.035},
-                            {"V60", 1, 1.443}, {"V90", 1, 2.49},  {"V120", 1, 4.34}};
-    for (const Row& row : Rows) {
-        ExpectRow(row.Tag, row.Feet, row.Cfs, 0.015);
+    constexpr double FeetPerMillimeter = FeetPerMeter / 1000;
+    constexpr double CubicMetersPerHourPerCfs = LitersPerCubicFoot * 3.6;
+    constexpr std::pair<const char*, double> Factors[] = {{"V22", 0.0000313},
+                                                          {"V30", 0.0000421},
+                                                          {"V45", 0.0000651},
+                                                          {"V60", 0.0000907},
+                                                          {"V90", 0.0001571}};
+    for (const auto& [tag, factor] : Factors) {
+        for (const double millimeters : {150.0, 250.0, 380.0}) {
+            const double hourly = factor * std::pow(millimeters, 2.5);
+            ExpectRow(tag, millimeters * FeetPerMillimeter, hourly / CubicMetersPerHourPerCfs,
+                      0.015);
+        }
+    }
+}
+
+// Discharge goes with the tangent of half the angle as long as the coefficient stays.
+TEST_F(Ratings, TheWidestNotchHoldsTheTangentBesideThatOf60Degrees) {
+    for (const double head : {0.2, 0.6, 1.25}) {
+        ExpectRow("V120", head, 3 * Cfs("V60", head), 0.01);
     }
 }
 

@@ -42,7 +42,7 @@ class SamplingTest : public ::testing::Test {
         for (const auto& window : console_.State.Windows.Slots) {
             if (window && comm::SelectClient(console_.Radio(),
                                              console_.State.Book.Entries[window->ClientIndex()])) {
-                window->GetSettings();
+                static_cast<void>(window->GetSettings());
             }
         }
         sampling_.ContinuousMode = AutoUpdateStart;
