@@ -11,14 +11,17 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QTextDocument>
 #include <map>
 
 #include "app/contrast.h"
 #include "app/frmSplash.h"
 #include "app/lifecycle.h"
 #include "client/frmClient.h"
+#include "common/fault.h"
 #include "console/client_list.h"
 #include "console/frmClientList.h"
+#include "link/busy_guard.h"
 #include "link/frmConnect.h"
 #include "link/sampling.h"
 #include "link/supervision.h"
@@ -50,6 +53,19 @@ QString IconMeaning(std::uint8_t icon) {
             return QStringLiteral("window open, radio addressed");
         default:
             return QStringLiteral("no window");
+    }
+}
+
+/// Closes what stands modally over the windows, the innermost first. A dialog goes as it is:
+/// whoever showed it unwinds, and nobody is asked anything.
+void CloseDialogs() {
+    QWidget* closed = nullptr;
+    for (QWidget* modal = QApplication::activeModalWidget(); modal != nullptr && modal != closed;
+         modal = QApplication::activeModalWidget()) {
+        closed = modal;
+        if (auto* dialog = qobject_cast<QDialog*>(modal)) {
+            TrapFault([dialog] { dialog->done(QDialog::Rejected); });
+        }
     }
 }
 
@@ -174,7 +190,8 @@ void frmMain::SetCommandStates(const CommandStates& states) {
 
 void frmMain::SetAddressBookName(const std::string& text) {
     lblAddressBook_->setText(::ToQt(text));
-    lblAddressBook_->setToolTip(::ToQt(state_.SettingsRecord.AddressBookPath));
+    const QString path = ::ToQt(state_.SettingsRecord.AddressBookPath);
+    lblAddressBook_->setToolTip(path.isEmpty() ? path : Qt::convertFromPlainText(path));
 }
 
 void frmMain::ClearClients() {
@@ -209,21 +226,18 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
 }
 
 void frmMain::CloseAllChildForms() {
-    log_->Unload();
-    // The last one opened goes first. A holder each: closing empties the slot.
-    const ClientWindows open = state_.Windows;
-    for (auto window = open.Slots.rbegin(); window != open.Slots.rend(); ++window) {
-        if (*window) {
-            (*window)->Unload();
-        }
+    CloseDialogs();
+    const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
+    for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
+        TrapFault([this, window] { UnloadChild(**window); });
     }
-    for (QWidget* form : QApplication::topLevelWidgets()) {
-        auto* dialog = qobject_cast<QDialog*>(form);
-        if (dialog != nullptr && dialog->isVisible()) {
-            // A modal one goes as it is: whoever showed it unwinds, and nobody is asked anything.
-            dialog->isModal() ? dialog->done(QDialog::Rejected)
-                              : static_cast<void>(dialog->close());
-        }
+}
+
+void frmMain::UnloadChild(QMdiSubWindow& child) {
+    if (auto* client = dynamic_cast<ClientWindow*>(&child)) {
+        client->Unload();
+    } else {
+        log_->Unload();
     }
 }
 
@@ -292,10 +306,10 @@ void frmMain::ToggleConnection() {
         case comm::Toggle::Connect:
             break;
     }
+    const BusyGuard busy(state_.OperationsRecord.OperationBusy);
     const std::string before = state_.SettingsRecord.AddressBookPath;
     ShowConnect();
     TakeBookOfConnectDialog(BookWork(), before);
-    state_.OperationsRecord.OperationBusy = False;
 }
 
 void frmMain::Supervise() {

@@ -31,12 +31,12 @@ class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QPushButton;
-class frmClient;
 
 /// The main window: parent of all client windows, with the client list, the operations and the
 /// state of the link. Its two timers are the console's main loop.
 class frmMain final : public QMainWindow, public MainView, public ClientPopup {
  public:
+    /// Makes the window, hidden and at rest; Load brings it to life.
     explicit frmMain(SharedState& state);
     ~frmMain() override;
 
@@ -97,6 +97,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void WithChosenClient(const std::function<void()>& action);
     void ToggleAutoUpdate();
     void ListWindows();
+    void UnloadChild(QMdiSubWindow& child);
     [[nodiscard]] bool TakesListEvent(const QEvent& event);
 
     [[nodiscard]] comm::LinkContext Radio();

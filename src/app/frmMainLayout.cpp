@@ -1,18 +1,15 @@
 // How the main window is put together; what it does is in frmMain.cpp.
-#include <QApplication>
 #include <QBoxLayout>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
-#include "client/frmClient.h"
 #include "console/frmClientList.h"
 #include "console/logger_orders.h"
 #include "history/frmGetHistory.h"
@@ -103,8 +100,7 @@ QPushButton* frmMain::AddButton(const QString& name, const QString& text,
     auto* button = new QPushButton(text, Picture1_);
     button->setObjectName(name);
     button->setEnabled(false);
-    connect(button, &QPushButton::clicked, this,
-            [this, operation = std::move(operation)] { operation(Operating()); });
+    connect(button, &QPushButton::clicked, this, [this, operation] { operation(Operating()); });
     Picture1_->layout()->addWidget(button);
     return button;
 }

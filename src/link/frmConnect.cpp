@@ -49,20 +49,23 @@ void frmConnect::BuildButtons() {
         column->addWidget(made);
         return made;
     };
-    auto* cmdSetup = button("cmdSetup", "Change &Settings");
+    QPushButton* cmdSetup = button("cmdSetup", "Change &Settings");
     cmdSetup->setAutoDefault(false);
-    cmdConnect_ = button("cmdConnect", "C&onnect");
-    cmdConnect_->setDefault(true);
-    cmdCancel_ = button("cmdCancel", "Cancel");
+    QPushButton* cmdConnect = button("cmdConnect", "C&onnect");
+    cmdConnect->setDefault(true);
+    QPushButton* cmdCancel = button("cmdCancel", "Cancel");
     column->addStretch();
     static_cast<QBoxLayout*>(layout())->addLayout(column);
     connect(cmdSetup, &QPushButton::clicked, this, [this] { ChangeSettings(); });
-    connect(cmdConnect_, &QPushButton::clicked, this, [this] { Connect(); });
-    connect(cmdCancel_, &QPushButton::clicked, this, [this] { reject(); });
-    cmdConnect_->setFocus();
+    connect(cmdConnect, &QPushButton::clicked, this, [this] { Connect(); });
+    connect(cmdCancel, &QPushButton::clicked, this, [this] { reject(); });
+    cmdConnect->setFocus();
 }
 
 void frmConnect::ChangeSettings() {
+    if (dialog_.Connecting != False) {
+        return;
+    }
     const Settings before = state_.SettingsRecord;
     frmConnectSetup(state_.SettingsRecord, state_.Outside, this).exec();
     comm::SettingsChanged(state_.LinkRecord, before, state_.SettingsRecord);

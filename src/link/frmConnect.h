@@ -8,11 +8,11 @@
 #include "link/connecting.h"
 
 class QLabel;
-class QPushButton;
 
 /// The dialog in which the operator connects to the server radio.
 class frmConnect final : public QDialog {
  public:
+    /// Shows the settings of `state`; `view` is the main window, which follows a connect.
     frmConnect(SharedState& state, MainView& view, QWidget* parent);
 
     /// Escape and the close box act as the cancel button.
@@ -32,8 +32,6 @@ class frmConnect final : public QDialog {
     QLabel* lblBaudRate_ = nullptr;
     QLabel* lblAutoDisconnect_ = nullptr;
     QLabel* lblAddressBook_ = nullptr;
-    QPushButton* cmdConnect_ = nullptr;
-    QPushButton* cmdCancel_ = nullptr;
 };
 
 #endif  // ORVIA_LINK_FRM_CONNECT_H

@@ -1,17 +1,20 @@
 #include "app/frmMain.h"
 
-#include <QCloseEvent>
+#include <QAccessible>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTextDocument>
 
 #include "app/frmAbout.h"
 #include "app/frmMain_fixture.h"
 #include "app/lifecycle.h"
+#include "console/forms_bench.h"
 #include "platform/qt/text_qt.h"
+#include "platform/qt/twips.h"
 
 namespace testing_support {
 namespace {
@@ -180,18 +183,6 @@ TEST_F(MainWindowTest, TheConnectButtonPressedInsideASamplingStepDisconnectsWhen
     ExpectAtRest();
 }
 
-TEST_F(MainWindowTest, ACloseWhileAnExchangeRunsIsRefusedWithNoMessage) {
-    StartConnected();
-    ClickClient(1);
-    bool closed = true;
-    Once([this] { return state_.LinkRecord.CommBusy != False; },
-         [&] { closed = window_->close(); });
-    Click("cmdGetSettings");
-    EXPECT_FALSE(closed);
-    EXPECT_TRUE(window_->isVisible());
-    EXPECT_TRUE(boxes_.Shown.empty());
-}
-
 TEST_F(MainWindowTest, ClosingTheClientInsideEveryWaitOfGetSampleLeavesNothingBusy) {
     StartConnected();
     for (int moment = 100; moment <= 4000; moment += 300) {
@@ -206,47 +197,59 @@ TEST_F(MainWindowTest, ClosingTheClientInsideEveryWaitOfGetSampleLeavesNothingBu
     }
 }
 
+const std::string LinkDownText = "Error: unable to communicate with server radio";
+
+TEST_F(MainWindowTest, ADeviceThatVanishesWhileTheRadioIsCalledTellsSoOnce) {
+    StartConnected();
+    ClickClient(1);
+    state_.LinkRecord.LinkState = LinkConnecting;
+    host_.Virtual.Network.RadioFaults().OnRequest(
+        'A', simulator::Plain(simulator::FaultKind::LoseAnswer));
+    Once([this] { return state_.LinkRecord.CommBusy != False; },
+         [this] { host_.Virtual.Port.PullOut(); });
+    Click("cmdGetSettings");
+    ASSERT_EQ(boxes_.Shown.size(), 1U);
+    EXPECT_EQ(boxes_.Shown[0].Text, LinkDownText);
+    EXPECT_EQ(boxes_.Shown[0].Title, "Server Connection Error");
+    EXPECT_EQ(boxes_.Shown[0].Icon, BoxIcon::Stop);
+    EXPECT_EQ(boxes_.Shown[0].Buttons, BoxButtons::Ok);
+    ExpectAtRest();
+}
+
+TEST_F(MainWindowTest, ADeviceThatVanishesWhileTheLoggerIsAskedTellsNothing) {
+    StartConnected();
+    ClickClient(1);
+    bool pulled = false;
+    Once(
+        [this] {
+            return state_.LinkRecord.LinkState == LinkNormal && state_.LinkRecord.CommBusy != False;
+        },
+        [&] {
+            pulled = true;
+            host_.Virtual.Port.PullOut();
+        });
+    Click("cmdGetSettings");
+    EXPECT_TRUE(pulled);
+    EXPECT_EQ(WindowOf(1)->SettingsValid(), False);
+    EXPECT_TRUE(boxes_.Shown.empty());
+    ExpectAtRest();
+}
+
 TEST_F(MainWindowTest, ADeviceThatVanishesInsideEveryWaitLeavesNothingBusy) {
     StartConnected();
     ClickClient(1);
     for (int moment = 100; moment <= 3100; moment += 600) {
+        boxes_.Shown.clear();
         ClickAndLater("cmdGetSettings", moment, [this] { host_.Virtual.Port.PullOut(); });
         ExpectAtRest();
         ASSERT_TRUE(host_.RunUntil([this] { return !host_.Virtual.Port.PortOpen(); }));
-        boxes_.Shown.clear();
+        EXPECT_LE(boxes_.Shown.size(), 1U) << moment;
+        for (const MessageBox& box : boxes_.Shown) {
+            EXPECT_EQ(box.Text, LinkDownText) << moment;
+        }
     }
     Click("cmdGetSettings");
     EXPECT_NE(WindowOf(1)->SettingsValid(), False) << "a device that is back is opened again";
-}
-
-TEST_F(MainWindowTest, TheProgramClosedInsideEveryWaitOfGetSampleUnwindsInSilence) {
-    StartConnected();
-    ClickClient(1);
-    bool closed = false;
-    for (int moment = 100; moment <= 4000 && !closed; moment += 300) {
-        // Refused while an exchange is on the wire, taken in the wait between two.
-        bool tried = false;
-        ClickAndLater("cmdGetSettings", moment, [&] {
-            tried = true;
-            closed = window_->close();
-        });
-        EXPECT_EQ(state_.OperationsRecord.OperationBusy, False);
-        ASSERT_TRUE(host_.RunUntil([&] { return tried; }));
-    }
-    EXPECT_TRUE(closed);
-    EXPECT_EQ(state_.LinkRecord.ShuttingDown, True);
-    EXPECT_EQ(state_.Windows.NumClientWindows, 0);
-    EXPECT_TRUE(boxes_.Shown.empty());
-}
-
-TEST_F(MainWindowTest, ClosingUnloadsTheClientsAndSavesTheSettings) {
-    StartConnected();
-    ClickClient(1);
-    ClickClient(2);
-    EXPECT_TRUE(window_->close());
-    EXPECT_EQ(state_.Windows.NumClientWindows, 0);
-    EXPECT_FALSE(host_.Virtual.Port.PortOpen());
-    EXPECT_EQ(host_.Virtual.Store.Values["Configuration/Port"], "COM1");
 }
 
 TEST_F(MainWindowTest, HelpOpensTheFileThatLiesBesideTheProgram) {
@@ -262,31 +265,50 @@ TEST_F(MainWindowTest, HelpWithoutItsFileDoesNothing) {
     EXPECT_TRUE(host_.Virtual.Help.Opened.empty());
 }
 
-TEST_F(MainWindowTest, AboutTellsTheVersionAndEscapeClosesIt) {
-    frmAbout about(window_.get());
-    about.show();
-    EXPECT_EQ(about.windowTitle(), QStringLiteral("About Harrowmere"));
-    EXPECT_TRUE(about.findChild<QLabel*>(QStringLiteral("lblVersion"))
-                    ->text()
-                    .contains(ToQt(VersionText())));
-    QTest::keyClick(&about, Qt::Key_Escape);
-    EXPECT_FALSE(about.isVisible());
-}
-
 TEST_F(MainWindowTest, EveryControlThatTakesInputHasAnAccessibleNameAndATabStop) {
     StartConnected();
     ClickClient(1);
-    for (const QWidget* control : window_->findChildren<QWidget*>()) {
-        if (control->isVisible() && (control->focusPolicy() & Qt::TabFocus) != 0 &&
-            !control->inherits("QMdiSubWindow") && !control->inherits("QMdiArea")) {
-            const auto* button = qobject_cast<const QAbstractButton*>(control);
-            const QString name = button != nullptr && !button->text().isEmpty()
-                                     ? button->text()
-                                     : control->accessibleName();
-            EXPECT_FALSE(name.isEmpty())
-                << control->metaObject()->className() << " " << FromQt(control->objectName());
-        }
+    ASSERT_TRUE(host_.RunUntil([this] { return Find<QPushButton>("cmdSetup").isEnabled(); }));
+    const std::vector<std::string> stops = forms_bench::TabOrder(*window_, "lvwClients");
+    const std::vector<std::string> told{"lvwClients",     "cmdGetSettings", "cmdSampleContinuously",
+                                        "cmdSignalLevel", "cmdGetHistory",  "cmdClearHistory",
+                                        "cmdSyncTime",    "cmdSetup",       "cmdConnect"};
+    ASSERT_GE(stops.size(), told.size());
+    EXPECT_TRUE(std::equal(told.begin(), told.end(), stops.begin()))
+        << ::testing::PrintToString(stops);
+    for (const std::string& name : told) {
+        QAccessibleInterface* reader =
+            QAccessible::queryAccessibleInterface(forms_bench::Find(*window_, name));
+        ASSERT_NE(reader, nullptr) << name;
+        EXPECT_FALSE(reader->text(QAccessible::Name).isEmpty()) << name;
     }
+    for (const char* name : {"txtServerState", "txtSystemID", "txtComPort"}) {
+        EXPECT_FALSE(Find<QLineEdit>(name).accessibleName().isEmpty()) << name;
+    }
+}
+
+TEST_F(MainWindowTest, TheListFollowsTheWindowsHeightButNeverFallsUnder1300Twips) {
+    StartConnected();
+    const auto& list = Find<QListWidget>("lvwClients");
+    const int height = list.height();
+    const QSize size = window_->size();
+    window_->resize(size.width(), size.height() + 120);
+    EXPECT_TRUE(host_.RunUntil([&] { return list.height() == height + 120; })) << list.height();
+    window_->resize(size.width(), 100);
+    EXPECT_TRUE(host_.RunUntil([&] { return list.height() < height; })) << list.height();
+    EXPECT_GE(list.height(), PixelsOfTwips(1300));
+    EXPECT_EQ(list.minimumHeight(), PixelsOfTwips(1300)) << "whatever the font asks for";
+}
+
+TEST_F(MainWindowTest, APathWithMarkupIsShownAsItStandsInTheTip) {
+    state_.SettingsRecord.AddressBookPath = "/books/<b>north</b> & south.obk";
+    window_->SetAddressBookName("south");
+    QTextDocument tip;
+    tip.setHtml(Find<QLabel>("lblAddressBook").toolTip());
+    EXPECT_EQ(tip.toPlainText(), QStringLiteral("/books/<b>north</b> & south.obk"));
+    state_.SettingsRecord.AddressBookPath.clear();
+    window_->SetAddressBookName("-- None --");
+    EXPECT_TRUE(Find<QLabel>("lblAddressBook").toolTip().isEmpty());
 }
 
 TEST_F(MainWindowTest, ABookOfTenThousandIsListedQuickly) {
@@ -302,41 +324,6 @@ TEST_F(MainWindowTest, ABookOfTenThousandIsListedQuickly) {
     EXPECT_LT(elapsed.elapsed(), 2000) << "seconds would be a mistake of another order";
 }
 
-/// The connect dialog.
-TEST_F(MainWindowTest, ConnectCancelledDuringTheAttemptEndsWithIt) {
-    host_.Virtual.Network.Radio().Silence();
-    Start([this](frmConnect& dialog) {
-        Once([this] { return state_.LinkRecord.CommBusy != False; },
-             [&dialog] {
-                 dialog.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->click();
-                 EXPECT_TRUE(dialog.isVisible()) << "the attempt ends it";
-             });
-        dialog.findChild<QPushButton*>(QStringLiteral("cmdConnect"))->click();
-    });
-    ASSERT_EQ(boxes_.Shown.size(), 2U);
-    EXPECT_EQ(boxes_.Shown[0].Title, "Connection Required");
-    EXPECT_EQ(boxes_.Shown[1].Title, "Connect Error");
-    EXPECT_EQ(state_.LinkRecord.LinkState, LinkDisconnected);
-    EXPECT_EQ(state_.LinkRecord.CommBusy, False);
-}
-
-TEST_F(MainWindowTest, TheConnectDialogsCloseBoxActsAsCancel) {
-    Start([](frmConnect& dialog) { dialog.close(); });
-    ASSERT_EQ(boxes_.Shown.size(), 1U);
-    EXPECT_EQ(boxes_.Shown[0].Title, "Connection Required");
-    EXPECT_EQ(state_.LinkRecord.Connected, False);
-}
-
-TEST_F(MainWindowTest, APortThatWillNotOpenTellsSoThenTheConsoleGoesOn) {
-    host_.Virtual.Port.Missing = {1};
-    Start([](frmConnect& dialog) {
-        dialog.findChild<QPushButton*>(QStringLiteral("cmdConnect"))->click();
-    });
-    ASSERT_EQ(boxes_.Shown.size(), 1U);
-    EXPECT_EQ(boxes_.Shown[0].Title, "Connect Error");
-    EXPECT_EQ(window_->ClientCount(), 3) << "the book is loaded all the same";
-}
-
 /// Pictures of the windows in light and dark, kept where ORVIA_SCREENSHOTS names a folder.
 class MainWindowScreens : public MainWindowTest, public ::testing::WithParamInterface<bool> {
  protected:
@@ -350,9 +337,33 @@ class MainWindowScreens : public MainWindowTest, public ::testing::WithParamInte
     }
     ~MainWindowScreens() override { QApplication::setPalette(before_); }
 
+    /// Labels and buttons have the room that their texts ask for, and fields that of theirs.
+    static void ExpectNothingCutOff(const QWidget& form) {
+        int looked = 0;
+        for (const QWidget* child : form.findChildren<QWidget*>()) {
+            const auto* label = qobject_cast<const QLabel*>(child);
+            const auto* button = qobject_cast<const QPushButton*>(child);
+            const bool told = label != nullptr ? !label->wordWrap() && !label->text().isEmpty()
+                                               : button != nullptr && !button->text().isEmpty();
+            if (child->isVisibleTo(&form) && told) {
+                ++looked;
+                EXPECT_GE(child->width(), child->sizeHint().width()) << NameOf(*child);
+                EXPECT_GE(child->height(), child->sizeHint().height()) << NameOf(*child);
+            }
+            const auto* field = qobject_cast<const QLineEdit*>(child);
+            if (field != nullptr && field->isVisibleTo(&form)) {
+                EXPECT_GT(field->width(), field->fontMetrics().horizontalAdvance(field->text()))
+                    << NameOf(*child);
+            }
+        }
+        EXPECT_GT(looked, 1);
+    }
+
+    static std::string NameOf(const QWidget& widget) { return FromQt(widget.objectName()); }
+
     void Keep(QWidget& form, const char* name) {
         const QPixmap picture = form.grab();
-        EXPECT_FALSE(picture.isNull());
+        ExpectNothingCutOff(form);
         const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
         if (!folder.isEmpty()) {
             QDir().mkpath(folder);
@@ -376,7 +387,10 @@ TEST_P(MainWindowScreens, ShowWhatAnOperatorSees) {
     Click("cmdGetSettings");
     host_.RunFor(1000);
     Keep(*window_, "frmMain");
+    EXPECT_EQ(Find<QLineEdit>("txtServerState").text(), QStringLiteral("Connected - Normal"));
+    EXPECT_EQ(Find<QLabel>("lblAddressBook").text(), QStringLiteral("site"));
     frmAbout about(window_.get());
+    about.show();
     Keep(about, "frmAbout");
 }
 
