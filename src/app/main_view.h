@@ -7,6 +7,7 @@
 
 #include "client/client_window.h"
 
+/// A colour, each part from 0 (none) to 255.
 struct Colour {
     std::uint8_t Red = 0;
     std::uint8_t Green = 0;
@@ -14,6 +15,7 @@ struct Colour {
     bool operator==(const Colour&) const = default;
 };
 
+/// The mouse pointer over the main window; the hourglass stands while something takes long.
 enum class Pointer { Normal, Hourglass };
 
 /// Which commands of the main window can be used, and what the two toggling ones say.
@@ -52,7 +54,8 @@ class MainView {
 
     /// Makes a client window, loaded but without caption, not yet in any slot.
     [[nodiscard]] virtual std::shared_ptr<ClientWindow> NewClientWindow() = 0;
-    /// Unloads every form but the main window, the last one first.
+    /// Unloads every form but the main window, from the one opened last to the first: dialogs, then
+    /// log and client windows.
     virtual void CloseAllChildForms() = 0;
 };
 

@@ -10,8 +10,10 @@
 
 namespace comm {
 
+/// First and last byte of a frame; neither stands inside one.
 inline constexpr std::uint8_t FrameStart = 0xF8;
 inline constexpr std::uint8_t FrameEnd = 0xF9;
+/// The byte with which a logger answers a frame that it took.
 inline constexpr std::uint8_t Acknowledge = 0xFA;
 /// First of the pair that stands for a byte F8 to FE; the second is that byte less F8.
 inline constexpr std::uint8_t EscapeMark = 0xFE;

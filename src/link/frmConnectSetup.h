@@ -16,6 +16,7 @@ class frmConnectSetup final : public QDialog {
     Q_OBJECT
 
  public:
+    /// Edits `settings`, which change with the OK button alone; lists the ports of `host`.
     frmConnectSetup(Settings& settings, const Host& host, QWidget* parent);
 
  private:

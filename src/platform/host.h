@@ -58,8 +58,11 @@ class EventPump {
     virtual void WaitForMoreEvents() = 0;
 };
 
+/// The picture beside a box's text; Exclamation is the warning.
 enum class BoxIcon { None, Stop, Exclamation, Information, Question };
+/// The buttons of a box.
 enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
+/// The button that closed a box.
 enum class BoxAnswer { Ok, Cancel, Yes, No };
 
 /// A modal message box.
@@ -83,6 +86,7 @@ struct MessageBox {
     }
 }
 
+/// Asks and tells the operator. Events run while a box stands.
 class MessageBoxes {
  public:
     virtual ~MessageBoxes() = default;
@@ -99,6 +103,7 @@ struct FileQuery {
     std::string InitialName;       ///< path, its last part may be a pattern
 };
 
+/// The system's dialogs for files. Events run while one stands.
 class FileDialogs {
  public:
     virtual ~FileDialogs() = default;
@@ -134,6 +139,7 @@ struct LocalTime {
     int Millisecond = 0;
 };
 
+/// The local clock, and how the system writes a moment.
 class SystemClock {
  public:
     virtual ~SystemClock() = default;
@@ -146,6 +152,7 @@ class SystemClock {
     [[nodiscard]] virtual std::string TimeText(const LocalTime& time) const = 0;
 };
 
+/// Whatever shows help files on this system; it runs beside the program.
 class HelpViewer {
  public:
     virtual ~HelpViewer() = default;

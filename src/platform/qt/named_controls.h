@@ -15,6 +15,7 @@ class QWidget;
 /// A label that shows a value, in plain text; `meaning` tells what it shows.
 [[nodiscard]] QLabel* ValueLabel(QWidget* parent, const QString& name, const QString& meaning);
 
+/// A button; an "&" in the text marks its key.
 [[nodiscard]] QPushButton* NamedButton(QWidget* parent, const QString& name, const QString& text);
 
 #endif  // ORVIA_PLATFORM_QT_NAMED_CONTROLS_H

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+/// The numbers that a port can have.
 inline constexpr int FirstPort = 1;
 inline constexpr int LastPort = 16;
 
