@@ -297,6 +297,7 @@ TEST_F(MainWindowTest, TheListFollowsTheWindowsHeightButNeverFallsUnder1300Twips
     window_->resize(size.width(), 100);
     EXPECT_TRUE(host_.RunUntil([&] { return list.height() < height; })) << list.height();
     EXPECT_GE(list.height(), PixelsOfTwips(1300));
+    EXPECT_EQ(list.minimumHeight(), PixelsOfTwips(1300)) << "whatever the font asks for";
 }
 
 TEST_F(MainWindowTest, APathWithMarkupIsShownAsItStandsInTheTip) {
