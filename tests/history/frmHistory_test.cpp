@@ -1,18 +1,14 @@
 #include "history/frmHistory.h"
 
 #include <QElapsedTimer>
-#include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QProgressBar>
-#include <QRadioButton>
 #include <QScrollBar>
 #include <fstream>
 #include <random>
 
 #include "flow/flow_calculation.h"
 #include "history/frmHistoryOptions.h"
-#include "history/frmProgress.h"
 #include "history/frm_history_fixture.h"
 #include "support/qt/run_events.h"
 
@@ -355,58 +351,6 @@ TEST_F(FrmHistory, FlowParametersStandInTheFileOnlyWithTheFlowColumn) {
               std::string::npos);
 }
 
-// ----- options
-
-class FrmHistoryOptions : public testing::Test {
- protected:
-    Settings settings;
-};
-
-TEST_F(FrmHistoryOptions, ShowsTheSetting) {
-    for (const char* setting : {"", "Yes", "other"}) {
-        settings.CSVDateTimeSingleColumn = setting;
-        const frmHistoryOptions form(settings, nullptr);
-        const bool single = setting[0] != '\0';
-        EXPECT_EQ(Find<QRadioButton>(form, "optNoComma")->isChecked(), single);
-        EXPECT_EQ(Find<QRadioButton>(form, "optComma")->isChecked(), !single);
-    }
-}
-
-TEST_F(FrmHistoryOptions, CarriesItsTexts) {
-    const frmHistoryOptions form(settings, nullptr);
-    EXPECT_EQ(form.windowTitle(), QStringLiteral("History File Options"));
-    EXPECT_EQ(Find<QGroupBox>(form, "Frame1")->title(), QStringLiteral("Date/Time Format"));
-    EXPECT_EQ(Find<QRadioButton>(form, "optComma")->text(),
-              QStringLiteral("Date and Time are in separate columns in CSV output files."));
-    EXPECT_EQ(Find<QRadioButton>(form, "optNoComma")->text(),
-              QStringLiteral("Date and Time are combined into a single column in CSV output "
-                             "files."));
-    EXPECT_EQ(Find<QPushButton>(form, "cmdOK")->text(), QStringLiteral("Close"));
-    EXPECT_EQ(Find<QPushButton>(form, "cmdCancel")->text(), QStringLiteral("Cancel"));
-}
-
-TEST_F(FrmHistoryOptions, CloseStoresTheChoice) {
-    frmHistoryOptions form(settings, nullptr);
-    form.show();
-    Find<QRadioButton>(form, "optNoComma")->click();
-    Click(form, "cmdOK");
-    EXPECT_EQ(settings.CSVDateTimeSingleColumn, "Yes");
-    EXPECT_FALSE(form.isVisible());
-    form.show();
-    Find<QRadioButton>(form, "optComma")->click();
-    QTest::keyClick(&form, Qt::Key_Return);
-    EXPECT_EQ(settings.CSVDateTimeSingleColumn, "");
-}
-
-TEST_F(FrmHistoryOptions, CancelStoresNothing) {
-    frmHistoryOptions form(settings, nullptr);
-    form.show();
-    Find<QRadioButton>(form, "optNoComma")->click();
-    Click(form, "cmdCancel");
-    EXPECT_EQ(settings.CSVDateTimeSingleColumn, "");
-    EXPECT_FALSE(form.isVisible());
-}
-
 // ----- reach
 
 TEST_F(FrmHistory, EveryControlCanBeReached) {
@@ -442,30 +386,6 @@ TEST_F(FrmHistory, AmpersandAndMarkupInNamesShowAsTheyAre) {
     Show();
     EXPECT_NE(shown.toImage(), Find<HistoryList>(*form, "lvwHistory")->header()->grab().toImage())
         << "no ampersand is taken for the mark of a key";
-}
-
-TEST(FrmProgress, StandsWithItsTexts) {
-    frmProgress form(nullptr);
-    EXPECT_EQ(form.windowTitle(), QStringLiteral("Formatting Data"));
-    EXPECT_EQ(Find<QLabel>(form, "lblStatusBar")->text(),
-              QStringLiteral("Please wait while data is being formatted"));
-    EXPECT_FALSE(form.isModal());
-    EXPECT_FALSE(Find(form, "ProgressBar")->accessibleName().isEmpty());
-}
-
-TEST(BarFollower, MovesABarAtMostTwentyFiveTimesASecond) {
-    QProgressBar bar;
-    bar.setRange(0, 1'000'000'000);
-    int moves = 0;
-    QObject::connect(&bar, &QProgressBar::valueChanged, &bar, [&moves] { ++moves; });
-    BarFollower follower(bar);
-    QElapsedTimer clock;
-    clock.start();
-    for (int value = 1; clock.elapsed() < 300; ++value) {
-        follower.SetValue(value);
-    }
-    EXPECT_LE(moves, 8);
-    EXPECT_GE(moves, 3);
 }
 
 // ----- a full store
