@@ -18,7 +18,13 @@ fi
 
 # A home of its own, so that the settings of a real site stay as they are.
 home=$(mktemp -d)
-trap 'kill "$simulator" 2>/dev/null || true; wait 2>/dev/null || true; rm -rf "$home"' EXIT
+simulator=
+leave() {
+    [ -z "$simulator" ] || kill "$simulator" 2>/dev/null || true
+    wait 2>/dev/null || true
+    rm -rf "$home"
+}
+trap leave EXIT
 mkdir -p "$home/Orvia/ports"
 cp data/demo/site.obk "$home/site.obk"
 cat >"$home/Orvia/Orvia.conf" <<CONF
@@ -27,6 +33,15 @@ Port=COM1
 Baud=38400
 AddressBook=$home/site.obk
 CONF
-"$bin/orvia-sim" data/demo/site.net --link "$home/Orvia/ports/COM1" --trace &
+# The console opens its port as it starts, so the simulator has to be ready by then.
+mkfifo "$home/trace"
+"$bin/orvia-sim" data/demo/site.net --link "$home/Orvia/ports/COM1" --trace >"$home/trace" &
 simulator=$!
+exec {trace}<"$home/trace"
+line=
+while [[ $line != ready:* ]]; do
+    IFS= read -r line <&"$trace" || { echo "the simulator did not start" >&2; exit 1; }
+    printf '%s\n' "$line"
+done
+cat <&"$trace" &
 XDG_CONFIG_HOME=$home "$bin/orvia"

@@ -27,7 +27,7 @@ std::string SomeFile() {
 }
 
 void ValidateFloat(benchmark::State& run) {
-    for (auto _ : run) {
+    for ([[maybe_unused]] auto _ : run) {
         benchmark::DoNotOptimize(CheckFloat("0.0140000001"));
     }
 }
@@ -35,7 +35,7 @@ BENCHMARK(ValidateFloat);
 
 void ParseFloatAlone(benchmark::State& run) {
     const std::string text = "0.0140000001";
-    for (auto _ : run) {
+    for ([[maybe_unused]] auto _ : run) {
         benchmark::DoNotOptimize(std::stod(text));
     }
 }
@@ -44,7 +44,7 @@ BENCHMARK(ParseFloatAlone);
 void TransferBothWays(benchmark::State& run) {
     LoggerState state = SomeState();
     SetupControls controls;
-    for (auto _ : run) {
+    for ([[maybe_unused]] auto _ : run) {
         benchmark::DoNotOptimize(StateToForm(state, {}, controls));
         benchmark::DoNotOptimize(FormToState(controls, {}, state));
     }
@@ -56,7 +56,7 @@ void CompareImages(benchmark::State& run) {
     Bytes image;
     Bytes before;
     static_cast<void>(config::EncodeSettingsImage(state, before));
-    for (auto _ : run) {
+    for ([[maybe_unused]] auto _ : run) {
         benchmark::DoNotOptimize(config::EncodeSettingsImage(state, image));
         benchmark::DoNotOptimize(image == before);
     }
@@ -66,7 +66,7 @@ BENCHMARK(CompareImages);
 void ReadFile(benchmark::State& run) {
     const std::string text = SomeFile();
     LoggerState state = SomeState();
-    for (auto _ : run) {
+    for ([[maybe_unused]] auto _ : run) {
         std::istringstream file(text);
         benchmark::DoNotOptimize(ReadSetupFile(file, state));
     }
@@ -76,7 +76,7 @@ BENCHMARK(ReadFile);
 
 void SplitFileAlone(benchmark::State& run) {
     const std::string text = SomeFile();
-    for (auto _ : run) {
+    for ([[maybe_unused]] auto _ : run) {
         std::istringstream file(text);
         std::string line;
         while (std::getline(file, line)) {
@@ -89,7 +89,7 @@ BENCHMARK(SplitFileAlone);
 
 void WriteFile(benchmark::State& run) {
     const LoggerState state = SomeState();
-    for (auto _ : run) {
+    for ([[maybe_unused]] auto _ : run) {
         std::ostringstream file;
         WriteSetupFile(file, state, {"1.0.0", "11/15/2026", "08:30:00"});
         benchmark::DoNotOptimize(file.str());

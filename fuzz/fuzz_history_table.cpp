@@ -100,7 +100,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FillTable(source, columns, false, bar, all);
     FillTable(source, columns, true, bar, packed);
     for (int row = 0; row < all.RowCount(); ++row) {
-        Require(all.Text(row, 0) == store.PointAt(row, clock).Time);
+        DataPoint point;
+        cmd::DecodeRecord(records, row * RecordSize(channels), channels, clock, point);
+        Require(all.Text(row, 0) == point.Time);
     }
     Require(all.RowCount() == store.HistoryCount());
     Require(packed.RowCount() <= all.RowCount());

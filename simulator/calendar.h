@@ -20,7 +20,9 @@ struct CivilTime {
     int Second = 0;
 };
 
+/// Seconds from the start of 2000 to that time, which IsCivilTime holds for.
 [[nodiscard]] CivilSeconds ToSeconds(const CivilTime& time);
+/// The time that many seconds behind the start of 2000; that start for a negative number.
 [[nodiscard]] CivilTime FromSeconds(CivilSeconds seconds);
 
 /// Whether every field is in its range and the month has that day.

@@ -23,7 +23,8 @@ constexpr std::string_view HelpText =
     "truth NAME                               what the sensors truly say\n"
     "sampled NAME                             the same when the last sample was taken\n"
     "recorded NAME NUMBER                     the same at a record, 1 the oldest\n"
-    "counters, help, hangup, quit";
+    "counters, help\n"
+    "hangup, quit                             the port hangs up, the program ends";
 
 constexpr std::int64_t MostTimes = 1'000'000;
 
@@ -298,6 +299,10 @@ ControlResult ScriptFault(FaultScript& script, std::string_view rest) {
     return TakeFault(script, Words(rest)) ? Ok() : Error("no such fault " + Quoted(rest));
 }
 
+ControlResult End(Network& /*network*/, std::string_view /*rest*/, Microseconds /*now*/) {
+    return {.Text = "ok", .Ends = true};
+}
+
 struct Command {
     std::string_view Name;
     ControlResult (*Do)(Network& network, std::string_view rest, Microseconds now);
@@ -323,14 +328,8 @@ constexpr std::array Commands = {
                            Microseconds) { return ControlResult{CountersText(network.Count())}; }},
     Command{"help", [](Network&, std::string_view,
                        Microseconds) { return ControlResult{std::string(HelpText) + "\nok"}; }},
-    Command{"hangup",
-            [](Network&, std::string_view, Microseconds) {
-                return ControlResult{"ok", ControlResult::Next::HangUp};
-            }},
-    Command{"quit",
-            [](Network&, std::string_view, Microseconds) {
-                return ControlResult{"ok", ControlResult::Next::Quit};
-            }},
+    Command{"hangup", End},
+    Command{"quit", End},
 };
 
 }  // namespace

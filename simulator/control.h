@@ -10,10 +10,8 @@ namespace simulator {
 
 /// What a control command brought about.
 struct ControlResult {
-    enum class Next { GoOn, HangUp, Quit };
-
-    std::string Text;  ///< "ok", "error: ...", or the lines that were asked for
-    Next Then = Next::GoOn;
+    std::string Text;   ///< "ok", "error: ...", or the lines that were asked for
+    bool Ends = false;  ///< the program shall end, which hangs the console's port up
 };
 
 /// Carries out one line of control at `now`; docs/simulator.md lists the commands.

@@ -39,13 +39,22 @@ struct LineFault {
     Bytes Data;
 };
 
+/// The whole answer comes that much late.
 [[nodiscard]] LineFault Late(Microseconds by);
+/// The body comes that much late, the acknowledge in time.
 [[nodiscard]] LineFault LateReply(Microseconds by);
+/// The body ends after so many bytes; a body that is shorter comes whole.
 [[nodiscard]] LineFault CutAfter(int bytes);
+/// The bits of `mask` are turned in the body's byte at `position`, from 0; nothing happens to a
+/// body that is shorter.
 [[nodiscard]] LineFault CorruptByte(int position, std::uint8_t mask = 0xFF);
+/// The bytes come between acknowledge and body.
 [[nodiscard]] LineFault NoiseBefore(Bytes noise);
+/// The bytes come before the answer.
 [[nodiscard]] LineFault NoiseAhead(Bytes noise);
+/// The answer begins with that byte.
 [[nodiscard]] LineFault WrongAck(std::uint8_t byte);
+/// The payload is that many bytes longer, or shorter if negative, in a good frame.
 [[nodiscard]] LineFault WrongLength(int difference);
 /// A fault that needs no more than its kind.
 [[nodiscard]] LineFault Plain(FaultKind kind);

@@ -54,7 +54,9 @@ std::uint16_t Logger::RawAt(std::size_t channel, SiteSeconds time) const {
     const double span = scale.UpperLimit - scale.LowerLimit;
     const double fraction = span == 0 ? 0 : (AnalogAt(channel, time) - scale.LowerLimit) / span;
     const double raw = scale.RawLower + fraction * (scale.RawUpper - scale.RawLower);
-    return static_cast<std::uint16_t>(std::clamp(std::round(raw), 0.0, 65535.0));
+    // A value too large for its scale, over two raw counts that are alike, is no number.
+    return std::isnan(raw) ? scale.RawLower
+                           : static_cast<std::uint16_t>(std::clamp(std::round(raw), 0.0, 65535.0));
 }
 
 /// What has run through since the counter last went back to 0.
@@ -77,7 +79,7 @@ std::uint16_t Logger::PulsesAt(std::size_t channel, SiteSeconds time) const {
     constexpr double hair = 1e-6;
     const double pulses = unit > 0 ? std::floor(PulseAmountAt(channel, time) / unit + hair) : 0;
     // The counter has 16 bits and goes over from 65535 to 0.
-    return static_cast<std::uint16_t>(std::fmod(pulses, 65536));
+    return std::isfinite(pulses) ? static_cast<std::uint16_t>(std::fmod(pulses, 65536)) : 0;
 }
 
 double Logger::TrueValue(std::size_t analogChannel, Microseconds now) const {

@@ -79,7 +79,9 @@ class Logger {
     /// Puts another sensor on an analog channel; calibration is tried so.
     void SetAnalogSignal(std::size_t analogChannel, SignalPtr signal);
 
+    /// What the logger's own clock reads.
     [[nodiscard]] CivilSeconds ClockAt(Microseconds now) const;
+    /// Records in memory.
     [[nodiscard]] std::uint32_t RecordsAt(Microseconds now) const;
     [[nodiscard]] std::uint16_t StatusWordAt(Microseconds now) const;
     /// The bytes of record `index`, 0 the oldest: packed time, analog counts, pulse counts.
@@ -89,6 +91,7 @@ class Logger {
     [[nodiscard]] Microseconds RecordMoment(std::uint32_t index) const;
     /// The moment of the sample that can be read now; nothing if there is none.
     [[nodiscard]] std::optional<Microseconds> SampleMoment(Microseconds now) const;
+    /// Strength of its radio's signal: 0 strong to 255 weak.
     [[nodiscard]] std::uint8_t SignalAt(Microseconds now) const;
 
     /// The 65536 bytes of memory.

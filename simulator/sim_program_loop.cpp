@@ -54,7 +54,7 @@ bool TakeControl(Network& network, ControlInput& control) {
     for (auto line = control.NextLine(); line; line = control.NextLine()) {
         const ControlResult result = Control(network, *line, Now());
         std::cout << result.Text << std::endl;
-        if (result.Then != ControlResult::Next::GoOn) {
+        if (result.Ends) {
             return false;
         }
     }

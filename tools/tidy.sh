@@ -4,7 +4,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=build/tidy
-mapfile -t sources < <(git ls-files 'src/*.cpp' 'simulator/*.cpp' 'tests/*.cpp' 'bench/*.cpp')
+mapfile -t sources < <(git ls-files 'src/*.cpp' 'simulator/*.cpp' 'tests/*.cpp' 'bench/*.cpp' \
+    'fuzz/*.cpp')
 mapfile -t all < <(git ls-files '*.cpp' '*.h')
 
 echo "== layout"

@@ -8,6 +8,7 @@
 #include "common/number_text.h"
 #include "common/path_text.h"
 #include "common/text.h"
+#include "flow/flow_mode.h"
 #include "flow/unit_names.h"
 
 namespace {
@@ -32,13 +33,13 @@ std::string ManningText(const LoggerRecord& logger) {
 
 std::string DeviceText(const LoggerRecord& logger) {
     switch (logger.FlowMode) {
-        case 1:
+        case ManningMode:
             return ManningText(logger);
-        case 2:
+        case FlumeMode:
             return ",Flume=" + logger.FlowDeviceName;
-        case 3:
+        case WeirMode:
             return ",Weir=" + logger.FlowDeviceName;
-        case 4:
+        case TableMode:
             return ",Table=" + logger.FlowDeviceName;
         default:
             return {};
@@ -148,7 +149,7 @@ std::string DefaultCsvName(std::string_view loggerName, const LocalTime& now) {
 std::string CsvTitleLine(const LoggerRecord& logger, bool showFlow, const SystemClock& clock) {
     const LocalTime now = clock.Now();
     std::string line = logger.LoggerName + "," + clock.DateText(now) + "," + clock.TimeText(now);
-    if (showFlow && logger.FlowMode != 0) {
+    if (showFlow && logger.FlowMode != NoFlowMode) {
         line += ",Offset= " + LengthText(logger.LevelOffset, logger.LevelOffsetType);
         line += DeviceText(logger);
     }

@@ -27,6 +27,7 @@ class RowFigures {
  public:
     RowFigures(const HistorySource& source, const HistoryColumns& columns)
         : flow_(source.flow),
+          showVelocity_(columns.ShowVel),
           figures_(columns.ShowFlow ? CountsOfChannel : 0),
           known_(figures_.size()) {
         const LoggerRecord& logger = source.logger;
@@ -40,7 +41,7 @@ class RowFigures {
                 pulse_.push_back({analog + channel, logger.PulseUnit[channel]});
             }
         }
-        values_.resize(places_.size() + VelocityToo);
+        values_.resize(places_.size());
     }
 
     [[nodiscard]] std::size_t Columns() const { return places_.size(); }
@@ -69,9 +70,6 @@ class RowFigures {
         double Velocity = 0;
     };
 
-    /// A velocity comes with each flow, whether there is a column for it or not.
-    static constexpr std::size_t VelocityToo = 1;
-
     void Compute(const HistoryRecord& record) {
         double* value = values_.data();
         for (const AnalogColumn& column : analog_) {
@@ -83,7 +81,9 @@ class RowFigures {
         if (!figures_.empty()) {
             const FlowFigures& figures = FiguresAt(record.Raw[0], values_[0]);
             *value++ = figures.Flow;
-            *value = figures.Velocity;
+            if (showVelocity_) {
+                *value = figures.Velocity;
+            }
         }
     }
 
@@ -99,6 +99,7 @@ class RowFigures {
     }
 
     const FlowFunction& flow_;
+    const bool showVelocity_;
     std::vector<AnalogColumn> analog_;
     std::vector<PulseColumn> pulse_;
     std::vector<int> places_;           ///< of all columns

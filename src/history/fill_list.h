@@ -13,6 +13,8 @@
 class ProgressBar {
  public:
     virtual ~ProgressBar() = default;
+    /// Moves it to `value`, within the range that its owner gave it. Called for every piece of the
+    /// work: what a move costs is the bar's own care.
     virtual void SetValue(std::int32_t value) = 0;
 };
 

@@ -17,8 +17,8 @@ class HistoryWindows final : public HistoryDialogs {
         return dialog.Tag();
     }
 
-    void ShowViewer(std::int16_t slot) override {
-        frmHistory viewer(state_, view_, slot, parent_);
+    void ShowViewer(const std::shared_ptr<ClientWindow>& window) override {
+        frmHistory viewer(state_, view_, window, parent_);
         viewer.Load();
         // The program can close while the rows are formatted.
         if (state_.LinkRecord.ShuttingDown == False) {

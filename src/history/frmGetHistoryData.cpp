@@ -11,7 +11,7 @@ frmGetHistoryData::frmGetHistoryData(SharedState& state, std::int32_t totalRecor
     : QDialog(parent), state_(state), TotalRecords_(totalRecords) {
     constexpr int MillisecondsBetweenMoves = 40;
     setObjectName(QStringLiteral("frmGetHistoryData"));
-    setWindowTitle(QStringLiteral("Get History Data"));
+    setWindowTitle(QLatin1String(GetHistoryTitle));
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
     BuildProgress();
@@ -50,7 +50,7 @@ void frmGetHistoryData::BuildButtons() {
     const auto button = [this, row](const char* name, const char* text, const char* tag) {
         auto* made = new QPushButton(QLatin1String(text), this);
         made->setObjectName(QLatin1String(name));
-        connect(made, &QPushButton::clicked, this, [this, tag] { SetTag(tag); });
+        connect(made, &QPushButton::clicked, this, [this, tag] { Press(tag); });
         row->addWidget(made);
         return made;
     };
@@ -60,6 +60,12 @@ void frmGetHistoryData::BuildButtons() {
     // Enter, still held from the press that began the upload, shall not end it.
     cmdCancel_->setAutoDefault(false);
     static_cast<QBoxLayout*>(layout())->addLayout(row);
+}
+
+void frmGetHistoryData::Press(const char* tag) {
+    if (tag_ != TagStarting) {
+        SetTag(tag);
+    }
 }
 
 void frmGetHistoryData::showEvent(QShowEvent* event) {

@@ -21,7 +21,7 @@ class frmGetHistoryData final : public QDialog, public UploadView {
     frmGetHistoryData(SharedState& state, std::int32_t totalRecords, QWidget* parent);
 
     /// Escape and the close box act as cmdCancel: the upload ends in its own time.
-    void reject() override { SetTag(TagCancel); }
+    void reject() override { Press(TagCancel); }
 
     // UploadView
     [[nodiscard]] std::string Tag() const override { return tag_; }
@@ -47,6 +47,9 @@ class frmGetHistoryData final : public QDialog, public UploadView {
 
     void BuildProgress();
     void BuildButtons();
+    /// Sets the Tag of a button, once the upload has begun. Before, it would only keep the upload
+    /// from beginning, and nothing would ever hide the dialog.
+    void Press(const char* tag);
     void Move();
     void ShowNow();
 

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <utility>
 
+#include "flow/unit_names.h"
 #include "history/csv.h"
 #include "history/frmHistoryList.h"
 #include "history/frmHistoryOptions.h"
@@ -14,8 +15,9 @@
 #include "history/save_history.h"
 #include "platform/qt/text_qt.h"
 
-frmHistory::frmHistory(SharedState& state, MainView& view, std::int16_t windowSlot, QWidget* parent)
-    : QDialog(parent), state_(state), view_(view), window_(state.Windows.At(windowSlot)) {
+frmHistory::frmHistory(SharedState& state, MainView& view, std::shared_ptr<ClientWindow> window,
+                       QWidget* parent)
+    : QDialog(parent), state_(state), view_(view), window_(std::move(window)) {
     constexpr int Characters = 130;
     constexpr int Lines = 32;
     setObjectName(QStringLiteral("frmHistory"));
@@ -89,20 +91,22 @@ void frmHistory::Load() {
 
 void frmHistory::CheckUnits() {
     const std::string& units = state_.Logger.EngUnits[0];
-    BadUnits_ = HasFlow(state_.Logger) && !UnitsAllowFlow(units);
+    BadUnits_ = HasFlow(state_.Logger) && !config::IsFlowUnit(units);
     if (BadUnits_) {
         state_.Boxes.Show(BadUnitsWarning(units));
     }
 }
 
 HistorySource frmHistory::Source() const {
-    return {state_.History, state_.Logger, state_.Outside.Clock,
-            [this](double level, double& velocity) {
-                return window_ ? window_->CalculateFlow(level, velocity) : 0.0;
-            }};
+    return {
+        state_.History, state_.Logger, state_.Outside.Clock,
+        [this](double level, double& velocity) { return window_->CalculateFlow(level, velocity); }};
 }
 
 void frmHistory::FillList(bool pack) {
+    if (state_.LinkRecord.ShuttingDown != False) {
+        return;
+    }
     if (pack) {
         FillFollowedBy(*ProgressBar_, pack);
         ProgressBar_->hide();
@@ -129,7 +133,10 @@ void frmHistory::FillFollowedBy(QProgressBar& bar, bool pack) {
 }
 
 void frmHistory::Close() {
+    SetPointer(Pointer::Hourglass);
     lvwHistory_->SetTable({});
+    SetPointer(Pointer::Normal);
+    repaint();
     accept();
 }
 

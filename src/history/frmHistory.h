@@ -2,7 +2,6 @@
 #define ORVIA_HISTORY_FRM_HISTORY_H
 
 #include <QDialog>
-#include <cstdint>
 #include <memory>
 
 #include "app/main_view.h"
@@ -16,18 +15,20 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-/// The viewer of the history store, whose records belong to the current logger. The window in
-/// `windowSlot` computes its flow.
+/// The viewer of the history store, whose records belong to the current logger. That logger's
+/// window, never null, computes its flow.
 class frmHistory final : public QDialog {
     Q_OBJECT
 
  public:
-    frmHistory(SharedState& state, MainView& view, std::int16_t windowSlot, QWidget* parent);
+    frmHistory(SharedState& state, MainView& view, std::shared_ptr<ClientWindow> window,
+               QWidget* parent);
 
     /// Checks the units of the level and fills the list; before the form is shown.
     void Load();
 
-    /// Makes columns and rows anew; with `pack` without records that repeat the one before.
+    /// Makes columns and rows anew; with `pack` without records that repeat the one before. Does
+    /// nothing once the program closes, as it can under the question that led here.
     void FillList(bool pack);
 
  private:
@@ -46,7 +47,7 @@ class frmHistory final : public QDialog {
 
     SharedState& state_;
     MainView& view_;
-    std::shared_ptr<ClientWindow> window_;  ///< of the logger; none if it was closed meanwhile
+    std::shared_ptr<ClientWindow> window_;  ///< of the logger, whether it is still open or not
     HistoryColumns columns_;
     bool BadUnits_ = false;
 

@@ -1,6 +1,7 @@
 #include "history/frmHistoryList.h"
 
 #include <QHeaderView>
+#include <algorithm>
 #include <utility>
 
 #include "platform/qt/text_qt.h"

@@ -31,7 +31,7 @@ class GetHistoryOperation {
 
     void Tell(const std::string& text, BoxIcon icon) const {
         Point(Pointer::Normal);
-        context_.radio.boxes.Show({.Text = text, .Title = "Get History Data", .Icon = icon});
+        context_.radio.boxes.Show({.Text = text, .Title = GetHistoryTitle, .Icon = icon});
     }
 
  private:
@@ -63,7 +63,7 @@ class GetHistoryOperation {
         }
         Point(Pointer::Hourglass);
         static_cast<void>(target.Window->GetStatus());
-        dialogs_.ShowViewer(target.Slot);
+        dialogs_.ShowViewer(target.Window);
         Point(Pointer::Normal);
     }
 

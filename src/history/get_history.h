@@ -2,8 +2,10 @@
 #define ORVIA_HISTORY_GET_HISTORY_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
+#include "client/client_window.h"
 #include "console/logger_operations.h"
 #include "history/history_store.h"
 
@@ -14,8 +16,9 @@ class HistoryDialogs {
 
     /// Runs the upload of `totalRecords` records in its progress dialog; the Tag that it ends with.
     [[nodiscard]] virtual std::string RunUploadDialog(std::int32_t totalRecords) = 0;
-    /// Shows the store's records. The window in `slot` of the client windows computes their flow.
-    virtual void ShowViewer(std::int16_t slot) = 0;
+    /// Shows the store's records. `window`, never null, is that of their logger and computes their
+    /// flow; the operator may have closed it since, and opened another in its slot.
+    virtual void ShowViewer(const std::shared_ptr<ClientWindow>& window) = 0;
 };
 
 /// "Get History": uploads the history of the logger whose window is the active one, and shows what

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 
-#include "common/text.h"
+#include "flow/flow_mode.h"
 #include "flow/unit_names.h"
 
 namespace {
 
 /// A span of limits below this is none.
 constexpr double SmallestSpan = 0.0001;
-constexpr int ManningMode = 1;
 
 void AddChannels(const LoggerRecord& logger, HistoryColumns& columns) {
     const auto add = [&](ColumnKind kind, std::size_t channel, std::size_t slot) {
@@ -49,12 +48,7 @@ void AddFlow(const LoggerRecord& logger, HistoryColumns& columns) {
 }  // namespace
 
 bool HasFlow(const LoggerRecord& logger) {
-    return logger.FlowMode != 0 && logger.AnalogEnable[0] != 0;
-}
-
-bool UnitsAllowFlow(std::string_view units) {
-    const std::string name = ToLower(Trim(units));
-    return name == "inches" || name == "feet" || name == "meters" || name == "cm";
+    return logger.FlowMode != NoFlowMode && logger.AnalogEnable[0] != 0;
 }
 
 MessageBox BadUnitsWarning(std::string_view units) {

@@ -23,8 +23,8 @@ struct HistoryColumn {
 /// The columns that the viewer shows of a logger, in order.
 struct HistoryColumns {
     std::vector<HistoryColumn> Columns;
-    bool ShowFlow = false;
-    bool ShowVel = false;
+    bool ShowFlow = false;  ///< there is a column of flow
+    bool ShowVel = false;   ///< and behind it one of velocity
 };
 
 /// Heading of the first column.
@@ -32,9 +32,6 @@ inline constexpr const char* TimeHeading = "Date / Time";
 
 /// Whether the logger computes flow, from its first channel.
 [[nodiscard]] bool HasFlow(const LoggerRecord& logger);
-
-/// Whether flow can be computed from levels in that unit: inches, feet, meters or cm.
-[[nodiscard]] bool UnitsAllowFlow(std::string_view units);
 
 /// What the operator is told of a unit that allows no flow.
 [[nodiscard]] MessageBox BadUnitsWarning(std::string_view units);

@@ -3,19 +3,13 @@
 #include <algorithm>
 
 #include "common/fault.h"
-#include "history/record_time.h"
 
 HistoryRecord ReadRecord(std::span<const std::uint8_t> block, int first, int channels) {
-    if (channels < 0 || channels > AllChannels || first < 0 ||
-        first + RecordSize(channels) > static_cast<int>(block.size())) {
-        throw Fault("record outside the block");
-    }
-    const auto bytes = block.subspan(static_cast<std::size_t>(first));
+    const auto bytes = cmd::RecordBytes(block, first, channels);
     HistoryRecord record;
     std::copy_n(bytes.begin(), record.Time.size(), record.Time.begin());
-    for (std::size_t i = 0; i < static_cast<std::size_t>(channels); ++i) {
-        const std::size_t at = record.Time.size() + 2 * i;
-        record.Raw[i] = static_cast<std::uint16_t>(bytes[at] | bytes[at + 1] << 8);
+    for (int i = 0; i < channels; ++i) {
+        record.Raw[static_cast<std::size_t>(i)] = cmd::CountOf(bytes, i);
     }
     return record;
 }
@@ -25,19 +19,4 @@ void HistoryStore::Append(const HistoryRecord& record) {
         throw Fault("history store is full");
     }
     records_.push_back(record);
-}
-
-const HistoryRecord& HistoryStore::operator[](std::int32_t number) const {
-    if (number < 0 || number >= HistoryCount()) {
-        throw Fault("no such history record");
-    }
-    return records_[static_cast<std::size_t>(number)];
-}
-
-DataPoint HistoryStore::PointAt(std::int32_t number, const SystemClock& clock) const {
-    const HistoryRecord& record = (*this)[number];
-    DataPoint point;
-    point.Time = RecordTimeTexts(clock).TextOf(record.Time);
-    std::copy(record.Raw.begin(), record.Raw.end(), point.Raw.begin());
-    return point;
 }

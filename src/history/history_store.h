@@ -8,7 +8,6 @@
 
 #include "logger/data_point.h"
 #include "logger/sample_frame.h"
-#include "platform/host.h"
 
 /// A record as the logger keeps it; docs/history.md has the bytes. Half the size of its text alone,
 /// and a table of 200,000 is read faster from it than from texts.
@@ -18,10 +17,7 @@ struct HistoryRecord {
     bool operator==(const HistoryRecord&) const = default;
 };
 
-/// Size of a record on the wire with so many channels, in bytes.
-[[nodiscard]] constexpr int RecordSize(int channels) {
-    return cmd::PackedTimeSize + 2 * channels;
-}
+using cmd::RecordSize;
 
 /// The record at `first` of `block`, of a logger with `channels` (0 to 10) channels. One that runs
 /// over the end of the block is a Fault.
@@ -35,21 +31,19 @@ class HistoryStore {
 
     HistoryStore() { records_.reserve(MostRecords); }
 
+    /// Records held, 0 to MostRecords.
     [[nodiscard]] std::int32_t HistoryCount() const {
         return static_cast<std::int32_t>(records_.size());
     }
+    /// Whether no further record fits.
     [[nodiscard]] bool IsFull() const { return HistoryCount() == MostRecords; }
+    /// Drops all records; the room stays taken.
     void Clear() { records_.clear(); }
 
     /// Adds a record; one more than MostRecords is a Fault.
     void Append(const HistoryRecord& record);
 
-    /// Record 0 to HistoryCount - 1; anything else is a Fault.
-    [[nodiscard]] const HistoryRecord& operator[](std::int32_t number) const;
-    /// The same with its time as text, unused channels 0.
-    [[nodiscard]] DataPoint PointAt(std::int32_t number, const SystemClock& clock) const;
-
-    /// All records.
+    /// All records, in the order in which they came.
     [[nodiscard]] std::span<const HistoryRecord> Records() const { return records_; }
 
  private:

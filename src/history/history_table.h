@@ -16,16 +16,17 @@ class HistoryTable {
     /// Drops rows and columns, and makes columns with these headings. Room for the lengths of
     /// `rows` rows is taken at once.
     void Reset(std::vector<std::string> headings, int rows);
-    /// Drops rows and columns, and lets go of the memory.
-    void Clear() { *this = HistoryTable(); }
 
+    /// Rows added so far.
     [[nodiscard]] int RowCount() const { return static_cast<int>(starts_.size()); }
+    /// Headings given; a table never reset has none.
     [[nodiscard]] int ColumnCount() const { return static_cast<int>(headings_.size()); }
     /// Heading of column 0 to ColumnCount - 1.
     [[nodiscard]] const std::string& Heading(int column) const {
         return headings_[static_cast<std::size_t>(column)];
     }
-    /// Bytes of memory that texts and lengths hold.
+    /// Bytes of memory that texts and lengths hold: the benchmark and the viewer's test hold it to
+    /// a limit.
     [[nodiscard]] std::size_t Memory() const;
     /// The texts of a row, one behind another, and the length of each. Overread bytes behind the
     /// last one can be read too.

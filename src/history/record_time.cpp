@@ -4,37 +4,14 @@
 
 #include "logger/date_text.h"
 
-namespace {
-
-/// Length of " hh:mm:ss"; no field of a packed time has a third digit.
-constexpr std::size_t ClockLength = 9;
-
-char* WriteTwoDigits(char* out, char before, int value) {
-    out[0] = before;
-    out[1] = static_cast<char>('0' + value / 10);
-    out[2] = static_cast<char>('0' + value % 10);
-    return out + 3;
-}
-
-}  // namespace
-
-std::string RecordTimeTexts::TextOf(const Packed& time) {
-    std::string text(RoomFor(time), ' ');
-    text.resize(static_cast<std::size_t>(Write(text.data(), time) - text.data()));
-    return text;
-}
-
 std::size_t RecordTimeTexts::RoomFor(const Packed& time) {
-    return DateOf(time).size() + ClockLength;
+    return DateOf(time).size() + cmd::RecordClockLength;
 }
 
 char* RecordTimeTexts::Write(char* out, const Packed& time) {
     const std::string& date = DateOf(time);
-    const cmd::PackedTime fields = cmd::DecodePackedTime(time);
-    out = std::copy(date.begin(), date.end(), out);
-    out = WriteTwoDigits(out, ' ', fields.Hour);
-    out = WriteTwoDigits(out, ':', fields.Minute);
-    return WriteTwoDigits(out, ':', fields.Second);
+    return cmd::WriteRecordClock(std::copy(date.begin(), date.end(), out),
+                                 cmd::DecodePackedTime(time));
 }
 
 const std::string& RecordTimeTexts::DateOf(const Packed& time) {

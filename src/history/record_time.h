@@ -18,12 +18,10 @@ class RecordTimeTexts {
 
     explicit RecordTimeTexts(const SystemClock& clock) : clock_(clock) {}
 
-    /// The time as cmd::DecodeRecord gives it: date, blank, hours, minutes and seconds.
-    [[nodiscard]] std::string TextOf(const Packed& time);
-
-    /// Characters that a text of TextOf takes at most for this time.
+    /// Characters that the text of this time takes.
     [[nodiscard]] std::size_t RoomFor(const Packed& time);
-    /// TextOf into a buffer with that room; returns one past the last character.
+    /// Writes the time as cmd::DecodeRecord gives it, date, blank, hours, minutes and seconds, into
+    /// a buffer with that room; returns one past the last character.
     [[nodiscard]] char* Write(char* out, const Packed& time);
 
  private:

@@ -12,6 +12,9 @@
 
 // The upload of a logger's history; docs/history.md has the bytes.
 
+/// Title of every box of Get History, and of the progress dialog.
+inline constexpr const char* GetHistoryTitle = "Get History Data";
+
 /// What the Tag of the progress dialog says.
 inline constexpr const char* TagStarting = "Starting";  ///< loaded
 inline constexpr const char* TagRunning = "Running";    ///< the upload owns the dialog
@@ -23,7 +26,9 @@ class UploadView {
  public:
     virtual ~UploadView() = default;
 
+    /// One of the texts above: how far the dialog is, and how it was left.
     [[nodiscard]] virtual std::string Tag() const = 0;
+    /// Sets it; a running upload looks at it behind each exchange.
     virtual void SetTag(const std::string& tag) = 0;
 
     // ProgressBar1, whose minimum is 0.

@@ -1,9 +1,9 @@
 #include "logger/sample_frame.h"
 
 #include <algorithm>
+#include <array>
 
 #include "common/fault.h"
-#include "common/text.h"
 #include "logger/date_text.h"
 #include "logger/image_bytes.h"
 
@@ -11,14 +11,21 @@ namespace cmd {
 
 namespace {
 
-constexpr int ValueSize = 2;
-constexpr int LastAnalogOffset = PackedTimeSize + (AnalogChannels - 1) * ValueSize;
-constexpr int PulseOffset = PackedTimeSize + AnalogChannels * ValueSize;
-static_assert(PulseOffset + PulseChannels * ValueSize == SampleFrameSize);
+constexpr int LastAnalogOffset = PackedTimeSize + (AnalogChannels - 1) * CountSize;
+constexpr int PulseOffset = PackedTimeSize + AnalogChannels * CountSize;
+static_assert(PulseOffset + PulseChannels * CountSize == SampleFrameSize);
+
+char* WriteTwoDigits(char* out, char before, int value) {
+    out[0] = before;
+    out[1] = static_cast<char>('0' + value / 10);
+    out[2] = static_cast<char>('0' + value % 10);
+    return out + 3;
+}
 
 std::string RecordTimeText(const PackedTime& time, const SystemClock& clock) {
-    return ShortDateText(clock, time.Year, time.Month, time.Day) + " " + TwoDigits(time.Hour) +
-           ":" + TwoDigits(time.Minute) + ":" + TwoDigits(time.Second);
+    std::array<char, RecordClockLength> behind{};
+    char* const end = WriteRecordClock(behind.data(), time);
+    return ShortDateText(clock, time.Year, time.Month, time.Day).append(behind.data(), end);
 }
 
 }  // namespace
@@ -45,23 +52,36 @@ void CompactSampleFrame(Bytes& frame, int analog, int pulse) {
     }
     const auto at = [&frame](int offset) { return frame.begin() + offset; };
     if (analog != 1) {
-        std::copy_n(at(LastAnalogOffset), ValueSize, at(PackedTimeSize + (analog - 1) * ValueSize));
+        std::copy_n(at(LastAnalogOffset), CountSize, at(PackedTimeSize + (analog - 1) * CountSize));
     }
-    std::copy_n(at(PulseOffset), pulse * ValueSize, at(PackedTimeSize + analog * ValueSize));
+    std::copy_n(at(PulseOffset), pulse * CountSize, at(PackedTimeSize + analog * CountSize));
+}
+
+std::span<const std::uint8_t> RecordBytes(std::span<const std::uint8_t> frame, int first,
+                                          int channels) {
+    if (channels < 0 || channels > AllChannels || first < 0 ||
+        first + RecordSize(channels) > static_cast<int>(frame.size())) {
+        throw Fault("record outside the frame");
+    }
+    return frame.subspan(static_cast<std::size_t>(first),
+                         static_cast<std::size_t>(RecordSize(channels)));
+}
+
+std::uint16_t CountOf(std::span<const std::uint8_t> record, int channel) {
+    return static_cast<std::uint16_t>(config::GetU16(record, PackedTimeSize + channel * CountSize));
+}
+
+char* WriteRecordClock(char* out, const PackedTime& time) {
+    out = WriteTwoDigits(out, ' ', time.Hour);
+    out = WriteTwoDigits(out, ':', time.Minute);
+    return WriteTwoDigits(out, ':', time.Second);
 }
 
 void DecodeRecord(std::span<const std::uint8_t> frame, int first, int channels,
                   const SystemClock& clock, DataPoint& point) {
-    const int size = PackedTimeSize + channels * ValueSize;
-    if (channels < 0 || channels > AllChannels || first < 0 ||
-        first + size > static_cast<int>(frame.size())) {
-        throw Fault("record outside the frame");
-    }
-    const auto record = frame.subspan(static_cast<std::size_t>(first));
-    std::fill_n(point.Raw.begin(), channels, 0);
+    const auto record = RecordBytes(frame, first, channels);
     for (int i = 0; i < channels; ++i) {
-        point.Raw[static_cast<std::size_t>(i)] =
-            config::GetU16(record, PackedTimeSize + i * ValueSize);
+        point.Raw[static_cast<std::size_t>(i)] = CountOf(record, i);
     }
     point.Time = RecordTimeText(DecodePackedTime(record.first<PackedTimeSize>()), clock);
 }

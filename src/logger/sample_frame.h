@@ -1,6 +1,7 @@
 #ifndef ORVIA_LOGGER_SAMPLE_FRAME_H
 #define ORVIA_LOGGER_SAMPLE_FRAME_H
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -14,6 +15,8 @@ namespace cmd {
 inline constexpr int SampleFrameSize = 24;
 /// Size of the packed time that begins a sample or a history record.
 inline constexpr int PackedTimeSize = 4;
+/// Size of a raw count behind it.
+inline constexpr int CountSize = 2;
 
 /// The fields of a packed time.
 struct PackedTime {
@@ -34,6 +37,24 @@ struct PackedTime {
 /// analog and `pulse` (0 to 2) pulse values follow each other; other counts, or a frame of
 /// another size, are a Fault.
 void CompactSampleFrame(Bytes& frame, int analog, int pulse);
+
+/// Size in bytes of a record with so many channels.
+[[nodiscard]] constexpr int RecordSize(int channels) {
+    return PackedTimeSize + CountSize * channels;
+}
+
+/// The bytes of the record at `first`, of a logger with `channels` (0 to 10) channels: packed time,
+/// then the counts. One that runs over the end is a Fault.
+[[nodiscard]] std::span<const std::uint8_t> RecordBytes(std::span<const std::uint8_t> frame,
+                                                        int first, int channels);
+
+/// Raw count of a channel of that record, from 0.
+[[nodiscard]] std::uint16_t CountOf(std::span<const std::uint8_t> record, int channel);
+
+/// Length of " hh:mm:ss"; no field of a packed time has a third digit.
+inline constexpr std::size_t RecordClockLength = 9;
+/// Writes what stands behind the date in the text of a record's time; returns one past its end.
+[[nodiscard]] char* WriteRecordClock(char* out, const PackedTime& time);
 
 /// Decodes the record at `first`: time, then `channels` (0 to 10) raw counts into the first
 /// slots of `point`; other slots stay. A record that runs over the end is a Fault.

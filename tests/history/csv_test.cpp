@@ -1,16 +1,21 @@
 #include "history/csv.h"
 
 #include <gmock/gmock.h>
+
+#ifndef _WIN32
 #include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <csignal>
+#endif
+
 #include <filesystem>
 #include <fstream>
+#include <locale>
+#include <sstream>
 
 #include "flow/flow_calculation.h"
 #include "history/sample_history.h"
-#include "history/save_history.h"
 #include "support/virtual_host.h"
 
 namespace testing_support {
@@ -133,23 +138,18 @@ TEST_F(CsvTest, BadUnitsWithAFlowModeWriteNoFlowParameters) {
     EXPECT_EQ(CsvTitleLine(logger, columns.ShowFlow, clock), "Pump 3,11/15/2026,11:21:05 PM");
 }
 
-TEST_F(CsvTest, ManningsFileInFull) {
+TEST_F(CsvTest, ManningsDOfExactlyOneInFeetReadsOneFoot) {
     logger.FlowMode = 1;
-    logger.FlowUnits = 1;
-    logger.VelUnits = 1;
-    logger.ManningsN = 0.014;
-    logger.ManningsS = 1;
-    logger.ManningsSType = 1;
     logger.ManningsD = 1;
-    logger.RawScaleUpper[0] = 4;
-    logger.UpperLimit[0] = 1;
-    AddRecord(store, January(14, 13, 5), {4, 184});
-    Fill();
-    EXPECT_EQ(Saved(),
-              "Pump 3,11/15/2026,11:21:05 PM,Offset= 0 Feet,Mannings,Roughness= 0.014,Slope= 1 %"
-              ",Diameter= 1 Foot\r\n"
-              "Date, Time, Feet, Deg C, Flow (GPM), Vel (MPS)\r\n"
-              "1/14/24, 13:05:00, 1.00, 18.4, 1484.09, 1.28\r\n");
+    EXPECT_THAT(TitleLine(), testing::EndsWith(",Diameter= 1 Foot"));
+    logger.ManningsD = 1.5;
+    EXPECT_THAT(TitleLine(), testing::EndsWith(",Diameter= 1.5 Feet"));
+}
+
+TEST_F(CsvTest, LevelOffsetOfZeroReadsZeroFeet) {
+    logger.FlowMode = 2;
+    logger.LevelOffset = 0;
+    EXPECT_THAT(TitleLine(), testing::EndsWith(",Offset= 0 Feet,Flume="));
 }
 
 TEST_F(CsvTest, ManningsSlopeThatIsNoPercentage) {
@@ -180,21 +180,112 @@ TEST_F(CsvTest, FlumeWeirAndTableNameTheirDevice) {
     EXPECT_EQ(TitleLine(), start);
 }
 
-TEST_F(CsvTest, RatingFilesInFullForBothDateOptions) {
-    logger.FlowMode = 3;
-    logger.FlowDeviceName = "V 90";
-    logger.FlowEqExponent = 1;
-    logger.FlowEqMultiplier = 2;
-    AddRecord(store, January(14, 13, 5), {12, 184});
+/// A system that writes 1.234,5.
+class CommaMarks final : public std::numpunct<char> {
+ protected:
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+class CommaLocale {
+ public:
+    CommaLocale() : before_(std::locale::global({std::locale::classic(), new CommaMarks})) {}
+    CommaLocale(const CommaLocale&) = delete;
+    CommaLocale& operator=(const CommaLocale&) = delete;
+    ~CommaLocale() { std::locale::global(before_); }
+
+ private:
+    std::locale before_;
+};
+
+TEST_F(CsvTest, ADecimalCommaNeverReachesTheFile) {
+    const CommaLocale comma;
+    std::ostringstream shown;
+    shown << 1234.5;
+    ASSERT_EQ(shown.str(), "1.234,5");
+    logger.FlowMode = 1;
+    logger.LevelOffset = 1234.5;
+    logger.ManningsN = 0.014;
+    logger.ManningsS = 1.25;
+    logger.ManningsSType = 1;
+    logger.ManningsD = 2.5;
+    logger.UpperLimit[1] = 100'000;
+    AddRecord(store, January(14, 13, 5), {12, 12});
     Fill();
-    const std::string title = "Pump 3,11/15/2026,11:21:05 PM,Offset= 0 Feet,Weir=V 90\r\n";
-    EXPECT_EQ(Saved(), title +
-                           "Date, Time, Feet, Deg C, Flow (CFS)\r\n"
-                           "1/14/24, 13:05:00, 1.20, 18.4, 2.40\r\n");
-    EXPECT_EQ(Saved(true), title +
-                               "Date Time, Feet, Deg C, Flow (CFS)\r\n"
-                               "1/14/24 13:05:00, 1.20, 18.4, 2.40\r\n");
+    EXPECT_EQ(Saved(),
+              "Pump 3,11/15/2026,11:21:05 PM,Offset= 1234.5 Feet,Mannings,Roughness= 0.014"
+              ",Slope= 1.25 %,Diameter= 2.5 Feet\r\n"
+              "Date, Time, Feet, Deg C, Flow (CFS), Vel (FPS)\r\n"
+              "1/14/24, 13:05:00, 1.20, 1200.0, 42.58, 8.67\r\n");
 }
+
+// ----- a file by hand for each flow mode
+
+/// What a file of that mode says behind what all files say.
+struct FileOfMode {
+    std::uint8_t FlowMode;
+    const char* Title;
+    const char* Headings;
+    const char* FullPipe;  ///< flow, and velocity, at a level of a foot
+    const char* HalfPipe;  ///< and of half a foot
+};
+
+class CsvOfFlowMode : public CsvTest, public testing::WithParamInterface<FileOfMode> {
+ protected:
+    CsvOfFlowMode() {
+        logger.FlowMode = GetParam().FlowMode;
+        logger.FlowUnits = 1;
+        logger.VelUnits = 1;
+        logger.ManningsN = 0.014;
+        logger.ManningsS = 1;
+        logger.ManningsSType = 1;
+        logger.ManningsD = 1;
+        logger.FlowDeviceName = "V 90";
+        logger.FlowEqExponent = 1;
+        logger.FlowEqMultiplier = 2;
+        if (logger.FlowMode == 4) {
+            flowTable.Append({1, 4});
+            flowTable.Append({2, 10});
+        }
+        logger.RawScaleUpper[0] = 4;
+        logger.UpperLimit[0] = 1;
+        AddRecord(store, January(14, 13, 5), {4, 184});
+        AddRecord(store, January(15, 0, 0), {2, 185});
+        Fill();
+    }
+};
+
+TEST_P(CsvOfFlowMode, IsByteForByteTheOneByHandWithDateAndTimeInTwoColumns) {
+    const FileOfMode& file = GetParam();
+    EXPECT_EQ(Saved(), std::string("Pump 3,11/15/2026,11:21:05 PM") + file.Title +
+                           "\r\nDate, Time, Feet, Deg C" + file.Headings +
+                           "\r\n1/14/24, 13:05:00, 1.00, 18.4" + file.FullPipe +
+                           "\r\n1/15/24, 00:00:00, 0.50, 18.5" + file.HalfPipe + "\r\n");
+}
+
+TEST_P(CsvOfFlowMode, IsByteForByteTheOneByHandWithDateAndTimeInOneColumn) {
+    const FileOfMode& file = GetParam();
+    EXPECT_EQ(Saved(true), std::string("Pump 3,11/15/2026,11:21:05 PM") + file.Title +
+                               "\r\nDate Time, Feet, Deg C" + file.Headings +
+                               "\r\n1/14/24 13:05:00, 1.00, 18.4" + file.FullPipe +
+                               "\r\n1/15/24 00:00:00, 0.50, 18.5" + file.HalfPipe + "\r\n");
+}
+
+// A pipe that is half full runs as fast as a full one. The others run 2 cfs for each foot, or
+// along a table of 4 cfs at a foot.
+INSTANTIATE_TEST_SUITE_P(
+    Modes, CsvOfFlowMode,
+    testing::Values(
+        FileOfMode{0, "", "", "", ""},
+        FileOfMode{1,
+                   ",Offset= 0 Feet,Mannings,Roughness= 0.014,Slope= 1 %"
+                   ",Diameter= 1 Foot",
+                   ", Flow (GPM), Vel (MPS)", ", 1484.09, 1.28", ", 742.04, 1.28"},
+        FileOfMode{2, ",Offset= 0 Feet,Flume=V 90", ", Flow (GPM)", ", 897.60", ", 448.80"},
+        FileOfMode{3, ",Offset= 0 Feet,Weir=V 90", ", Flow (GPM)", ", 897.60", ", 448.80"},
+        FileOfMode{4, ",Offset= 0 Feet,Table=V 90", ", Flow (GPM)", ", 1795.20", ", 897.60"}),
+    [](const auto& instance) { return "FlowMode" + std::to_string(instance.param.FlowMode); });
 
 TEST_F(CsvTest, DateFormatWithABlankIsCutAtThatBlank) {
     table.Reset({"Date / Time", "Feet"}, 1);
@@ -258,21 +349,30 @@ TEST_F(CsvTest, FolderOfThatNameEndsTheSave) {
     EXPECT_FALSE(Save());
 }
 
+TEST_F(CsvTest, TheFileOpenElsewhereIsWrittenAllTheSame) {
+    WriteFile(path, "what another program has read\r\n");
+    std::fstream elsewhere(path, std::ios::in | std::ios::out | std::ios::binary);
+    std::string line;
+    ASSERT_TRUE(std::getline(elsewhere, line));
+    AddRecord(store, January(14, 13, 5), {12, 184});
+    Fill();
+    EXPECT_EQ(Saved(),
+              "Pump 3,11/15/2026,11:21:05 PM\r\n"
+              "Date, Time, Feet, Deg C\r\n"
+              "1/14/24, 13:05:00, 1.20, 18.4\r\n");
+    EXPECT_TRUE(elsewhere.is_open());
+}
+
+#ifndef _WIN32
 TEST_F(CsvTest, PipeOfThatNameDoesNotHoldTheWriterUp) {
     Fill();
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     EXPECT_FALSE(Save());
 }
 
-TEST_F(CsvTest, FullDeviceEndsTheSave) {
+TEST_F(CsvTest, DeviceIsRefused) {
     Fill();
     path = "/dev/full";
-    EXPECT_FALSE(Save());
-}
-
-TEST_F(CsvTest, EmptyPathEndsTheSave) {
-    Fill();
-    path.clear();
     EXPECT_FALSE(Save());
 }
 
@@ -308,83 +408,12 @@ TEST_F(CsvTest, DiskThatRunsFullKeepsTheFileAsFarAsItWasWritten) {
     EXPECT_EQ(FileContents(path), whole.substr(0, Limit));
     EXPECT_LT(bar.Values.size(), 20'000U) << "the rows behind are not tried";
 }
+#endif
 
-// ----- names and folders
-
-const LocalTime Evening{2026, 11, 15, 23, 12, 40, 0};
-
-TEST(DefaultCsvName, IsThePlainNameThenDateAndTime) {
-    EXPECT_EQ(DefaultCsvName("Tank #2 (east)", Evening), "Tank 2 east 20261115-2312.csv");
-    EXPECT_EQ(DefaultCsvName("A-1+2", {2026, 1, 2, 3, 4, 5, 6}), "A-1+2 20260102-0304.csv");
-}
-
-TEST(DefaultCsvName, EmptyNameLeavesDateAndTime) {
-    EXPECT_EQ(DefaultCsvName("", Evening), "20261115-2312.csv");
-    EXPECT_EQ(DefaultCsvName("  ", Evening), "20261115-2312.csv");
-    EXPECT_EQ(DefaultCsvName("## \xC3\xA4 ##", Evening), "20261115-2312.csv");
-}
-
-TEST(DefaultCsvName, DropsWhatNoFileNameShouldHold) {
-    EXPECT_EQ(DefaultCsvName("../a\\b:c*d", Evening), "abcd 20261115-2312.csv");
-    EXPECT_EQ(DefaultCsvName(" (x) y ", Evening), "x y 20261115-2312.csv");
-}
-
-class AskForCsvFileTest : public testing::Test {
- protected:
-    std::optional<std::string> Ask() {
-        return AskForCsvFile("Pump 3", host.AsHost("/opt/orvia"), lastFolder);
-    }
-    VirtualHost host;
-    std::string lastFolder;
-};
-
-TEST_F(AskForCsvFileTest, StartsInTheProgramsFolder) {
-    EXPECT_EQ(Ask(), std::nullopt);
-    ASSERT_EQ(host.Dialogs.Queries.size(), 1U);
-    const FileQuery& query = host.Dialogs.Queries[0];
-    EXPECT_EQ(query.Title, "Save As");
-    EXPECT_EQ(query.DefaultExtension, ".csv");
-    EXPECT_EQ(query.Filter, "Comma Separated Value Files (*.csv)|*.csv");
-    EXPECT_EQ(query.InitialName, "/opt/orvia/Pump 3 20261115-0830.csv");
-    EXPECT_TRUE(host.Dialogs.Prompts[0]);
-    EXPECT_EQ(lastFolder, "/opt/orvia");
-}
-
-TEST_F(AskForCsvFileTest, GoesOnInTheFolderChosenLast) {
-    host.Dialogs.Picks = {"/data/2026/a.csv"};
-    EXPECT_EQ(Ask(), "/data/2026/a.csv");
-    EXPECT_EQ(lastFolder, "/data/2026");
-    Ask();
-    EXPECT_EQ(host.Dialogs.Queries[1].InitialName, "/data/2026/Pump 3 20261115-0830.csv");
-    EXPECT_EQ(lastFolder, "/data/2026");
-}
-
-TEST_F(AskForCsvFileTest, SeparatorOfARootIsNoFolder) {
-    lastFolder = "/kept";
-    host.Dialogs.Picks = {"/a.csv", "c\\a.csv", "c:\\a.csv", "a.csv"};
-    Ask();
-    EXPECT_EQ(lastFolder, "/kept");
-    Ask();
-    EXPECT_EQ(lastFolder, "/kept");
-    Ask();
-    EXPECT_EQ(lastFolder, "c:");
-    lastFolder = "/kept";
-    Ask();
-    EXPECT_EQ(lastFolder, "/kept");
-}
-
-TEST(SaveBar, EndsAtTheRowCountOrAtTwo) {
-    EXPECT_EQ(SaveBarMaximum(0), 2);
-    EXPECT_EQ(SaveBarMaximum(1), 1);
-    EXPECT_EQ(SaveBarMaximum(200'000), 200'000);
-}
-
-TEST(SingleColumn, IsAnySettingThatIsNotEmpty) {
-    EXPECT_FALSE(IsSingleColumn(""));
-    EXPECT_TRUE(IsSingleColumn("Yes"));
-    EXPECT_TRUE(IsSingleColumn("no"));
-    EXPECT_EQ(SingleColumnSetting(true), "Yes");
-    EXPECT_EQ(SingleColumnSetting(false), "");
+TEST_F(CsvTest, EmptyPathEndsTheSave) {
+    Fill();
+    path.clear();
+    EXPECT_FALSE(Save());
 }
 
 }  // namespace

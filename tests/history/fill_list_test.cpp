@@ -80,6 +80,18 @@ TEST_F(FillListTest, RawScaleLowerEqualToUpperGivesLowerLimitForEveryRecord) {
     EXPECT_EQ(table.Text(1, 1), "5");
 }
 
+TEST_F(FillListTest, UpperLimitEqualToLowerLimitGivesThatLimitForEveryRecord) {
+    logger.LowerLimit[0] = 7;
+    logger.UpperLimit[0] = 7;
+    for (const std::uint16_t count : {0, 50, 100, 65535}) {
+        AddRecord(store, January(1, 0, 0), {count, 0, 0});
+    }
+    Fill();
+    for (int row = 0; row < 4; ++row) {
+        EXPECT_EQ(table.Text(row, 1), "7");
+    }
+}
+
 TEST_F(FillListTest, NegativeSpanGivesUpperLimitForEveryRecord) {
     logger.LowerLimit[0] = 50;
     logger.UpperLimit[0] = -3;
@@ -287,10 +299,13 @@ TEST_F(FillListTest, BytesThatNoLoggerShouldSendFormatWithoutHarm) {
         }
         Fill();
         for (int i = 0; i < 50; ++i) {
-            ASSERT_EQ(table.Text(i, 0), store.PointAt(i, host.Clock).Time);
+            const HistoryRecord& record = store.Records()[static_cast<std::size_t>(i)];
+            DataPoint point;
+            cmd::DecodeRecord(record.Time, 0, 0, host.Clock, point);
+            ASSERT_EQ(table.Text(i, 0), point.Time);
             for (int channel = 0; channel < logger.NumAnalogChannels; ++channel) {
                 ASSERT_EQ(table.Text(i, 1 + channel),
-                          TextByTheRules(logger, store[i], static_cast<std::size_t>(channel)));
+                          TextByTheRules(logger, record, static_cast<std::size_t>(channel)));
             }
         }
     }
@@ -313,9 +328,9 @@ TEST(HistoryTable, HoldsRowsBeyondOneChunk) {
         ASSERT_EQ(table.Text(i, 0), std::to_string(i));
         ASSERT_EQ(table.Text(i, 1), std::string(30, static_cast<char>('a' + i % 26)));
     }
-    table.Clear();
+    table.Reset({"c"}, 0);
     EXPECT_EQ(table.RowCount(), 0);
-    EXPECT_EQ(table.ColumnCount(), 0);
+    EXPECT_EQ(table.ColumnCount(), 1);
 }
 
 TEST(HistoryTable, RowWiderThanAChunkIsAFault) {

@@ -3,11 +3,9 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
-#include <QTimer>
-#include <chrono>
 
 #include "history/frm_history_fixture.h"
-#include "platform/qt/qt_event_pump.h"
+#include "support/qt/run_events.h"
 
 namespace testing_support {
 namespace {
@@ -114,6 +112,25 @@ TEST_F(FrmGetHistoryData, CloseBoxEndsItAsStopDoesInEveryWait) {
     }
 }
 
+TEST_F(FrmGetHistoryData, LeavingBeforeTheUploadHasBegunIsPassedOver) {
+    Connect(5);
+    const Posted early([] {
+        frmGetHistoryData& form = *Dialog();
+        ASSERT_EQ(form.Tag(), "Starting");
+        form.close();
+        QTest::keyClick(&form, Qt::Key_Escape);
+        Click(form, "cmdCancel");
+        EXPECT_EQ(form.Tag(), "Starting");
+        EXPECT_TRUE(form.isVisible());
+    });
+    WithDialogAfter(5 * Second, [](frmGetHistoryData& form) { form.close(); });
+    ModalAnswer<frmHistory> viewer([](frmHistory& form) { form.close(); });
+    GetHistory();
+    EXPECT_EQ(console.State.History.HistoryCount(), 5);
+    EXPECT_TRUE(viewer.Given());
+    EXPECT_TRUE(Boxes().empty());
+}
+
 TEST_F(FrmGetHistoryData, CloseBoxBehindTheCompletionOpensTheViewer) {
     Connect(5);
     WithDialogAfter(5 * Second, [](frmGetHistoryData& form) { form.close(); });
@@ -143,12 +160,7 @@ TEST_F(FrmGetHistoryData, ProgramThatClosesInAnyWaitUnwindsWithoutABox) {
         other.OpenWindow(1);
         other.Outside.Network.Faults().Pass(8).LoseReply(2).Pass(2).LoseAnswer(2);
         other.Outside.Time.In(moment * Millisecond, [&other] {
-            for (QWidget* widget : QApplication::topLevelWidgets()) {
-                auto* dialog = qobject_cast<QDialog*>(widget);
-                if (dialog != nullptr && dialog->isVisible()) {
-                    dialog->done(QDialog::Rejected);
-                }
-            }
+            CloseEveryDialog();
             other.State.LinkRecord.ShuttingDown = True;
         });
         GetHistoryInWindows(other.Operation(), other.State, other.View, nullptr);
@@ -174,116 +186,6 @@ TEST_F(FrmGetHistoryData, BarMovesAtMostTwentyFiveTimesASecond) {
     EXPECT_GE(moves, 4);
     QTest::qWait(100);
     EXPECT_EQ(bar->value(), told % 100'000) << "the last one is shown in any case";
-}
-
-/// A port on a network that runs by the clock on the wall.
-class WallClockPort final : public SerialPort {
- public:
-    explicit WallClockPort(simulator::Network& network) : network_(network) {
-        clock_.start();
-        wake_.setTimerType(Qt::PreciseTimer);
-        wake_.setSingleShot(true);
-        QObject::connect(&wake_, &QTimer::timeout, &wake_, [this] { Collect(); });
-    }
-
-    int CommPort() const override { return 1; }
-    void SetCommPort(int) override {}
-    std::string Settings() const override { return "115200,N,8,1"; }
-    void SetSettings(const std::string&) override {}
-    bool PortOpen() const override { return true; }
-    void SetPortOpen(bool) override {}
-    void SetDTREnable(bool) override {}
-    int InBufferCount() const override { return static_cast<int>(received_.size()); }
-    void ClearInBuffer() override { received_.clear(); }
-    Bytes Input(int InputLen) override {
-        const std::size_t size =
-            InputLen == 0 ? received_.size() : std::min<std::size_t>(received_.size(), 1);
-        const auto end = received_.begin() + static_cast<std::ptrdiff_t>(size);
-        Bytes bytes(received_.begin(), end);
-        received_.erase(received_.begin(), end);
-        return bytes;
-    }
-    void Output(std::span<const std::uint8_t> bytes) override {
-        network_.Write(Now(), bytes);
-        Collect();
-    }
-    void LookForHangUp() override {}
-
-    [[nodiscard]] Microseconds Now() const { return clock_.nsecsElapsed() / 1000; }
-
- private:
-    void Collect() {
-        const Bytes bytes = network_.Read(Now());
-        received_.insert(received_.end(), bytes.begin(), bytes.end());
-        if (const auto due = network_.NextEvent()) {
-            wake_.start(std::chrono::milliseconds(std::max<Microseconds>(*due - Now(), 0) / 1000));
-        }
-    }
-
-    simulator::Network& network_;
-    QElapsedTimer clock_;
-    QTimer wake_;
-    Bytes received_;
-};
-
-// How long a click may wait depends on the machine as well; the figure is printed.
-TEST_F(FrmGetHistoryData, AnswersWhileALineOf115200BaudIsFull) {
-    simulator::Network network;
-    network.LineBaud = 115200;
-    network.AirDelay = 0;
-    network.LoggerDelay = 0;
-    simulator::LoggerSetup setup = BasicSite(1);
-    setup.Logging = false;
-    setup.HistoryRecords = 600;
-    network.AddLogger(setup);
-    // The radio is taken to the logger once, on the virtual host; here it is there already.
-    WallClockPort port(network);
-    QtEventPump pump;
-    Host outside = console.Outside.AsHost("/nowhere");
-    SharedState state(Host{port, pump, outside.Boxes, outside.Dialogs, outside.Store, outside.Clock,
-                           outside.Help, outside.LocalMachine, outside.AppPath});
-    FakeMainView view;
-    state.SettingsRecord.PortName = "COM1";
-    state.SettingsRecord.BaudRate = "115200";
-    QTimer tick;
-    QObject::connect(&tick, &QTimer::timeout, &tick, [&] {
-        comm::SuperviseTick({state.LinkRecord, state.SamplingRecord, state.OperationsRecord,
-                             state.Book, state.Windows, view});
-    });
-    tick.start(100);
-    comm::ConnectDialog connecting;
-    comm::Connect({state.LinkRecord, state.SettingsRecord, view, state.Boxes}, connecting,
-                  [](Pointer) {});
-    ClientRadio radio;
-    radio.Channel = setup.Channel;
-    std::copy(setup.Mac.begin(), setup.Mac.end(), radio.Mac.begin());
-    ASSERT_TRUE(
-        comm::SelectClient({state.LinkRecord, state.SettingsRecord, view, state.Boxes}, radio));
-    ASSERT_TRUE(config::GetLoggerSettings(state.Exchange, state.Outside.Clock, state.Logger));
-
-    frmGetHistoryData form(state, 600, nullptr);
-    qint64 slowest = 0;
-    QElapsedTimer sincePress;
-    QTimer presses;
-    QObject::connect(&presses, &QTimer::timeout, &form, [&] {
-        // A click is an event that waits in the queue until the program looks at it.
-        sincePress.start();
-        QMetaObject::invokeMethod(
-            &form, [&] { slowest = std::max(slowest, sincePress.nsecsElapsed()); },
-            Qt::QueuedConnection);
-        if (Find(form, "cmdOkay")->isEnabled()) {
-            Click(form, "cmdOkay");
-        }
-    });
-    presses.start(3);
-    QElapsedTimer taken;
-    taken.start();
-    form.exec();
-    std::cout << "600 records in " << taken.elapsed() << " ms, slowest answer "
-              << static_cast<double>(slowest) / 1e6 << " ms\n";
-    EXPECT_EQ(state.History.HistoryCount(), 600);
-    EXPECT_EQ(form.Tag(), "Okay");
-    EXPECT_LT(slowest, 500'000'000);
 }
 
 TEST_F(FrmGetHistoryData, EveryControlCanBeReached) {

@@ -87,7 +87,7 @@ class HistoryScreens : public HistoryFormTest, public testing::WithParamInterfac
 
 TEST_P(HistoryScreens, Viewer) {
     ReadSite();
-    frmHistory form(console.State, console.View, 0, nullptr);
+    frmHistory form(console.State, console.View, AnyWindow(), nullptr);
     form.Load();
     form.show();
     Keep(form, QStringLiteral("frmHistory"));
@@ -99,7 +99,7 @@ TEST_P(HistoryScreens, Viewer) {
 }
 
 TEST_P(HistoryScreens, ViewerWithoutRows) {
-    frmHistory form(console.State, console.View, 0, nullptr);
+    frmHistory form(console.State, console.View, AnyWindow(), nullptr);
     form.Load();
     form.show();
     Keep(form, QStringLiteral("frmHistory-empty"));

@@ -17,9 +17,9 @@ class FakeDialogs final : public HistoryDialogs {
         RunUpload(bench_.Context(), bench_.view, totalRecords);
         return bench_.view.TagText;
     }
-    void ShowViewer(std::int16_t slot) override {
+    void ShowViewer(const std::shared_ptr<ClientWindow>& window) override {
         ++Viewers;
-        Slot = slot;
+        Window = window;
         PointerAtViewer = bench_.console.View.Shape;
         BusyAtViewer = bench_.console.State.OperationsRecord.OperationBusy;
         StatusReadsAtViewer = bench_.window->StatusReads;
@@ -27,7 +27,7 @@ class FakeDialogs final : public HistoryDialogs {
 
     int Uploads = 0;
     int Viewers = 0;
-    std::int16_t Slot = -1;
+    std::shared_ptr<ClientWindow> Window;
     Pointer PointerAtUpload = Pointer::Hourglass;
     Pointer PointerAtViewer = Pointer::Normal;
     Flag BusyAtViewer = False;
@@ -66,13 +66,13 @@ class GetHistoryTest : public testing::Test {
     std::unique_ptr<FakeDialogs> dialogs;
 };
 
-TEST_F(GetHistoryTest, UploadsThenShowsTheViewerOnTheWindowsSlot) {
+TEST_F(GetHistoryTest, UploadsThenShowsTheViewerWithTheWindow) {
     Make(SiteWithHistory(25));
     Run();
     EXPECT_EQ(bench->Store().HistoryCount(), 25);
     EXPECT_EQ(dialogs->Uploads, 1);
     EXPECT_EQ(dialogs->Viewers, 1);
-    EXPECT_EQ(dialogs->Slot, 0);
+    EXPECT_EQ(dialogs->Window, bench->window);
     EXPECT_EQ(dialogs->PointerAtUpload, Pointer::Normal);
     EXPECT_EQ(dialogs->PointerAtViewer, Pointer::Hourglass);
     EXPECT_NE(dialogs->BusyAtViewer, False);
@@ -224,6 +224,20 @@ TEST_F(GetHistoryTest, WindowClosedDuringTheUploadLivesUntilTheOperationEnds) {
     Run();
     EXPECT_EQ(bench->Store().HistoryCount(), 65);
     EXPECT_EQ(dialogs->Viewers, 1);
+    EXPECT_EQ(dialogs->Window, bench->window);
+}
+
+TEST_F(GetHistoryTest, ViewerKeepsItsWindowWhenAnotherIsOpenedInTheSlot) {
+    Make(SiteWithHistory(65));
+    const int other = bench->console.AddSite(BasicSite(2));
+    bench->console.Outside.Time.In(600 * Millisecond, [this, other] {
+        bench->window->Unload();
+        const auto opened = bench->console.OpenWindow(other);
+        EXPECT_EQ(bench->console.State.Windows.At(0), opened);
+    });
+    Run();
+    EXPECT_EQ(dialogs->Viewers, 1);
+    EXPECT_EQ(dialogs->Window, bench->window);
 }
 
 TEST_F(GetHistoryTest, ProgramThatClosesDuringTheUploadShowsNothingMore) {

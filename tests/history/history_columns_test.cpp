@@ -84,15 +84,6 @@ TEST(ColumnsOf, FlowNeedsTheFirstChannel) {
     EXPECT_FALSE(ColumnsOf(logger, false).ShowFlow);
 }
 
-TEST(UnitsAllowFlow, TakesFourNamesInAnyCase) {
-    for (const char* name : {"inches", "Feet", "METERS", " cm ", "FEET"}) {
-        EXPECT_TRUE(UnitsAllowFlow(name)) << name;
-    }
-    for (const char* name : {"Ft", "", "foot", "feet.", "centimeters", "\tcm"}) {
-        EXPECT_FALSE(UnitsAllowFlow(name)) << name;
-    }
-}
-
 TEST(BadUnitsWarning, NamesTheUnitAsItStands) {
     const MessageBox box = BadUnitsWarning(" Ft");
     EXPECT_EQ(box.Title, "Bad Units");

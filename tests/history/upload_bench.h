@@ -106,7 +106,8 @@ class UploadBench {
     /// Whether record `i` of the store is record `i` of the logger.
     [[nodiscard]] bool IsRecord(std::int32_t i) const {
         const int channels = static_cast<int>(logger->AnalogChannels() + logger->PulseChannels());
-        return Store()[i] == ReadRecord(logger->Record(static_cast<std::uint32_t>(i)), 0, channels);
+        return Store().Records()[static_cast<std::size_t>(i)] ==
+               ReadRecord(logger->Record(static_cast<std::uint32_t>(i)), 0, channels);
     }
 
     /// Number of the first record that is not the logger's; -1 if there is none.

@@ -144,9 +144,9 @@ TEST_F(ControlTest, TellsItsCounters) {
 }
 
 TEST_F(ControlTest, EndsTheProgram) {
-    EXPECT_EQ(Control(net, "quit", 0).Then, ControlResult::Next::Quit);
-    EXPECT_EQ(Control(net, "hangup", 0).Then, ControlResult::Next::HangUp);
-    EXPECT_EQ(Control(net, "help", 0).Then, ControlResult::Next::GoOn);
+    EXPECT_TRUE(Control(net, "quit", 0).Ends);
+    EXPECT_TRUE(Control(net, "hangup", 0).Ends);
+    EXPECT_FALSE(Control(net, "help", 0).Ends);
 }
 
 TEST_F(ControlTest, RefusesWhatItDoesNotKnow) {

@@ -251,6 +251,20 @@ TEST(LoggerSample, OfEightChannelsFillsEverySlot) {
     EXPECT_EQ(GetU16(*answer->Payload, 22), 0);
 }
 
+TEST(LoggerCounts, ReadingsThatNoScaleHoldsAreCountsAllTheSame) {
+    LoggerSetup setup = TwoAnalogOnePulse();
+    setup.Settings.Analog[0].RawLower = 7;
+    setup.Settings.Analog[0].RawUpper = 7;
+    setup.Settings.Analog[0].UpperLimit = 0.001;
+    setup.Settings.Pulse[0].UnitsPerPulse = 1e-320;
+    setup.AnalogSignals = {ConstantSignal(1e308), ConstantSignal(1e308)};
+    setup.PulseSignals = {SineSignal(10, 10, 3600)};
+    const Logger odd(setup, 0);
+    EXPECT_EQ(odd.RawCount(0, 0), 7);
+    EXPECT_EQ(odd.RawCount(1, 0), 65535);
+    EXPECT_EQ(odd.PulseCount(0, 900 * Second), 0);
+}
+
 TEST_F(LoggerTest, PulsesCountFromTheirReset) {
     LoggerSetup setup = TwoAnalogOnePulse();
     setup.Settings.Pulse[0].UnitsPerPulse = 0.5;

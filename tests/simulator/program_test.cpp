@@ -288,14 +288,16 @@ TEST_F(ProgramTest, LosesWhatAClosedPortWouldLose) {
 #endif
 
 TEST_F(ProgramTest, HangUpIsSeenByTheConsole) {
-    const auto program = Start();
-    Port port(link);
-    Select(port);
-    program->Say("hangup");
-    EXPECT_TRUE(port.HungUp());
-    EXPECT_EQ(program->Status(), 0);
-    EXPECT_FALSE(fs::is_symlink(link));
-    EXPECT_FALSE(Port(link).IsOpen());
+    for (const char* word : {"hangup", "quit"}) {
+        const auto program = Start();
+        Port port(link);
+        Select(port);
+        program->Say(word);
+        EXPECT_TRUE(port.HungUp());
+        EXPECT_EQ(program->Status(), 0);
+        EXPECT_FALSE(fs::is_symlink(link));
+        EXPECT_FALSE(Port(link).IsOpen());
+    }
 }
 
 TEST_F(ProgramTest, TakesCommandsWhileItServes) {

@@ -11,9 +11,6 @@
 
 namespace simulator {
 
-inline constexpr std::uint8_t Start = FrameStart;
-inline constexpr std::uint8_t End = FrameEnd;
-
 /// The acknowledge and behind it a frame, as a logger answers most requests.
 inline Bytes AckAndFrame(const Bytes& payload) {
     Bytes bytes = EncodeFrame(payload);
