@@ -1,4 +1,5 @@
 #include "client/client_panel.h"
+#include "common/number_text.h"
 
 #include <type_traits>
 
@@ -121,16 +122,16 @@ void CaptionInformation(ClientPanel& panel) {
     panel.fraRecords.Text = "Records";
     for (std::size_t alarm = 0; alarm < panel.fraAlarm.size(); ++alarm) {
         panel.fraAlarm[alarm].Text = panel.lblAlarm3[alarm].Text =
-            "Alarm " + std::to_string(alarm + 1);
+            "Alarm " + IntegerToText(alarm + 1);
     }
 }
 
 void CaptionReadings(ClientPanel& panel) {
     for (std::size_t channel = 0; channel < AnalogChannels; ++channel) {
-        panel.lblData[channel].Text = "Channel " + std::to_string(channel + 1);
+        panel.lblData[channel].Text = "Channel " + IntegerToText(channel + 1);
     }
     for (std::size_t pulse = 0; pulse < PulseChannels; ++pulse) {
-        const std::string number = std::to_string(pulse + 1);
+        const std::string number = IntegerToText(pulse + 1);
         panel.lblData[AnalogChannels + pulse].Text = "Pulse Chan " + number;
         // Operators and their handbooks know the word in this spelling.
         panel.lblPulse3[pulse].Text = "Pusle Chan " + number;
@@ -159,9 +160,9 @@ std::span<const ControlRow> ClientControls() {
 std::string ControlName(const ControlRow& row, int index) {
     switch (row.Naming) {
         case Indexed:
-            return std::string(row.Name) + "(" + std::to_string(index) + ")";
+            return std::string(row.Name) + "(" + IntegerToText(index) + ")";
         case Numbered:
-            return std::string(row.Name) + std::to_string(index + 1);
+            return std::string(row.Name) + IntegerToText(index + 1);
         default:
             return std::string(row.Name);
     }
@@ -186,9 +187,9 @@ std::string ControlDescription(const ControlRow& row, int index, std::int16_t di
     }
     // The ten readings of the list modes are one array; its last two are the pulse channels.
     if (row.Name == "lblData2" && index >= AnalogChannels) {
-        return "Pulse channel " + std::to_string(index - AnalogChannels + 1) + " reading";
+        return "Pulse channel " + IntegerToText(index - AnalogChannels + 1) + " reading";
     }
-    return words.replace(mark, 1, std::to_string(index + 1));
+    return words.replace(mark, 1, IntegerToText(index + 1));
 }
 
 ClientPanel DesignPanel() {

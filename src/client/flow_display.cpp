@@ -96,7 +96,7 @@ std::optional<MessageBox> FlowModeRefusal(const LoggerRecord& record) {
         text.append(LineBreak);
         text += "The logger must have 3 analog channels for Flow Display Mode";
         text.append(LineBreak);
-        text += "and it has " + std::to_string(record.NumAnalogChannels) + " channels.";
+        text += "and it has " + IntegerToText(record.NumAnalogChannels) + " channels.";
         return Refusal(std::move(text));
     }
     if (config::IsFlowUnit(record.EngUnits[0])) {

@@ -1,5 +1,6 @@
 #include "client/information.h"
 
+#include "common/number_text.h"
 #include "common/text.h"
 
 namespace {
@@ -35,7 +36,7 @@ std::string AlarmText(const LoggerRecord& record, int alarm) {
     } else if (hour >= 13) {
         shown = hour - 12;
     }
-    return std::to_string(shown) + ":" + TwoDigits(record.AlarmMin[i]) + ":" +
+    return IntegerToText(shown) + ":" + TwoDigits(record.AlarmMin[i]) + ":" +
            TwoDigits(record.AlarmSec[i]) + (hour >= 12 ? " PM" : " AM");
 }
 
@@ -45,7 +46,7 @@ void ShowLoggerTime(const LoggerRecord& record, ClientPanel& panel) {
 
 void ShowStatus(const LoggerRecord& record, ClientPanel& panel) {
     panel.lblLoggingState.Text = panel.lblLoggingState2.Text = record.LoggingState;
-    panel.lblRecords.Text = std::to_string(record.NumSamples);
+    panel.lblRecords.Text = IntegerToText(record.NumSamples);
     panel.lblRecords2.Text = panel.lblRecords.Text + " Records";
 }
 
@@ -53,7 +54,7 @@ void ShowSettings(const LoggerRecord& record, ClientPanel& panel) {
     ShowLoggerTime(record, panel);
     panel.lblLoggerName.Text = panel.lblLoggerName2.Text = record.LoggerName;
     panel.lblSampleInterval.Text = panel.lblSampleInterval2.Text = IntervalText(record);
-    panel.lblWarmup.Text = panel.lblWarmup2.Text = std::to_string(record.SensorWarmupTime) + " sec";
+    panel.lblWarmup.Text = panel.lblWarmup2.Text = IntegerToText(record.SensorWarmupTime) + " sec";
     ShowStatus(record, panel);
     ShowAlarms(record, panel);
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "common/number_text.h"
 #include "console/operation_shape.h"
 #include "link/sampling.h"
 
@@ -70,7 +71,7 @@ void ShowFirmwareVersion(const OperationContext& context) {
         target.Window->ClientSetGlobalState();
         context.radio.view.SetPointer(Pointer::Normal);
         context.radio.boxes.Show(
-            {.Text = "Logger firmware version = " + std::to_string(context.global.FirmwareVersion),
+            {.Text = "Logger firmware version = " + IntegerToText(context.global.FirmwareVersion),
              .Title = "Firmware Version"});
     });
 }

@@ -57,5 +57,5 @@ int BarLength(std::optional<int> dBm) {
 }
 
 std::string LevelText(std::optional<int> dBm) {
-    return dBm ? std::to_string(*dBm) + " DBm" : "---";
+    return dBm ? IntegerToText(*dBm) + " DBm" : "---";
 }

@@ -140,7 +140,7 @@ std::string DefaultCsvName(std::string_view loggerName, const LocalTime& now) {
     if (!name.empty()) {
         name += ' ';
     }
-    std::string year = std::to_string(now.Year);
+    std::string year = IntegerToText(now.Year);
     year.insert(0, 4 - std::min<std::size_t>(year.size(), 4), '0');
     return name + year + TwoDigits(now.Month) + TwoDigits(now.Day) + "-" + TwoDigits(now.Hour) +
            TwoDigits(now.Minute) + ".csv";

@@ -21,8 +21,6 @@ constexpr int MostRetries = 100;
 /// Pause after a failed exchange.
 constexpr std::int16_t FailurePause = 5;
 
-const std::string BoxTitle = "Get History Data";
-
 enum class Round { GoesOn, Complete, Failed, Full };
 
 class Upload {
@@ -62,7 +60,7 @@ class Upload {
         ShowCount();
     }
 
-    void ShowCount() { view_.SetProgress(std::to_string(Count()) + " records"); }
+    void ShowCount() { view_.SetProgress(IntegerToText(Count()) + " records"); }
 
     [[nodiscard]] Round RunRound() {
         if (!ExchangeBlock()) {
@@ -99,7 +97,7 @@ class Upload {
         if (retries_ > MostRetries) {
             return Round::Failed;
         }
-        view_.SetRetries(std::to_string(totalRetries_) + " retries");
+        view_.SetRetries(IntegerToText(totalRetries_) + " retries");
         comm::Pause(context_.link, FailurePause);
         return Round::GoesOn;
     }
@@ -130,7 +128,7 @@ class Upload {
         } else if (round == Round::Full) {
             ShowCount();
             context_.boxes.Show({.Text = "History buffer full: upload terminated.",
-                                 .Title = BoxTitle,
+                                 .Title = GetHistoryTitle,
                                  .Icon = BoxIcon::Information});
             view_.SetTag(TagCancel);
         } else {
@@ -140,16 +138,16 @@ class Upload {
 
     void AwaitOkay() {
         view_.AllowOkay();
-        view_.SetProgress("Upload complete: " + std::to_string(Count()) + " records uploaded.");
+        view_.SetProgress("Upload complete: " + IntegerToText(Count()) + " records uploaded.");
         while (view_.Tag() == TagRunning && !ShuttingDown()) {
             context_.link.Events.WaitForMoreEvents();
         }
     }
 
     void TellOutcome(const std::string& what, BoxIcon icon) {
-        context_.boxes.Show({.Text = what + " Received " + std::to_string(Count()) +
-                                     " records of " + std::to_string(totalRecords_) + " records.",
-                             .Title = BoxTitle,
+        context_.boxes.Show({.Text = what + " Received " + IntegerToText(Count()) + " records of " +
+                                     IntegerToText(totalRecords_) + " records.",
+                             .Title = GetHistoryTitle,
                              .Icon = icon});
     }
 

@@ -76,7 +76,7 @@ int IntervalUnitOf(std::string_view interval) {
 
 std::string IntervalText(int count, int unit) {
     const auto word = static_cast<std::size_t>(std::min(unit, 3));
-    return std::to_string(count) + " " + std::string(IntervalWords[word]) + (count > 1 ? "s" : "");
+    return IntegerToText(count) + " " + std::string(IntervalWords[word]) + (count > 1 ? "s" : "");
 }
 
 void EncodeGeneral(const LoggerRecord& global, Bytes& image) {
