@@ -32,6 +32,7 @@ struct SharedState {
     SharedState& operator=(const SharedState&) = delete;
 
     Flag ErrorTrapping = True;  ///< never changed; see WriteVersionFile
+    Flag ShowBaudRate = False;  ///< never set: the set-up does not show the fixed baud rate
     Settings SettingsRecord;
     Link LinkRecord;
     Sampling SamplingRecord;

@@ -80,8 +80,7 @@ void frmClient::WatchPresses() {
 
 void frmClient::SetCaption(const std::string& caption) {
     caption_ = caption;
-    // "[*]" in a title stands for the mark of a changed document; doubled, it is itself.
-    setWindowTitle(ToQt(caption).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+    setWindowTitle(EscapedTitle(caption));
 }
 
 std::string frmClient::LoggerTimeCaption() const {

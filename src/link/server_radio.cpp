@@ -229,7 +229,8 @@ bool ReadRadioSignal(Link& link, MessageBoxes& boxes, std::uint8_t& value) {
 
 bool SelectClient(const LinkContext& context, const ClientRadio& client) {
     Link& link = context.link;
-    if (link.CommBusy != False) {
+    // The end of the program has closed the port: it stays closed.
+    if (link.CommBusy != False || link.ShuttingDown != False) {
         return false;
     }
     if (link.Connected == False) {

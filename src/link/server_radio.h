@@ -47,8 +47,8 @@ struct LinkContext {
 
 /// Brings the radio to normal mode on `client`: the call that every operation makes before it
 /// speaks to a logger. Sends nothing when the radio is there already; opens a port that the idle
-/// limit closed. False when that failed, of which the operator has been told, or while another
-/// exchange is on the link.
+/// limit closed. False when that failed, of which the operator has been told, while another
+/// exchange is on the link, or at the end of the program.
 [[nodiscard]] bool SelectClient(const LinkContext& context, const ClientRadio& client);
 
 /// The message of a port that will not open.

@@ -8,12 +8,11 @@
 #include "common/text.h"
 #include "link/busy_guard.h"
 #include "logger/commands.h"
+#include "setup/input_held.h"
 
 namespace {
 
 constexpr std::int16_t LastTick = 3;
-constexpr double FloatLimit = 1000000;
-constexpr int LargestRaw = 65535;
 
 struct StepPlan {
     std::string_view Question;
@@ -82,11 +81,22 @@ FieldCheck CheckEngineering(std::string_view text) {
 }
 
 FieldCheck CheckRawCount(std::string_view text) {
-    FieldCheck check = CheckListNumber(text, LargestRaw);
+    FieldCheck check = CheckRaw(text);
     if (!check.Accepted) {
         check.Box = BadNumber("Value must be an integer between 0 and 65535!");
     }
     return check;
+}
+
+/// Opens the port again if the idle limit closed it; false if the logger stays out of reach, told.
+bool ReachLogger(const SetupContext& context) {
+    if (context.link.LinkState != LinkDisconnected) {
+        return true;
+    }
+    context.view.SetPointer(Pointer::Hourglass);
+    const bool reached = context.reselect();
+    context.view.SetPointer(Pointer::Normal);
+    return reached;
 }
 
 }  // namespace
@@ -140,7 +150,9 @@ void Calibrate(const SetupContext& context, int channel,
         return;
     }
     const BusyGuard busy(context.operations.OperationBusy);
-    if (context.link.LinkState == LinkDisconnected && !context.reselect()) {
+    // Between two steps no form stands before the dialog.
+    const InputHeld held(context.view);
+    if (!ReachLogger(context)) {
         return;
     }
     const auto form = load();

@@ -26,20 +26,30 @@ class CalibrationForm {
  public:
     virtual ~CalibrationForm() = default;
 
+    /// What wizard and form share, while the form is loaded.
     [[nodiscard]] virtual CalibrationState& State() = 0;
+    /// The title of the form, shown as it is.
     virtual void SetCaption(const std::string& caption) = 0;
-    virtual void SetQuestion(std::string_view question) = 0;    // lblCalibrate
-    virtual void SetField(const std::string& text) = 0;         // txtCalibrate
-    [[nodiscard]] virtual std::string Field() const = 0;        // txtCalibrate
-    virtual void EnableBack(bool on) = 0;                       // cmdBack
-    virtual void SetNextCaption(std::string_view caption) = 0;  // cmdNext
+    /// What `lblCalibrate` asks in this step.
+    virtual void SetQuestion(std::string_view question) = 0;
+    /// The text of `txtCalibrate`, put there without validating.
+    virtual void SetField(const std::string& text) = 0;
+    /// The text of `txtCalibrate`, validated once a step ended with Next.
+    [[nodiscard]] virtual std::string Field() const = 0;
+    /// Lets `cmdBack` be pressed or not.
+    virtual void EnableBack(bool on) = 0;
+    /// The words on `cmdNext`.
+    virtual void SetNextCaption(std::string_view caption) = 0;
+    /// Has `CalibrationTick` run each quarter of a second, until it is stopped.
     virtual void StartTimer() = 0;
+    /// No further ticks; nothing if the timer stands.
     virtual void StopTimer() = 0;
     /// Shows the form and returns when it has been hidden again.
     virtual void ShowModally() = 0;
 };
 
-/// The wizard's four working values.
+/// The wizard's four working values, as text: two points of engineering units and raw counts. The
+/// raw ones start from the ends of their range, not from the row.
 struct CalibrationValues {
     std::string HighEU;
     std::string HighRaw = "65535";
@@ -67,8 +77,8 @@ void CalibrationTick(const CalibrationReader& reader, CalibrationForm& form);
 [[nodiscard]] FieldCheck CheckCalibration(std::string_view text, std::int16_t step);
 
 /// Calibrates channel `channel`, 0 to 7: runs the wizard on the form that `load` gives, and writes
-/// the four values into the channel's row if it was finished. Does nothing, without a word, where
-/// the logger cannot be reached.
+/// the four values into the channel's row if it was finished. The dialog's input is held meanwhile.
+/// Does nothing, without a word, where the link is not free.
 void Calibrate(const SetupContext& context, int channel,
                const std::function<std::unique_ptr<CalibrationForm>()>& load);
 

@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "platform/qt/focus_guard.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 #include "setup/frmSetupParts.h"
 
@@ -39,30 +40,26 @@ void frmCalibrate::BuildField() {
     Frame1_->setMinimumWidth(Frame1_->fontMetrics().averageCharWidth() * Characters);
     txtCalibrate_ = new QLineEdit(QStringLiteral("Text1"), Frame1_);
     txtCalibrate_->setObjectName(Named("txtCalibrate"));
-    lblCalibrate_ = Label(Frame1_, "lblCalibrate", "", txtCalibrate_);
+    lblCalibrate_ = Label("lblCalibrate", "", txtCalibrate_);
+    lblCalibrate_->setAccessibleDescription(QStringLiteral("Question of this step"));
     auto* column = new QVBoxLayout(Frame1_);
     column->addWidget(lblCalibrate_);
     column->addWidget(txtCalibrate_);
     layout()->addWidget(Frame1_);
 }
 
-QPushButton* frmCalibrate::AddButton(const char* name, const char* caption) {
-    auto* button = new QPushButton(QString::fromLatin1(caption), this);
-    button->setObjectName(Named(name));
-    button->setAutoDefault(false);
-    return button;
-}
-
 void frmCalibrate::BuildButtons() {
-    cmdBack_ = AddButton("cmdBack", "< &Back");
-    cmdNext_ = AddButton("cmdNext", "&Next >");
-    cmdNext_->setDefault(true);
-    cmdCancel_ = AddButton("cmdCancel", "Cancel");
+    cmdBack_ = NamedButton(this, Named("cmdBack"), QStringLiteral("< &Back"));
+    cmdNext_ = NamedButton(this, Named("cmdNext"), QStringLiteral("&Next >"));
+    cmdCancel_ = NamedButton(this, Named("cmdCancel"), QStringLiteral("Cancel"));
+    QPushButton* cmdHelp = NamedButton(this, Named("cmdHelp"), QStringLiteral("Help"));
     auto* row = new QHBoxLayout;
     row->addStretch();
-    for (QPushButton* button : {cmdBack_, cmdNext_, cmdCancel_, AddButton("cmdHelp", "Help")}) {
+    for (QPushButton* button : {cmdBack_, cmdNext_, cmdCancel_, cmdHelp}) {
+        button->setAutoDefault(false);
         row->addWidget(button);
     }
+    cmdNext_->setDefault(true);
     static_cast<QBoxLayout*>(layout())->addLayout(row);
     connect(cmdBack_, &QPushButton::clicked, this, [this] { Finish("Back"); });
     connect(cmdNext_, &QPushButton::clicked, this, [this] { Finish("Next"); });
@@ -70,7 +67,7 @@ void frmCalibrate::BuildButtons() {
 }
 
 void frmCalibrate::SetCaption(const std::string& caption) {
-    setWindowTitle(ToQt(caption).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+    setWindowTitle(EscapedTitle(caption));
 }
 
 void frmCalibrate::SetQuestion(std::string_view question) {

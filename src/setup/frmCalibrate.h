@@ -35,7 +35,6 @@ class frmCalibrate final : public QDialog, public CalibrationForm {
  private:
     void BuildField();
     void BuildButtons();
-    QPushButton* AddButton(const char* name, const char* caption);
     [[nodiscard]] bool Validate();
     void Finish(const char* result);
 

@@ -8,12 +8,11 @@
 #include <QTabBar>
 
 #include "app/lifecycle.h"
+#include "platform/qt/focus_guard.h"
 #include "platform/qt/text_qt.h"
 #include "setup/calibration.h"
 #include "setup/frmSetupPages.h"
-#include "setup/frmSetupParts.h"
 #include "setup/setup_changes.h"
-#include "setup/setup_flow_page.h"
 #include "setup/setup_form_state.h"
 
 frmSetup::frmSetup(SharedState& state, std::function<bool()> reselect, QWidget* parent)
@@ -70,6 +69,14 @@ void frmSetup::ShowControls(const SetupControls& controls) {
     showing_ = true;
     pages_->Fields().Show(controls);
     showing_ = false;
+}
+
+bool frmSetup::ValidateField() {
+    // What a validator remarks on a value that it accepts is for who leaves the field.
+    remarks_ = false;
+    const bool accepted = guard_->Accepts();
+    remarks_ = true;
+    return accepted;
 }
 
 void frmSetup::EnableFlow(const FlowStates& states) {
@@ -132,7 +139,7 @@ void frmSetup::HoldInput(bool held) {
 
 bool frmSetup::Validate(const frmSetupFields::Field& field) {
     const FieldCheck check = field.Check(frmSetupFields::TextOf(field.Widget));
-    if (check.Box) {
+    if (check.Box && (remarks_ || !check.Accepted)) {
         state_.Outside.Boxes.Show(*check.Box);
     }
     if (check.Text) {
@@ -150,7 +157,11 @@ void frmSetup::OnTimer1() {
 }
 
 void frmSetup::TurnPage(int step) {
-    TabStrip_->setCurrentIndex(qBound(0, TabStrip_->currentIndex() + step, TabStrip_->count() - 1));
+    // The shortcuts are the window's, and work while the strip is held.
+    if (TabStrip_->isEnabled()) {
+        TabStrip_->setCurrentIndex(
+            qBound(0, TabStrip_->currentIndex() + step, TabStrip_->count() - 1));
+    }
 }
 
 void frmSetup::closeEvent(QCloseEvent* event) {

@@ -45,6 +45,7 @@ class frmSetup final : public QDialog, private SetupView {
     // SetupView
     [[nodiscard]] SetupControls Controls() const override;
     void ShowControls(const SetupControls& controls) override;
+    [[nodiscard]] bool ValidateField() override;
     void EnableFlow(const FlowStates& states) override;
     void SetTableFile(const std::string& path) override;
     void SetCalibration(int channel, const CalibrationValues& values) override;
@@ -75,6 +76,7 @@ class frmSetup final : public QDialog, private SetupView {
     std::function<bool()> reselect_;
     SetupDialog dialog_;
     bool showing_ = false;  ///< the program, not the user, changes the controls
+    bool remarks_ = true;   ///< validators show what they tell of a value that they accept
     QWidget* focusBefore_ = nullptr;
 
     QMenuBar* menus_ = nullptr;

@@ -11,13 +11,10 @@
 #include "setup/frmSetupPages.h"
 #include "setup/frmSetupParts.h"
 #include "setup/setup_flow_page.h"
-#include "setup/setup_lists.h"
 
 using namespace setup_parts;
 
 namespace {
-
-constexpr std::size_t AnalogFrame = 0;
 
 enum class Kind { Enable, Unit, Number, Precision, Calibrate };
 
@@ -56,8 +53,34 @@ constexpr std::array<Column, 10> Columns{{
      "Run dialog that assists setting calibration points", nullptr, nullptr},
 }};
 
-/// Sign, point and six digits.
-constexpr int NumberDigits = 8;
+/// Gives the columns of the heads and of all rows one width each.
+void AlignColumns(const std::vector<QGroupBox*>& rows, QWidget* heads) {
+    std::vector<QGridLayout*> grids{static_cast<QGridLayout*>(heads->layout())};
+    const QMargins inside = rows.front()->contentsMargins();
+    const QMargins around = rows.front()->layout()->contentsMargins();
+    heads->layout()->setContentsMargins(around.left() + inside.left(), 0,
+                                        around.right() + inside.right(), 0);
+    for (const QGroupBox* row : rows) {
+        grids.push_back(static_cast<QGridLayout*>(row->layout()));
+    }
+    for (int column = 0; column < static_cast<int>(Columns.size()); ++column) {
+        int width = 0;
+        for (const QGridLayout* grid : grids) {
+            const QLayoutItem* item = grid->itemAtPosition(0, column);
+            width = std::max(width, item != nullptr ? item->sizeHint().width() : 0);
+        }
+        for (QGridLayout* grid : grids) {
+            grid->setColumnMinimumWidth(column, width);
+            const QLayoutItem* item = grid->itemAtPosition(0, column);
+            if (item != nullptr) {
+                item->widget()->setMinimumWidth(width);
+            }
+        }
+    }
+    for (QGridLayout* grid : grids) {
+        grid->setColumnStretch(static_cast<int>(Columns.size()), 1);
+    }
+}
 
 }  // namespace
 
@@ -118,20 +141,22 @@ QWidget* frmSetupPages::NewCell(QGroupBox* panel, int channel, int number) {
                 return c.Analog[row].chkEnable;
             });
             break;
-        case Kind::Unit:
-            cell = fields_.Editable(panel, name, setup_lists::AnalogUnits, place,
-                                    channel == 0 ? UnitCheck() : column.Check);
+        case Kind::Unit: {
+            QComboBox* unit =
+                fields_.Editable(panel, name, {}, place, channel == 0 ? UnitCheck() : column.Check);
+            FillUnitsCombo(*unit, true);
+            cell = unit;
             break;
+        }
         case Kind::Number:
-            cell = fields_.Text(panel, name, place, column.Check, NumberDigits);
+            cell = fields_.Text(panel, name, place, column.Check, NumberCharacters);
             break;
         case Kind::Precision:
             cell = fields_.Numbers(panel, name, LastPrecision, place);
             break;
         case Kind::Calibrate:
-            cmdCalibrate_.push_back(new QPushButton(QString::fromLatin1(column.Head), panel));
+            cmdCalibrate_.push_back(NamedButton(panel, name, QString::fromLatin1(column.Head)));
             cell = cmdCalibrate_.back();
-            cell->setObjectName(name);
             break;
     }
     Tell(*cell, column.Tip);
@@ -144,32 +169,4 @@ frmSetupFields::Validator frmSetupPages::UnitCheck() const {
     return [this](std::string_view text) {
         return CheckFirstUnit(text, state_.Logger.NumAnalogChannels, fields_.Values().FlowOption);
     };
-}
-
-void frmSetupPages::AlignColumns(const std::vector<QGroupBox*>& rows, QWidget* heads) {
-    std::vector<QGridLayout*> grids{static_cast<QGridLayout*>(heads->layout())};
-    const QMargins inside = rows.front()->contentsMargins();
-    const QMargins around = rows.front()->layout()->contentsMargins();
-    heads->layout()->setContentsMargins(around.left() + inside.left(), 0,
-                                        around.right() + inside.right(), 0);
-    for (const QGroupBox* row : rows) {
-        grids.push_back(static_cast<QGridLayout*>(row->layout()));
-    }
-    for (int column = 0; column < static_cast<int>(Columns.size()); ++column) {
-        int width = 0;
-        for (const QGridLayout* grid : grids) {
-            const QLayoutItem* item = grid->itemAtPosition(0, column);
-            width = std::max(width, item != nullptr ? item->sizeHint().width() : 0);
-        }
-        for (QGridLayout* grid : grids) {
-            grid->setColumnMinimumWidth(column, width);
-            const QLayoutItem* item = grid->itemAtPosition(0, column);
-            if (item != nullptr) {
-                item->widget()->setMinimumWidth(width);
-            }
-        }
-    }
-    for (QGridLayout* grid : grids) {
-        grid->setColumnStretch(static_cast<int>(Columns.size()), 1);
-    }
 }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/qt/text_qt.h"
+#include "setup/setup_lists.h"
 
 namespace {
 
@@ -25,6 +26,15 @@ QComboBox* NewList(QWidget* parent, const QString& name) {
 }
 
 }  // namespace
+
+void FillUnitsCombo(QComboBox& combo, bool analog) {
+    combo.clear();
+    if (analog) {
+        AddItems(combo, setup_lists::AnalogUnits);
+    } else {
+        AddItems(combo, setup_lists::PulseUnits);
+    }
+}
 
 QLineEdit* frmSetupFields::Text(QWidget* parent, const QString& name, Place<std::string> place,
                                 Validator check, int characters) {

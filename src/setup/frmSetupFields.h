@@ -21,17 +21,21 @@ class QWidget;
 template <typename Value>
 using Place = std::function<Value&(SetupControls&)>;
 
+/// Fills a list of units anew: with those of analog channels, or with those of pulse channels.
+void FillUnitsCombo(QComboBox& combo, bool analog);
+
 /// The controls of the set-up that hold a value, each bound to its place. Makes them, so that none
 /// is made without one.
 class frmSetupFields {
  public:
+    /// Says what becomes of a field's text when it is left.
     using Validator = std::function<FieldCheck(std::string_view)>;
 
     /// A field whose text is validated when it is left.
     struct Field {
         QWidget* Widget;
         Place<std::string> Value;
-        Validator Check;
+        Validator Check;  ///< none: any text stands as it is
     };
 
     /// A text field with room for `characters` digits.
@@ -46,19 +50,23 @@ class frmSetupFields {
     /// A list to choose from.
     QComboBox* List(QWidget* parent, const QString& name, std::span<const std::string_view> items,
                     Place<int> place);
+    /// A check box.
     QCheckBox* Check(QWidget* parent, const QString& name, const char* caption, Place<bool> place);
     /// One of a group of options; `value` is what its place holds while it is selected.
     QRadioButton* Option(QWidget* parent, const QString& name, const char* caption,
                          Place<int> place, int value);
 
-    /// Takes the values from the controls, and has the controls show them.
+    /// The values of all controls; what no control holds is as it is at first.
     [[nodiscard]] SetupControls Values() const;
+    /// Has the controls show the values.
     void Show(SetupControls values);
 
+    /// All fields with a text, those without a validator too. No control is made behind this call.
     [[nodiscard]] const std::vector<Field>& Validated() const { return texts_; }
 
     /// Text of a field: a line, or a list that can be typed over.
     [[nodiscard]] static std::string TextOf(const QWidget* widget);
+    /// Has such a field show the text; a list selects the item of that text, if it has one.
     static void SetText(QWidget* widget, const std::string& text);
 
  private:

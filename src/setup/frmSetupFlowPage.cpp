@@ -16,8 +16,11 @@ using namespace setup_parts;
 
 namespace {
 
-constexpr std::size_t FlowFrame = 3;
-constexpr int NumberDigits = 9;
+void NameDevices(QComboBox& list, const FlowDeviceList& devices) {
+    for (const FlowDeviceEntry& device : devices) {
+        list.addItem(ToQt(device.Name));
+    }
+}
 
 }  // namespace
 
@@ -31,12 +34,6 @@ void frmSetupPages::BuildFlowPage() {
     rows->addLayout(grid);
     rows->addWidget(BuildMannings(page));
     rows->addStretch();
-}
-
-void frmSetupPages::NameDevices(QComboBox& list, const FlowDeviceList& devices) {
-    for (const FlowDeviceEntry& device : devices) {
-        list.addItem(ToQt(device.Name));
-    }
 }
 
 void frmSetupPages::BuildFlowMethods(QGridLayout& grid) {
@@ -71,8 +68,7 @@ void frmSetupPages::BuildFlowMethods(QGridLayout& grid) {
     table->setMaxLength(static_cast<int>(LongestTablePath));
     table->setAccessibleName(QStringLiteral("Table file"));
     grid.addWidget(table, FlowByTable, 1);
-    cmdBrowse_ = new QPushButton(QStringLiteral("..."), page);
-    cmdBrowse_->setObjectName(Named("cmdBrowse"));
+    cmdBrowse_ = NamedButton(page, Named("cmdBrowse"), QStringLiteral("..."));
     cmdBrowse_->setAccessibleName(QStringLiteral("Browse for a table file"));
     grid.addWidget(cmdBrowse_, FlowByTable, 2);
     ofFlume_ = {flume};
@@ -86,10 +82,10 @@ void frmSetupPages::BuildFlowDisplay(QGridLayout& grid) {
                                     [](SetupControls& c) -> int& { return c.cmbFlowUnits; });
     QLineEdit* top = fields_.Text(
         page, Named("txtFlowTop"), [](SetupControls& c) -> std::string& { return c.txtFlowTop; },
-        CheckFloat, NumberDigits);
+        CheckFloat, NumberCharacters);
     QLineEdit* offset = fields_.Text(
         page, Named("txtOffset"), [](SetupControls& c) -> std::string& { return c.txtOffset; },
-        CheckFloat, NumberDigits);
+        CheckFloat, NumberCharacters);
     QComboBox* offsetUnits =
         fields_.List(page, Named("cmbOffsetUnits"), setup_lists::LengthUnits,
                      [](SetupControls& c) -> int& { return c.cmbOffsetUnits; });
@@ -99,11 +95,11 @@ void frmSetupPages::BuildFlowDisplay(QGridLayout& grid) {
     offsetRow->addWidget(offsetUnits);
     offsetRow->addStretch();
     const int row = FlowByTable + 1;
-    grid.addWidget(Label(page, "Label12", "Flow Display Units:", units), row, 0);
+    grid.addWidget(Label("Label12", "Flow Display Units:", units), row, 0);
     grid.addWidget(units, row, 1, Qt::AlignLeft);
-    grid.addWidget(Label(page, "Label13", "Flow Display Top Value:", top), row + 1, 0);
+    grid.addWidget(Label("Label13", "Flow Display Top Value:", top), row + 1, 0);
     grid.addWidget(top, row + 1, 1, Qt::AlignLeft);
-    grid.addWidget(Label(page, "Label14", "Level Offset:", offset), row + 2, 0);
+    grid.addWidget(Label("Label14", "Level Offset:", offset), row + 2, 0);
     grid.addLayout(offsetRow, row + 2, 1);
     ofFlow_ = {units, top, offset, offsetUnits};
 }
@@ -115,7 +111,7 @@ QGroupBox* frmSetupPages::BuildMannings(QWidget* page) {
     const auto number = [this, group](const char* name, std::string SetupControls::*value) {
         return fields_.Text(
             group, Named(name), [value](SetupControls& c) -> std::string& { return c.*value; },
-            CheckFloat, NumberDigits);
+            CheckFloat, NumberCharacters);
     };
     QComboBox* roughness = fields_.Editable(
         group, Named("cmbRoughness"), setup_lists::Roughness,
@@ -132,11 +128,11 @@ QGroupBox* frmSetupPages::BuildMannings(QWidget* page) {
     QComboBox* velocity = fields_.List(group, Named("cmbVelUnits"), setup_lists::VelocityUnits,
                                        [](SetupControls& c) -> int& { return c.cmbVelUnits; });
     QLineEdit* velocityTop = number("txtVelTop", &SetupControls::txtVelTop);
-    const std::array<QLabel*, 5> labels{
-        Label(group, "lblM3", "Roughness Number:", roughness),
-        Label(group, "lblM2", "Slope:", slope), Label(group, "lblM1", "Pipe Diameter:", diameter),
-        Label(group, "lblM4", "Velocity Display Units:", velocity),
-        Label(group, "lblM5", "Velocity Display Top:", velocityTop)};
+    const std::array<QLabel*, 5> labels{Label("lblM3", "Roughness Number:", roughness),
+                                        Label("lblM2", "Slope:", slope),
+                                        Label("lblM1", "Pipe Diameter:", diameter),
+                                        Label("lblM4", "Velocity Display Units:", velocity),
+                                        Label("lblM5", "Velocity Display Top:", velocityTop)};
     for (std::size_t row = 0; row < labels.size(); ++row) {
         grid->addWidget(labels[row], static_cast<int>(row), 0);
     }

@@ -1,8 +1,6 @@
 // How the set-up dialog is put together; what it does is in frmSetup.cpp.
 #include <QAction>
 #include <QBoxLayout>
-#include <QComboBox>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -20,7 +18,6 @@
 #include "setup/frmSetup.h"
 #include "setup/frmSetupPages.h"
 #include "setup/frmSetupParts.h"
-#include "setup/setup_changes.h"
 #include "setup/setup_filing.h"
 #include "setup/setup_flow_page.h"
 #include "setup/setup_form_state.h"
@@ -37,8 +34,6 @@ void frmSetup::BuildTabs() {
                                               {"Digital Channels", "Digital"},
                                               {"General", "General"},
                                               {"Flow Calculation ", "Flow"}}};
-    constexpr int General = 2;
-    constexpr int Flow = 3;
     TabStrip_ = new QTabBar(this);
     TabStrip_->setObjectName(Named("TabStrip"));
     TabStrip_->setAccessibleName(QStringLiteral("Pages of the setup"));
@@ -47,9 +42,9 @@ void frmSetup::BuildTabs() {
         TabStrip_->setTabData(static_cast<int>(i), QString::fromLatin1(Tabs[i].Key));
     }
     if (state_.Logger.NumAnalogChannels != FlowAnalogChannels) {
-        TabStrip_->removeTab(Flow);
+        TabStrip_->removeTab(FlowFrame);
     }
-    TabStrip_->setCurrentIndex(General);
+    TabStrip_->setCurrentIndex(GeneralFrame);
     scroll_ = new QScrollArea(this);
     pages_ = new frmSetupPages(state_, scroll_);
     scroll_->setWidget(pages_);
@@ -64,8 +59,7 @@ void frmSetup::BuildTabs() {
 
 void frmSetup::BuildButtons() {
     const auto button = [this](const char* name, const char* caption) {
-        auto* made = new QPushButton(QString::fromLatin1(caption), this);
-        made->setObjectName(Named(name));
+        QPushButton* made = NamedButton(this, Named(name), QString::fromLatin1(caption));
         made->setMinimumWidth(made->sizeHint().width() + made->fontMetrics().height());
         return made;
     };

@@ -6,22 +6,15 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QStackedLayout>
 
-#include "platform/qt/text_qt.h"
 #include "setup/frmSetupParts.h"
 #include "setup/setup_lists.h"
 
 using namespace setup_parts;
 
 namespace {
-
-constexpr int AnalogFrame = 0;
-constexpr int DigitalFrame = 1;
-constexpr int GeneralFrame = 2;
-constexpr int FlowFrame = 3;
 
 void Enable(const std::vector<QWidget*>& widgets, bool on) {
     for (QWidget* widget : widgets) {
@@ -92,7 +85,7 @@ void frmSetupPages::BuildGeneralPage() {
     rows->addWidget(sod);
     rows->addWidget(fields_.Check(page, Named("chkWrap"), "Wrap records at end of storage",
                                   [](SetupControls& c) -> bool& { return c.chkWrap; }));
-    BuildBaudRate(page);
+    rows->addLayout(BuildBaudRate(page));
     rows->addStretch();
 }
 
@@ -105,9 +98,9 @@ QLayout* frmSetupPages::BuildIdentity(QWidget* page) {
     QComboBox* warmup =
         fields_.Numbers(page, Named("cmbWarmup"), LastWarmup,
                         [](SetupControls& c) -> std::string& { return c.cmbWarmup; });
-    grid->addWidget(Label(page, "Label7", "Name", name), 0, 0);
+    grid->addWidget(Label("Label7", "Name", name), 0, 0);
     grid->addWidget(name, 0, 1, 1, 3);
-    grid->addWidget(Label(page, "Label8", "Sensor Warmup Time", warmup), 1, 0);
+    grid->addWidget(Label("Label8", "Sensor Warmup Time", warmup), 1, 0);
     grid->addWidget(warmup, 1, 1);
     grid->addWidget(Label(page, "Label9", "seconds"), 1, 2);
     grid->setColumnStretch(4, 1);
@@ -129,13 +122,19 @@ QLayout* frmSetupPages::BuildException(QWidget* page) {
     return row;
 }
 
-// Shown on no page of any logger: the rate only travels with the settings.
-void frmSetupPages::BuildBaudRate(QWidget* page) {
+// Hidden as long as the flag stays clear: the rate only travels with the settings.
+QLayout* frmSetupPages::BuildBaudRate(QWidget* page) {
     QComboBox* baud = fields_.List(page, Named("cmbBaud"), setup_lists::BaudRates,
                                    [](SetupControls& c) -> int& { return c.cmbBaud; });
     baud->setCurrentIndex(NoSelection);
-    baud->hide();
-    Label(page, "lblBaudRate", "Baud Rate", baud)->hide();
+    auto* row = new QHBoxLayout;
+    for (QWidget* part :
+         std::initializer_list<QWidget*>{Label("lblBaudRate", "Baud Rate", baud), baud}) {
+        part->setVisible(state_.ShowBaudRate != False);
+        row->addWidget(part);
+    }
+    row->addStretch();
+    return row;
 }
 
 QWidget* frmSetupPages::BuildTiming(QWidget* page) {
@@ -182,7 +181,7 @@ void frmSetupPages::BuildAlarm(QGridLayout& grid, int alarm) {
     QLineEdit* time = fields_.Text(
         page, Indexed("txtAlarm", alarm),
         [i](SetupControls& c) -> std::string& { return c.Alarms[i].txtAlarm; }, CheckAlarm, 8);
-    QLabel* label = Label(page, "lblAlarm", Times.at(i), time);
+    QLabel* label = Label("lblAlarm", Times.at(i), time);
     label->setObjectName(Indexed("lblAlarm", alarm));
     QComboBox* half = fields_.List(page, Indexed("cmbAlarm", alarm), setup_lists::HalfDays,
                                    [i](SetupControls& c) -> int& { return c.Alarms[i].cmbAlarm; });
@@ -213,11 +212,13 @@ QGroupBox* frmSetupPages::BuildPulse(QWidget* page, int channel, bool exists) {
         fields_.Check(panel, Indexed("chkPulseEnable", channel), "Enable",
                       [i](SetupControls& c) -> bool& { return c.Pulse[i].chkPulseEnable; });
     QComboBox* unit = fields_.Editable(
-        panel, Indexed("cmbPulseEU", channel), setup_lists::PulseUnits,
+        panel, Indexed("cmbPulseEU", channel), {},
         [i](SetupControls& c) -> std::string& { return c.Pulse[i].cmbPulseEU; }, CheckUnit);
+    FillUnitsCombo(*unit, false);
     QLineEdit* value = fields_.Text(
         panel, Indexed("txtPulseUnit", channel),
-        [i](SetupControls& c) -> std::string& { return c.Pulse[i].txtPulseUnit; }, CheckFloat, 9);
+        [i](SetupControls& c) -> std::string& { return c.Pulse[i].txtPulseUnit; }, CheckFloat,
+        NumberCharacters);
     QComboBox* places = fields_.Numbers(
         panel, Indexed("cmbPulsePrecision", channel), LastPrecision,
         [i](SetupControls& c) -> std::string& { return c.Pulse[i].cmbPulsePrecision; });
@@ -225,8 +226,8 @@ QGroupBox* frmSetupPages::BuildPulse(QWidget* page, int channel, bool exists) {
     Tell(*unit, "Name of measurement units (9 characters max)");
     Tell(*value, "Floating point value for each pulse expressed in engineering units");
     Tell(*places, "Number of digits to display after decimal point ");
-    const auto label = [panel, channel](const char* name, const char* text, QWidget* buddy) {
-        QLabel* made = Label(panel, name, text, buddy);
+    const auto label = [channel](const char* name, const char* text, QWidget* buddy) {
+        QLabel* made = Label(name, text, buddy);
         made->setObjectName(Indexed(name, channel));
         return made;
     };

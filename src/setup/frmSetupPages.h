@@ -9,10 +9,8 @@
 #include "setup/frmSetupFields.h"
 #include "setup/setup_view.h"
 
-class QComboBox;
 class QGridLayout;
 class QGroupBox;
-class QLabel;
 class QLayout;
 class QRadioButton;
 class QPushButton;
@@ -23,19 +21,23 @@ class frmSetupPages final : public QWidget {
     /// For a logger with the channel counts of the current one.
     frmSetupPages(const SharedState& state, QWidget* parent);
 
+    /// The controls that hold a value.
     [[nodiscard]] frmSetupFields& Fields() { return fields_; }
     [[nodiscard]] const frmSetupFields& Fields() const { return fields_; }
 
     /// Shows page `n`, then hides the one that was visible.
     void SelectFrame(int n);
 
+    /// Lets the controls of the flow page be used or not.
     void EnableFlow(const FlowStates& states);
+    /// Lets the time of alarm 0 or 1 be set or not.
     void EnableAlarm(int alarm, bool on);
 
     /// cmdCalibrate of each channel that the logger has.
     [[nodiscard]] const std::vector<QPushButton*>& Calibrate() const { return cmdCalibrate_; }
+    /// cmdBrowse of the flow page.
     [[nodiscard]] QPushButton* Browse() const { return cmdBrowse_; }
-    /// The options of the flow page.
+    /// The options of the flow page, by their codes.
     [[nodiscard]] const std::vector<QRadioButton*>& FlowOptions() const { return flowOptions_; }
 
  private:
@@ -44,21 +46,19 @@ class frmSetupPages final : public QWidget {
     QLayout* BuildIdentity(QWidget* page);
     QWidget* BuildTiming(QWidget* page);
     QLayout* BuildException(QWidget* page);
-    void BuildBaudRate(QWidget* page);
+    QLayout* BuildBaudRate(QWidget* page);
     void BuildAlarm(QGridLayout& grid, int alarm);
     void BuildAnalogPage();
     void BuildHeads(QWidget* page);
     QGroupBox* BuildChannel(QWidget* page, int channel, bool exists);
     QWidget* NewCell(QGroupBox* panel, int channel, int number);
     [[nodiscard]] frmSetupFields::Validator UnitCheck() const;
-    void AlignColumns(const std::vector<QGroupBox*>& rows, QWidget* heads);
     void BuildDigitalPage();
     QGroupBox* BuildPulse(QWidget* page, int channel, bool exists);
     void BuildFlowPage();
     void BuildFlowMethods(QGridLayout& grid);
     void BuildFlowDisplay(QGridLayout& grid);
     QGroupBox* BuildMannings(QWidget* page);
-    void NameDevices(QComboBox& list, const FlowDeviceList& devices);
 
     const SharedState& state_;
     frmSetupFields fields_;

@@ -10,18 +10,12 @@
 
 namespace {
 
-/// What the dialog holds, against an image taken earlier.
-struct Comparison {
-    bool Taken = false;  ///< the controls went into the state
-    bool Equal = false;
-};
-
-Comparison Compare(const SetupContext& context, const Bytes& image) {
+/// Whether the dialog holds what an image taken earlier holds. What cannot be taken or encoded is
+/// no image that anything was saved as.
+bool StandsAs(const SetupContext& context, const Bytes& image) {
     Bytes WorkImage;
-    const bool taken = FormToState(context.view.Controls(), context.catalogues, context.global);
-    const bool encoded = config::EncodeSettingsImage(context.global, WorkImage);
-    // What cannot be encoded is no image that anything was saved as.
-    return {taken, taken && encoded && ImagesEqual(WorkImage, image)};
+    return FormToState(context.view.Controls(), context.catalogues, context.global) &&
+           config::EncodeSettingsImage(context.global, WorkImage) && ImagesEqual(WorkImage, image);
 }
 
 BoxAnswer Ask(const SetupContext& context, const std::string& text) {
@@ -38,7 +32,7 @@ bool ImagesEqual(const Bytes& first, const Bytes& second) {
 }
 
 bool CheckSavedToFile(const SetupContext& context) {
-    if (Compare(context, context.dialog.FileImage).Equal) {
+    if (StandsAs(context, context.dialog.FileImage)) {
         return false;
     }
     switch (Ask(context,
@@ -47,15 +41,16 @@ bool CheckSavedToFile(const SetupContext& context) {
         case BoxAnswer::No:
             return false;
         case BoxAnswer::Yes:
-            return !SaveSetupFile(context);
+            // The field in use may hold what it would refuse, and may do so until it is taken.
+            return !context.view.ValidateField() || !SaveSetupFile(context);
         default:
             return true;
     }
 }
 
 bool CheckProgrammed(const SetupContext& context) {
-    const Comparison comparison = Compare(context, context.dialog.LoggerImage);
-    if (comparison.Equal && context.dialog.LoggerUncertain == False) {
+    const bool equal = StandsAs(context, context.dialog.LoggerImage);
+    if (equal && context.dialog.LoggerUncertain == False) {
         return false;
     }
     switch (Ask(context,
@@ -65,7 +60,7 @@ bool CheckProgrammed(const SetupContext& context) {
         case BoxAnswer::No:
             return false;
         case BoxAnswer::Yes:
-            return !ProgramBeforeClosing(context, comparison.Taken);
+            return !context.view.ValidateField() || !ProgramBeforeClosing(context);
         default:
             return true;
     }

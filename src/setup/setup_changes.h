@@ -11,7 +11,7 @@
 [[nodiscard]] bool ImagesEqual(const Bytes& first, const Bytes& second);
 
 /// Offers to save settings that differ from their file. True if the user wants to go on with the
-/// dialog instead, or the saving failed.
+/// dialog instead, the field in use refuses what it holds, or the saving failed.
 [[nodiscard]] bool CheckSavedToFile(const SetupContext& context);
 
 /// Offers to program settings that differ from the logger's. True as above.

@@ -19,11 +19,9 @@ inline constexpr std::size_t LongestName = 32;
 inline constexpr std::size_t LongestUnit = 9;
 inline constexpr std::size_t LongestTablePath = 128;
 
-/// Last items of the lists of numbers.
+/// Last items of the lists of numbers: seconds, and decimal places.
 inline constexpr int LastWarmup = 60;
 inline constexpr int LastPrecision = 6;
-/// Last of the baud rates.
-inline constexpr int LastBaud = 6;
 /// How many analog channels make a logger that can show flow.
 inline constexpr int FlowAnalogChannels = 3;
 
@@ -38,6 +36,7 @@ struct AnalogRow {
     std::string txtTop;
     std::string txtBottom;
     std::string cmbPrecision;
+    /// Control by control, texts as they stand.
     bool operator==(const AnalogRow&) const = default;
 };
 
@@ -47,13 +46,16 @@ struct PulsePanel {
     std::string cmbPulseEU;
     std::string txtPulseUnit;
     std::string cmbPulsePrecision;
+    /// Control by control, texts as they stand.
     bool operator==(const PulsePanel&) const = default;
 };
 
+/// One alarm of the general page.
 struct AlarmControls {
     bool chkAlarm = false;
-    std::string txtAlarm;
-    int cmbAlarm = 0;  ///< 0 "A.M.", 1 "P.M."
+    std::string txtAlarm;  ///< "h:mm:ss" in 12 hours
+    int cmbAlarm = 0;      ///< 0 "A.M.", 1 "P.M."
+    /// Control by control, texts as they stand.
     bool operator==(const AlarmControls&) const = default;
 };
 
@@ -69,19 +71,20 @@ inline constexpr int FlowFlume = 2;     ///< optFlume
 inline constexpr int FlowWeir = 3;      ///< optWeir
 inline constexpr int FlowByTable = 4;   ///< optTable
 
+/// All controls of the dialog that hold a value.
 struct SetupControls {
     // General
     std::string txtName;
-    std::string cmbWarmup;
+    std::string cmbWarmup;  ///< seconds
     int Timing = TimingPeriodic;
     std::string txtSampleInterval = "1";
     int cmbSampleInterval = 0;  ///< 0 seconds to 3 days
     bool chkException = false;
-    std::string txtException;
+    std::string txtException;  ///< raw counts
     std::array<AlarmControls, 2> Alarms;
     bool chkSOD = false;
     bool chkWrap = false;
-    int cmbBaud = NoSelection;
+    int cmbBaud = NoSelection;  ///< 0 automatic, then the fixed rates
 
     std::array<AnalogRow, AnalogChannels> Analog;
     std::array<PulsePanel, PulseChannels> Pulse;
@@ -103,6 +106,7 @@ struct SetupControls {
     int cmbVelUnits = 0;
     std::string txtVelTop;
 
+    /// Control by control, texts as they stand.
     bool operator==(const SetupControls&) const = default;
 };
 

@@ -106,6 +106,9 @@ void LoadSetupFile(const SetupContext& context) {
 }
 
 void LoadRecentFile(const SetupContext& context, int place) {
+    if (!SetupIsFree(context)) {
+        return;
+    }
     const std::string path = context.settings.LastFile.at(static_cast<std::size_t>(place));
     if (path.empty() || !FileExists(path) ||
         !RememberFolder(path, context.settings, context.dialog.CurrentFile)) {

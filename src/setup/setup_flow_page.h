@@ -2,7 +2,6 @@
 #define ORVIA_SETUP_SETUP_FLOW_PAGE_H
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 

@@ -4,9 +4,13 @@
 
 namespace {
 
-/// Reads what the logger holds now. The idle limit may have closed the port behind the dialog.
+/// Reads what the logger holds now. The idle limit may have closed the port behind the dialog; the
+/// end of the program has closed it for good.
 void ReadAgain(const OperationContext& context, ClientWindow& window,
                const std::function<bool()>& reselect) {
+    if (context.radio.link.ShuttingDown != False) {
+        return;
+    }
     context.operations.OperationBusy = True;
     context.radio.view.SetPointer(Pointer::Hourglass);
     if (context.radio.link.LinkState != LinkDisconnected || reselect()) {

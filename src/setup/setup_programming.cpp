@@ -5,23 +5,12 @@
 #include "logger/commands.h"
 #include "logger/settings_image.h"
 #include "logger/settings_transfer.h"
+#include "setup/input_held.h"
 #include "setup/setup_transfer.h"
 
 namespace {
 
 constexpr const char* Title = "Program Settings";
-
-/// Holds the input of the dialog while the logger is spoken to.
-class InputHeld {
- public:
-    explicit InputHeld(SetupView& view) : view_(view) { view_.HoldInput(true); }
-    ~InputHeld() { view_.HoldInput(false); }
-    InputHeld(const InputHeld&) = delete;
-    InputHeld& operator=(const InputHeld&) = delete;
-
- private:
-    SetupView& view_;
-};
 
 /// Writes the current settings to the logger, under the wait pointer. A fault leaves the pointer.
 bool Program(const SetupContext& context) {
@@ -29,6 +18,11 @@ bool Program(const SetupContext& context) {
     if (context.link.LinkState == LinkDisconnected && !context.reselect()) {
         return false;
     }
+    Bytes image;
+    if (!config::EncodeSettingsImage(context.global, image)) {
+        return false;
+    }
+    // From here on a piece can reach the logger.
     context.dialog.LoggerUncertain = True;
     if (!config::WriteLoggerSettings(context.exchange, context.global) ||
         !cmd::RestartSampling(context.exchange)) {
@@ -93,9 +87,10 @@ void ProgramSettings(const SetupContext& context) {
     }
 }
 
-bool ProgramBeforeClosing(const SetupContext& context, bool controlsTaken) {
+bool ProgramBeforeClosing(const SetupContext& context) {
     bool programmed = false;
-    if (controlsTaken && LoggerIsFree(context)) {
+    if (FormToState(context.view.Controls(), context.catalogues, context.global) &&
+        LoggerIsFree(context)) {
         const BusyGuard busy(context.operations.OperationBusy);
         context.view.SetPointer(Pointer::Hourglass);
         try {

@@ -7,8 +7,8 @@
 /// restarts sampling. Does nothing, without a word, where the logger cannot be reached.
 void ProgramSettings(const SetupContext& context);
 
-/// The same as an answer to the question on closing: the controls have been taken, nothing more is
-/// asked. False, told, when the logger could not be reached or did not take the settings.
-[[nodiscard]] bool ProgramBeforeClosing(const SetupContext& context, bool controlsTaken);
+/// The same as an answer to the question on closing: nothing more is asked. False, told, when a
+/// control holds no value, or the logger could not be reached or did not take the settings.
+[[nodiscard]] bool ProgramBeforeClosing(const SetupContext& context);
 
 #endif  // ORVIA_SETUP_SETUP_PROGRAMMING_H

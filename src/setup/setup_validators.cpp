@@ -10,9 +10,7 @@
 
 namespace {
 
-constexpr double FloatLimit = 1000000;
 constexpr double LargestFloat = 999999;
-constexpr int LargestU16 = 65535;
 
 FieldCheck Refused() {
     return {};

@@ -9,6 +9,11 @@
 
 #include "platform/host.h"
 
+/// Numbers of this magnitude and above are no numbers of the logger, whose floats end at 999999.
+inline constexpr double FloatLimit = 1000000;
+/// Largest raw count, and largest number of all that the logger keeps in 16 bits.
+inline constexpr int LargestU16 = 65535;
+
 /// What a validator says of the text of a field that is about to be left.
 struct FieldCheck {
     bool Accepted = false;            ///< the focus may go on

@@ -260,6 +260,17 @@ TEST_F(ServerRadioTest, AfterTheIdleLimitThePortReopensWithOnlyALeaveCommand) {
     EXPECT_EQ(network_.Written(), Leave);
 }
 
+TEST_F(ServerRadioTest, AtTheEndOfTheProgramNothingIsSelectedNorOpened) {
+    SelectFirst();
+    comm::ClosePort(link_);
+    link_.LinkState = LinkDisconnected;
+    link_.ShuttingDown = True;
+    EXPECT_FALSE(Select(1));
+    EXPECT_FALSE(port_.PortOpen());
+    EXPECT_TRUE(network_.Written().empty());
+    EXPECT_TRUE(boxes_.Shown.empty());
+}
+
 TEST_F(ServerRadioTest, ADeviceThatVanishedSinceIsOpenedAgain) {
     SelectFirst();
     port_.PullOut();

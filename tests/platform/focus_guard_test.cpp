@@ -279,6 +279,39 @@ TEST_F(FocusGuardTest, AnAcceptedValueIsCarriedPastTheFieldThroughCancel) {
     EXPECT_EQ(validations, 1);
 }
 
+TEST_F(FocusGuardTest, AskedItRunsTheValidatorOfTheFieldInUse) {
+    accepts = true;
+    EXPECT_TRUE(guard->Accepts());
+    EXPECT_EQ(validations, 1);
+    accepts = false;
+    EXPECT_FALSE(guard->Accepts());
+    EXPECT_EQ(validations, 2);
+    EXPECT_TRUE(first->hasFocus());
+}
+
+TEST_F(FocusGuardTest, AskedItRunsTheValidatorOfTheFieldThatWasLeftFreely) {
+    accepts = false;
+    Click(cancel);
+    ASSERT_TRUE(cancel->hasFocus());
+    EXPECT_FALSE(guard->Accepts());
+    EXPECT_EQ(validations, 1);
+    EXPECT_TRUE(first->hasFocus()) << "the focus goes back";
+    accepts = true;
+    Click(cancel);
+    EXPECT_TRUE(guard->Accepts());
+    EXPECT_TRUE(cancel->hasFocus());
+    EXPECT_EQ(validations, 2);
+    EXPECT_TRUE(guard->Accepts()) << "nothing is owed any more";
+    EXPECT_EQ(validations, 2);
+}
+
+TEST_F(FocusGuardTest, AskedOutsideAFieldItAccepts) {
+    accepts = false;
+    spare->setFocus();
+    EXPECT_TRUE(guard->Accepts());
+    EXPECT_EQ(validations, 0);
+}
+
 TEST_F(FocusGuardTest, EscapeAndTheCloseBoxDoNotValidate) {
     Key(Qt::Key_Escape);
     EXPECT_FALSE(dialog->isVisible());

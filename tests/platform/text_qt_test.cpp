@@ -23,6 +23,11 @@ TEST(TextQt, CaptionsShowAmpersandsAsTheyAre) {
     EXPECT_EQ(EscapedAmpersands("plain"), QStringLiteral("plain"));
 }
 
+TEST(TextQt, TitlesShowThePlaceOfTheMarkAsItIs) {
+    EXPECT_EQ(EscapedTitle("a[*]b [*]"), QStringLiteral("a[*][*]b [*][*]"));
+    EXPECT_EQ(EscapedTitle("plain [x]"), QStringLiteral("plain [x]"));
+}
+
 TEST(Twips, FifteenToAPixelRoundedToTheNearest) {
     EXPECT_EQ(PixelsOfTwips(0), 0);
     EXPECT_EQ(PixelsOfTwips(7), 0);

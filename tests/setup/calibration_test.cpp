@@ -27,11 +27,19 @@ Showing AtDesign() {
     return showing;
 }
 
+/// What is left of a form when the wizard has unloaded it.
+struct FormRecord {
+    std::string Caption;
+    std::vector<Showing> Shown;
+};
+
 /// The wizard's form without a screen. Each showing runs `Acts.front()`, which stands for the user.
 class FakeCalibrationForm final : public CalibrationForm {
  public:
+    explicit FakeCalibrationForm(FormRecord& record) : record_(record) {}
+
     CalibrationState& State() override { return State_; }
-    void SetCaption(const std::string& caption) override { Caption = caption; }
+    void SetCaption(const std::string& caption) override { record_.Caption = caption; }
     void SetQuestion(std::string_view question) override { Current.Question = question; }
     void SetField(const std::string& text) override { Text = text; }
     std::string Field() const override { return Text; }
@@ -44,7 +52,7 @@ class FakeCalibrationForm final : public CalibrationForm {
         Current.Field = Text;
         Current.TickCount = State_.TickCount;
         EXPECT_EQ(State_.Result, "");
-        Shown.push_back(Current);
+        record_.Shown.push_back(Current);
         if (!Acts.empty()) {
             auto act = Acts.front();
             Acts.pop_front();
@@ -53,11 +61,12 @@ class FakeCalibrationForm final : public CalibrationForm {
     }
 
     CalibrationState State_;
-    std::string Caption;
     std::string Text;
     Showing Current = AtDesign();
-    std::vector<Showing> Shown;
     std::deque<std::function<void(FakeCalibrationForm&)>> Acts;
+
+ private:
+    FormRecord& record_;
 };
 
 /// The user types and presses a button; an empty text leaves the field.
@@ -75,38 +84,19 @@ class CalibrationWizard : public SetupTest {
  protected:
     template <typename... Acts>
     void Run(int channel, Acts... acts) {
-        auto form = std::make_unique<FakeCalibrationForm>();
-        (form->Acts.push_back(acts), ...);
+        record_ = {};
         Calibrate(opened.Context(), channel, [&] {
-            Loaded = form.get();
-            return std::unique_ptr<CalibrationForm>(std::make_unique<Lent>(*form));
+            ++Loaded;
+            auto form = std::make_unique<FakeCalibrationForm>(record_);
+            (form->Acts.push_back(acts), ...);
+            return form;
         });
-        Shown = form->Shown;
-        Caption = form->Caption;
     }
 
-    /// Passes everything on to a form that outlives the wizard.
-    class Lent final : public CalibrationForm {
-     public:
-        explicit Lent(FakeCalibrationForm& form) : form_(form) {}
-        CalibrationState& State() override { return form_.State(); }
-        void SetCaption(const std::string& caption) override { form_.SetCaption(caption); }
-        void SetQuestion(std::string_view question) override { form_.SetQuestion(question); }
-        void SetField(const std::string& text) override { form_.SetField(text); }
-        std::string Field() const override { return form_.Field(); }
-        void EnableBack(bool on) override { form_.EnableBack(on); }
-        void SetNextCaption(std::string_view caption) override { form_.SetNextCaption(caption); }
-        void StartTimer() override { form_.StartTimer(); }
-        void StopTimer() override { form_.StopTimer(); }
-        void ShowModally() override { form_.ShowModally(); }
-
-     private:
-        FakeCalibrationForm& form_;
-    };
-
-    FakeCalibrationForm* Loaded = nullptr;
-    std::vector<Showing> Shown;
-    std::string Caption;
+    int Loaded = 0;
+    FormRecord record_;
+    std::vector<Showing>& Shown = record_.Shown;
+    std::string& Caption = record_.Caption;
 };
 
 TEST_F(CalibrationWizard, FourStepsWriteFourFields) {
@@ -195,7 +185,7 @@ TEST_F(CalibrationWizard, WithoutALoggerNothingIsLoaded) {
     opened.console.State.SamplingRecord.ContinuousMode = SamplingIdle;
     opened.Busy() = True;
     Run(0);
-    EXPECT_EQ(Loaded, nullptr);
+    EXPECT_EQ(Loaded, 0);
     EXPECT_EQ(opened.Busy(), True);
     ExpectNoBox();
 }
@@ -206,10 +196,49 @@ TEST_F(CalibrationWizard, TheDialogCannotCloseMeanwhile) {
     EXPECT_FALSE(closes);
 }
 
+TEST_F(CalibrationWizard, TheDialogsInputIsHeldUntilItEnds) {
+    bool held = false;
+    const auto look = [&](FakeCalibrationForm& form) {
+        held = view.Held;
+        form.State_.Result = "Next";
+    };
+    Run(0, look, Press("Next"), Press("Next"), Press("Next"));
+    EXPECT_TRUE(held);
+    EXPECT_FALSE(view.Held);
+    Run(0, Press("Cancel"));
+    EXPECT_FALSE(view.Held);
+}
+
+TEST_F(CalibrationWizard, APortThatIsOpenedAgainIsWaitedForUnderTheHourglass) {
+    opened.console.Outside.Time.Run(301 * Second);
+    Pointer shape = Pointer::Normal;
+    bool held = false;
+    opened.console.Outside.Time.In(100 * Millisecond, [&] {
+        shape = view.Shape;
+        held = view.Held;
+    });
+    Run(0, Press("Cancel"));
+    EXPECT_EQ(shape, Pointer::Hourglass);
+    EXPECT_TRUE(held);
+    EXPECT_EQ(view.Shape, Pointer::Normal);
+    EXPECT_EQ(Loaded, 1);
+}
+
+TEST_F(CalibrationWizard, APortThatWillNotOpenLetsGoOfTheDialog) {
+    opened.console.Outside.Time.Run(301 * Second);
+    opened.console.Outside.Port.Missing.insert(1);
+    opened.console.State.LinkRecord.CurrentChannel = UnknownChannel;
+    Run(0);
+    EXPECT_EQ(Loaded, 0);
+    EXPECT_FALSE(view.Held);
+    EXPECT_EQ(view.Shape, Pointer::Normal);
+    EXPECT_EQ(opened.Busy(), False);
+}
+
 TEST_F(CalibrationWizard, APortThatTheIdleLimitClosedIsOpenedAgain) {
     opened.console.Outside.Time.Run(301 * Second);
     Run(0);
-    EXPECT_NE(Loaded, nullptr);
+    EXPECT_EQ(Loaded, 1);
     EXPECT_TRUE(opened.console.Outside.Port.PortOpen());
 }
 
@@ -248,7 +277,8 @@ class CalibrationReadings : public SetupTest {
         return std::to_string(opened.Logger().RawCount(channel, opened.console.Outside.Time.Now()));
     }
 
-    FakeCalibrationForm form;
+    FormRecord record;
+    FakeCalibrationForm form{record};
 };
 
 TEST_F(CalibrationReadings, OneSampleIsRequestedAndReadThreeTimes) {

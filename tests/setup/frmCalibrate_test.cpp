@@ -1,11 +1,12 @@
 #include "setup/frmCalibrate.h"
 
+#include <optional>
+
+#include "app/frmMain_fixture.h"
 #include "setup/frmSetup_fixture.h"
 
 namespace setup_testing {
 namespace {
-
-using testing_support::Millisecond;
 
 /// The wizard started from the first row; each step is met by the next of the acts.
 class CalibrateForm : public SetupFormTest {
@@ -16,8 +17,10 @@ class CalibrateForm : public SetupFormTest {
         Open();
         ClickTab(0);
         acts_ = std::move(acts);
+        running_ = true;
         Next();
         Click("cmdCalibrate(0)");
+        running_ = false;
         EXPECT_EQ(done_, acts_.size()) << "every step was met";
         EXPECT_EQ(opened->Busy(), False);
     }
@@ -26,11 +29,17 @@ class CalibrateForm : public SetupFormTest {
     void Next() {
         QTimer::singleShot(5, form.get(), [this] {
             auto* wizard = qobject_cast<frmCalibrate*>(QApplication::activeModalWidget());
-            if (done_ == acts_.size()) {
+            if (!running_) {
                 return;
             }
             Next();
-            if (acting_ || wizard == nullptr || !wizard->isVisible()) {
+            // Keys and focus are for a window that has come to the front.
+            if (acting_ || wizard == nullptr || !wizard->isActiveWindow()) {
+                return;
+            }
+            if (done_ == acts_.size()) {
+                ADD_FAILURE() << "the wizard still stands behind the last act";
+                wizard->close();
                 return;
             }
             acting_ = true;
@@ -56,6 +65,7 @@ class CalibrateForm : public SetupFormTest {
 
     std::vector<Act> acts_;
     std::size_t done_ = 0;
+    bool running_ = false;
     bool acting_ = false;  // an act may run events itself
 };
 
@@ -177,40 +187,165 @@ TEST_F(CalibrateForm, WithoutALoggerTheButtonDoesNothing) {
     EXPECT_TRUE(opened->TakeBoxes().empty());
 }
 
-TEST_F(CalibrateForm, ClosingInsideAnExchangeEndsTheWizard) {
-    Run({Press("cmdNext"), [this](frmCalibrate& wizard) {
-             opened->Logger().Silence();
-             bool closed = false;
-             EXPECT_TRUE(RunEventsUntil([&] {
-                 if (!closed && opened->console.State.LinkRecord.CommBusy == False) {
-                     closed = true;
-                     opened->console.Outside.Time.In(50 * Millisecond, [&] { wizard.close(); });
-                 }
-                 return !wizard.isVisible();
-             }));
-         }});
-    EXPECT_EQ(TextOf("txtHighRaw(0)"), "65535");
-}
-
-TEST_F(CalibrateForm, TheEndOfTheProgramInsideAnExchangeUnwinds) {
-    Run({Press("cmdNext"), [this](frmCalibrate& wizard) {
-             opened->Logger().Silence();
-             opened->console.Outside.Time.In(50 * Millisecond, [this, &wizard] {
-                 opened->console.State.LinkRecord.ShuttingDown = True;
-                 wizard.close();
-                 form->close();
-             });
-             EXPECT_TRUE(RunEventsUntil([&] { return !wizard.isVisible(); }));
-         }});
-    EXPECT_FALSE(form->isVisible());
-    EXPECT_TRUE(opened->TakeBoxes().empty());
-}
-
 TEST_F(CalibrateForm, KeysReachEveryButton) {
-    Run({[](frmCalibrate& wizard) { PressKey(wizard, Qt::Key_N, Qt::AltModifier); },
-         [](frmCalibrate& wizard) { PressKey(wizard, Qt::Key_B, Qt::AltModifier); },
-         [](frmCalibrate& wizard) { PressKey(wizard, Qt::Key_Escape); }});
-    EXPECT_EQ(done_, 3U);
+    const auto stands = [](frmCalibrate& wizard, int step) {
+        EXPECT_EQ(wizard.State().Step, step);
+        EXPECT_TRUE(FindIn(wizard, "txtCalibrate")->hasFocus());
+    };
+    const auto tabTo = [](frmCalibrate& wizard, const char* name) {
+        for (int tabs = 0; tabs < 8 && !FindIn(wizard, name)->hasFocus(); ++tabs) {
+            PressKey(wizard, Qt::Key_Tab);
+        }
+        EXPECT_TRUE(FindIn(wizard, name)->hasFocus());
+    };
+    Run({[&](frmCalibrate& wizard) {
+             stands(wizard, 1);
+             fprintf(stderr, "focus %p active %p modal %p wiz %p popup %p fo %p boxes %zu\n", (void*)QApplication::focusWidget(), (void*)QApplication::activeWindow(), (void*)QApplication::activeModalWidget(), (void*)&wizard, (void*)QApplication::activePopupWidget(), (void*)QGuiApplication::focusWindow(), opened->console.Outside.Boxes.Shown.size());
+             PressKey(wizard, Qt::Key_N, Qt::AltModifier);
+             fprintf(stderr, "result '%s' boxes %zu wh %p vis %d\n", wizard.State().Result.c_str(), opened->console.Outside.Boxes.Shown.size(), (void*)wizard.windowHandle(), wizard.isVisible());
+             PressKey(wizard, Qt::Key_X);
+             fprintf(stderr, "field '%s'\n", FieldOf(wizard).c_str());
+         },
+         [&](frmCalibrate& wizard) {
+             stands(wizard, 2);
+             PressKey(wizard, Qt::Key_B, Qt::AltModifier);
+         },
+         [&](frmCalibrate& wizard) {
+             stands(wizard, 1);
+             PressKey(wizard, Qt::Key_Return);
+         },
+         [&](frmCalibrate& wizard) {
+             stands(wizard, 2);
+             tabTo(wizard, "cmdHelp");
+             PressKey(wizard, Qt::Key_Space);
+             EXPECT_TRUE(wizard.isVisible());
+             EXPECT_EQ(wizard.State().Result, "");
+             tabTo(wizard, "cmdCancel");
+             PressKey(wizard, Qt::Key_Space);
+             EXPECT_EQ(wizard.State().Result, "Cancel");
+             EXPECT_FALSE(wizard.isVisible());
+         }});
+}
+
+TEST_F(CalibrateForm, TheQuestionSaysWhatItIs) {
+    Run({[](frmCalibrate& wizard) {
+        const auto* question = FindIn<QLabel>(wizard, "lblCalibrate");
+        EXPECT_EQ(FromQt(question->accessibleDescription()), "Question of this step");
+        EXPECT_EQ(question->buddy(), FindIn(wizard, "txtCalibrate"));
+        wizard.close();
+    }});
+}
+
+TEST_F(CalibrateForm, TheDialogBehindItIsHeld) {
+    const auto look = [this](frmCalibrate& wizard) {
+        for (const char* name : {"TabStrip", "txtHighEU(0)", "cmdCalibrate(1)", "cmdOK"}) {
+            EXPECT_FALSE(Find(name)->isEnabled()) << name;
+        }
+        ClickOn(FindIn(wizard, wizard.State().Step == 1 ? "cmdNext" : "cmdCancel"));
+    };
+    Run({look, look});
+    for (const char* name : {"TabStrip", "txtHighEU(0)", "cmdCalibrate(1)", "cmdOK"}) {
+        EXPECT_TRUE(Find(name)->isEnabled()) << name;
+    }
+    EXPECT_TRUE(HasFocus("cmdCalibrate(0)"));
+}
+
+// ----- closing the wizard and the program inside its waits
+
+class CalibrationOfMainWindow : public testing_support::MainWindowTest {
+ protected:
+    /// Opens the set-up of the first site and brings the wizard of its first channel to the live
+    /// readings of step 2; `act` happens there.
+    void AtTheReadings(const std::function<void(frmCalibrate&)>& act) {
+        StartConnected();
+        ClickClient(1);
+        ModalAnswer<frmSetup> dialog([&](frmSetup& shown) {
+            FindIn<QTabBar>(shown, "TabStrip")->setCurrentIndex(0);
+            std::optional<ModalAnswer<frmCalibrate>> readings;
+            ModalAnswer<frmCalibrate> start([&](frmCalibrate& wizard) {
+                ClickOn(FindIn(wizard, "cmdNext"));
+                readings.emplace(act);
+            });
+            ClickOn(FindIn(shown, "cmdCalibrate(0)"));
+            EXPECT_TRUE(readings && readings->Given());
+            HighRaw = FromQt(FindIn<QLineEdit>(shown, "txtHighRaw(0)")->text());
+            if (shown.isVisible()) {
+                shown.close();
+            }
+        });
+        Click("cmdSetup");
+        EXPECT_TRUE(dialog.Given());
+    }
+
+    simulator::Logger& Logger() { return *host_.Virtual.Network.Loggers().front(); }
+    int Requests() { return host_.Virtual.Network.Count().Requests; }
+    bool InAnExchange() const { return state_.LinkRecord.CommBusy != False; }
+    /// The sample that was asked for has been acknowledged; its status is awaited.
+    bool AwaitsTheStatus() {
+        return !InAnExchange() && state_.LinkRecord.WaitTicks > 0 &&
+               host_.Virtual.Network.RequestsTo(Logger()).back().front() == 0x09;
+    }
+
+    void EndTheProgram() {
+        Ended = window_->close();
+        RequestsAtTheEnd = Requests();
+    }
+    void ExpectUnwound() {
+        EXPECT_TRUE(Ended);
+        EXPECT_EQ(state_.LinkRecord.ShuttingDown, True);
+        EXPECT_FALSE(host_.Virtual.Port.PortOpen());
+        EXPECT_EQ(Requests(), RequestsAtTheEnd) << "nothing goes out behind the end";
+        EXPECT_EQ(HighRaw, "65535");
+        EXPECT_TRUE(boxes_.Shown.empty());
+        ExpectAtRest();
+    }
+
+    std::string HighRaw;
+    bool Ended = false;
+    int RequestsAtTheEnd = 0;
+};
+
+TEST_F(CalibrationOfMainWindow, ClosingInsideAnExchangeEndsTheWizard) {
+    bool met = false;
+    AtTheReadings([&](frmCalibrate& wizard) {
+        EXPECT_EQ(wizard.State().Step, 2);
+        Logger().Silence();
+        Once([this] { return InAnExchange(); },
+             [&] {
+                 met = true;
+                 wizard.close();
+                 EXPECT_FALSE(wizard.isVisible());
+                 EXPECT_EQ(state_.OperationsRecord.OperationBusy, True);
+                 Logger().Wake();
+             });
+    });
+    EXPECT_TRUE(met);
+    EXPECT_EQ(HighRaw, "65535");
+    EXPECT_TRUE(boxes_.Shown.empty());
+    ExpectAtRest();
+}
+
+TEST_F(CalibrationOfMainWindow, TheEndOfTheProgramIsRefusedInsideAnExchangeThenUnwinds) {
+    bool refused = false;
+    AtTheReadings([&](frmCalibrate& wizard) {
+        Logger().Silence();
+        Once([this] { return InAnExchange(); },
+             [&] {
+                 refused = !window_->close();
+                 EXPECT_TRUE(wizard.isVisible());
+                 Once([this] { return !InAnExchange(); }, [this] { EndTheProgram(); });
+             });
+    });
+    EXPECT_TRUE(refused);
+    ExpectUnwound();
+}
+
+TEST_F(CalibrationOfMainWindow, TheEndOfTheProgramInsideTheWaitForAStatusUnwinds) {
+    AtTheReadings([&](frmCalibrate&) {
+        Logger().Answers(0x09, simulator::Answer{{simulator::Acknowledge}, {}, {}});
+        Once([this] { return AwaitsTheStatus(); }, [this] { EndTheProgram(); });
+    });
+    ExpectUnwound();
 }
 
 }  // namespace

@@ -28,7 +28,6 @@ class SetupOfMainWindow : public MainWindowTest {
 
 TEST_F(SetupOfMainWindow, ShowsTheLoggerOfTheActiveWindow) {
     std::string name;
-    std::string units;
     OpenSetup([&](frmSetup& dialog) {
         name = FromQt(setup_testing::FindIn<QLineEdit>(dialog, "txtName")->text());
         dialog.close();
@@ -62,27 +61,83 @@ TEST_F(SetupOfMainWindow, IsInThePopupToo) {
     ExpectAtRest();
 }
 
-TEST_F(SetupOfMainWindow, TheEndOfTheProgramUnderTheDialogUnwinds) {
+// ----- the end of the program
+
+class EndUnderSetup : public SetupOfMainWindow {
+ protected:
+    simulator::Logger& Logger() { return *host_.Virtual.Network.Loggers().front(); }
+    int Requests() { return host_.Virtual.Network.Count().Requests; }
+
+    void EndTheProgram() {
+        Ended = window_->close();
+        RequestsAtTheEnd = Requests();
+    }
+    /// Changes the name and presses `cmdOK`; the question is answered with Yes.
+    void Program(frmSetup& dialog) {
+        setup_testing::FindIn<QLineEdit>(dialog, "txtName")->setText(QStringLiteral("Other"));
+        setup_testing::ClickOn(setup_testing::FindIn(dialog, "cmdOK"));
+    }
+    void ExpectUnwound(std::size_t boxes) {
+        EXPECT_TRUE(Ended);
+        EXPECT_EQ(state_.LinkRecord.ShuttingDown, True);
+        EXPECT_EQ(boxes_.Shown.size(), boxes) << "none behind the end";
+        EXPECT_FALSE(host_.Virtual.Port.PortOpen());
+        EXPECT_EQ(Requests(), RequestsAtTheEnd) << "nothing goes out behind the end";
+        ExpectAtRest();
+    }
+
+    bool Ended = false;
+    int RequestsAtTheEnd = 0;
+};
+
+TEST_F(EndUnderSetup, UnwindsUnderTheDialog) {
     OpenSetup([&](frmSetup& dialog) {
         setup_testing::FindIn<QLineEdit>(dialog, "txtName")->setText(QStringLiteral("Other"));
-        boxes_.Answers = {BoxAnswer::Cancel};
-        window_->close();
+        EndTheProgram();
     });
-    EXPECT_EQ(state_.LinkRecord.ShuttingDown, True);
+    ExpectUnwound(0);
 }
 
-TEST_F(SetupOfMainWindow, TheEndOfTheProgramInsideAProgrammingUnwinds) {
+TEST_F(EndUnderSetup, UnwindsUnderTheQuestionOfAProgramming) {
     OpenSetup([&](frmSetup& dialog) {
-        for (const auto& logger : host_.Virtual.Network.Loggers()) {
-            logger->Silence();
-        }
-        // Between two exchanges: during one, the main window refuses to close.
-        Once([&] { return !dialog.isEnabled() || state_.OperationsRecord.OperationBusy != False; },
-             [&] { state_.LinkRecord.ShuttingDown = True; });
-        boxes_.Answers = {BoxAnswer::Yes};
-        setup_testing::ClickOn(setup_testing::FindIn(dialog, "cmdOK"));
+        boxes_.WhileShown = [this] { EndTheProgram(); };
+        Program(dialog);
     });
-    EXPECT_EQ(state_.LinkRecord.ShuttingDown, True);
+    ExpectUnwound(1);
+}
+
+TEST_F(EndUnderSetup, UnwindsInsideAProgrammingWhileTheRestartIsAwaited) {
+    OpenSetup([&](frmSetup& dialog) {
+        Logger().Answers(0x0B, simulator::Answer{{simulator::Acknowledge}, {}, {}});
+        Once(
+            [this] {
+                return state_.LinkRecord.CommBusy == False && state_.LinkRecord.WaitTicks > 0 &&
+                       host_.Virtual.Network.RequestsTo(Logger()).back().front() == 0x0B;
+            },
+            [this] {
+                EXPECT_EQ(state_.OperationsRecord.OperationBusy, True);
+                EndTheProgram();
+            });
+        Program(dialog);
+    });
+    ExpectUnwound(1);
+}
+
+TEST_F(EndUnderSetup, IsRefusedInsideAnExchangeThenUnwindsUnderTheMessage) {
+    bool refused = false;
+    OpenSetup([&](frmSetup& dialog) {
+        Logger().Silence();
+        Once([this] { return state_.LinkRecord.CommBusy != False; },
+             [&] {
+                 refused = !window_->close();
+                 EXPECT_TRUE(dialog.isVisible());
+                 boxes_.WhileShown = [this] { EndTheProgram(); };
+             });
+        Program(dialog);
+    });
+    EXPECT_TRUE(refused);
+    ExpectUnwound(2);
+    EXPECT_EQ(boxes_.Shown.back().Text, "Error: programming not completed successfully.");
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <iostream>
 
 #include "setup/frmSetup_fixture.h"
-#include "setup/setup_lists.h"
 
 namespace setup_testing {
 namespace {
@@ -20,10 +19,7 @@ std::vector<std::string> ItemsOf(const QComboBox& list) {
     return items;
 }
 
-template <typename Items>
-std::vector<std::string> Texts(const Items& items) {
-    return {items.begin(), items.end()};
-}
+using Items = std::vector<std::string>;
 
 TEST_F(SetupForm, OpensOnTheGeneralPageOfTheLogger) {
     Open();
@@ -121,22 +117,51 @@ TEST_F(SetupForm, TooltipsTellWhatAFieldHolds) {
 
 TEST_F(SetupForm, ListsHoldTheirItems) {
     Open();
-    using namespace setup_lists;
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbEU(1)")), Texts(AnalogUnits));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbPulseEU(1)")), Texts(PulseUnits));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbSampleInterval")), Texts(IntervalUnits));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbAlarm(1)")), Texts(HalfDays));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbBaud")), Texts(BaudRates));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbFlowUnits")), Texts(FlowUnits));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbRoughness")), Texts(Roughness));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbDiameterUnits")), Texts(LengthUnits));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbSlopeUnits")), Texts(SlopeUnits));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbVelUnits")), Texts(VelocityUnits));
-    EXPECT_EQ(Find<QComboBox>("cmbWarmup")->count(), 61);
-    EXPECT_EQ(Find<QComboBox>("cmbPrecision(0)")->count(), 7);
+    const Items analog = {"mA",   "Volts", "mV",     "Temp F", "Temp C", "degrees", "%",   "Inches",
+                          "Feet", "cm",    "Meters", "NTU",    "ppm",    "uS",      "MPH", "KPH"};
+    const Items lengths = {"feet", "inches", "meters", "cm"};
+    for (const char* name : {"cmbEU(0)", "cmbEU(1)", "cmbEU(2)"}) {
+        EXPECT_EQ(ItemsOf(*Find<QComboBox>(name)), analog) << name;
+    }
+    for (const char* name : {"cmbPulseEU(0)", "cmbPulseEU(1)"}) {
+        EXPECT_EQ(ItemsOf(*Find<QComboBox>(name)),
+                  (Items{"Pulses", "Inches", "cm", "Cubic Ft", "Liters", "Gallons", "Kgal"}));
+    }
+    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbSampleInterval")),
+              (Items{"seconds", "minutes", "hours", "days"}));
+    for (const char* name : {"cmbAlarm(0)", "cmbAlarm(1)"}) {
+        EXPECT_EQ(ItemsOf(*Find<QComboBox>(name)), (Items{"A.M.", "P.M."}));
+    }
+    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbBaud")),
+              (Items{"Auto Baud Rate", "Fixed 9600", "Fixed 19200", "Fixed 28800", "Fixed 38400",
+                     "Fixed 57600", "Fixed 115200"}));
+    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbFlowUnits")),
+              (Items{"cfs - cubic feet per second", "gpm - gallons per minute",
+                     "mgd - million's of gallons per day", "cms - cubic meters per second",
+                     "lps - liters per second"}));
+    EXPECT_EQ(
+        ItemsOf(*Find<QComboBox>("cmbRoughness")),
+        (Items{"0.010 - Plastic, other smooth surfaces", "0.012 - Smooth, unpainted steel",
+               "0.013 - Painted steel, coated cast iron",
+               "0.013 - Clay drainage tile, smooth asphalt", "0.013 - Finished concrete",
+               "0.014 - Vitrified clay sewer tile - most common", "0.014 - Uncoated cast iron",
+               "0.017 - Unfinished concrete", "0.024 - Corrugated metal storm drain"}));
+    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbOffsetUnits")), lengths);
+    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbDiameterUnits")), lengths);
+    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbSlopeUnits")), (Items{"decimal (rise/run)", "percent"}));
+    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbVelUnits")),
+              (Items{"fps - feet-per-sec", "mps - meters-per-sec"}));
+    Items seconds;
+    for (int second = 0; second <= 60; ++second) {
+        seconds.push_back(std::to_string(second));
+    }
+    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbWarmup")), seconds);
+    for (const char* name : {"cmbPrecision(0)", "cmbPrecision(2)", "cmbPulsePrecision(1)"}) {
+        EXPECT_EQ(ItemsOf(*Find<QComboBox>(name)), (Items{"0", "1", "2", "3", "4", "5", "6"}));
+    }
     EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbFlume")),
-              (std::vector<std::string>{"- None -", "Flume & channel P6", "Flume & channel P12"}));
-    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbWeir")), std::vector<std::string>{"- None -"});
+              (Items{"- None -", "Flume & channel P6", "Flume & channel P12"}));
+    EXPECT_EQ(ItemsOf(*Find<QComboBox>("cmbWeir")), Items{"- None -"});
 }
 
 TEST_F(SetupForm, OnePulseChannelLeavesTheSecondPanelDisabledWithItsValues) {
@@ -163,10 +188,43 @@ TEST_F(SetupForm, SampleOnDemandIsForLoggersThatOfferIt) {
     EXPECT_TRUE(Find("chkSOD")->isEnabled());
 }
 
-TEST_F(SetupForm, TheBaudRateIsOnNoPage) {
+TEST_F(SetupForm, UnitsAreFilledAnewForEitherKindOfChannel) {
+    QComboBox combo;
+    combo.addItem(QStringLiteral("other"));
+    FillUnitsCombo(combo, true);
+    EXPECT_EQ(ItemsOf(combo).front(), "mA");
+    EXPECT_EQ(combo.count(), 16);
+    FillUnitsCombo(combo, false);
+    EXPECT_EQ(ItemsOf(combo).front(), "Pulses");
+    EXPECT_EQ(combo.count(), 7);
+}
+
+TEST_F(SetupForm, TheBaudRateIsOnNoPageWhileItsFlagIsClear) {
     Open();
+    EXPECT_EQ(opened->console.State.ShowBaudRate, False);
     EXPECT_TRUE(Find("cmbBaud")->isHidden());
     EXPECT_TRUE(Find("lblBaudRate")->isHidden());
+    opened->console.State.ShowBaudRate = True;
+    form = std::make_unique<frmSetup>(
+        opened->console.State, [] { return true; }, nullptr);
+    form->show();
+    EXPECT_TRUE(Find("cmbBaud")->isVisible());
+    EXPECT_TRUE(Find("lblBaudRate")->isVisible());
+    EXPECT_EQ(TextOf("lblBaudRate"), "Baud Rate");
+}
+
+TEST_F(SetupForm, TheLongestNumberOfTheLoggerIsNotCutOff) {
+    Open();
+    const QString longest = QStringLiteral("-0.0123456");
+    for (const char* name :
+         {"txtHighEU(0)", "txtLowEU(0)", "txtTop(0)", "txtBottom(0)", "txtPulseUnit(0)",
+          "txtFlowTop", "txtOffset", "txtSlope", "txtDiameter", "txtVelTop"}) {
+        const auto* field = Find<QLineEdit>(name);
+        constexpr int Margin = 2;  // that a line keeps beside its text
+        const int border = field->style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + Margin;
+        EXPECT_GT(field->width(), field->fontMetrics().horizontalAdvance(longest) + 2 * border)
+            << name;
+    }
 }
 
 TEST_F(SetupForm, CaptionsStandAsTheyAre) {
@@ -230,7 +288,7 @@ bool TakesInput(const QWidget* widget) {
            qobject_cast<const QAbstractButton*>(widget) != nullptr;
 }
 
-TEST_F(SetupForm, EveryInputHasANameAndAPlaceInTheTabOrder) {
+TEST_F(SetupForm, EveryInputHasAName) {
     Open(SetupSite(3, 2));
     std::vector<const QWidget*> labelled;
     for (const QLabel* label : form->findChildren<QLabel*>()) {
@@ -243,12 +301,52 @@ TEST_F(SetupForm, EveryInputHasANameAndAPlaceInTheTabOrder) {
             widget->objectName().startsWith(QStringLiteral("Scroll"))) {
             continue;
         }
+        // What stands in a field is its value, not its name.
+        const bool button = qobject_cast<const QAbstractButton*>(widget) != nullptr;
         const bool named = !widget->accessibleName().isEmpty() ||
                            std::find(labelled.begin(), labelled.end(), widget) != labelled.end() ||
-                           !widget->property("text").toString().isEmpty();
+                           (button && !widget->property("text").toString().isEmpty());
         EXPECT_TRUE(named) << FromQt(widget->objectName());
-        EXPECT_TRUE((widget->focusPolicy() & Qt::TabFocus) != 0) << FromQt(widget->objectName());
     }
+}
+
+TEST_F(SetupForm, TabGoesThroughEveryPageInOrder) {
+    simulator::LoggerSetup site = SetupSite(3, 2);
+    site.SodAvailable = true;
+    site.Settings.Flow.Mode = simulator::FlowMode::Manning;
+    Open(site);
+    const auto walk = [this](int page) {
+        ClickTab(page);
+        Tabs()->setFocus();
+        Items names;
+        do {
+            Key(Qt::Key_Tab);
+            names.push_back(FromQt(form->focusWidget()->objectName()));
+        } while (names.back() != "TabStrip" && names.size() < 60);
+        return names;
+    };
+    Items analog;
+    for (const char* i : {"(0)", "(1)", "(2)"}) {
+        for (const char* name :
+             {"chkEnable", "cmbEU", "txtHighEU", "txtLowEU", "txtHighRaw", "txtLowRaw", "txtTop",
+              "txtBottom", "cmbPrecision", "cmdCalibrate"}) {
+            analog.push_back(std::string(name) + i);
+        }
+    }
+    analog.insert(analog.end(), {"cmdOK", "cmdCancel", "TabStrip"});
+    EXPECT_EQ(walk(0), analog);
+    EXPECT_EQ(walk(1),
+              (Items{"chkPulseEnable(0)", "cmbPulseEU(0)", "txtPulseUnit(0)",
+                     "cmbPulsePrecision(0)", "chkPulseEnable(1)", "cmbPulseEU(1)",
+                     "txtPulseUnit(1)", "cmbPulsePrecision(1)", "cmdOK", "cmdCancel", "TabStrip"}));
+    EXPECT_EQ(walk(2),
+              (Items{"txtName", "cmbWarmup", "optPeriodic", "txtSampleInterval",
+                     "cmbSampleInterval", "chkException", "txtException", "chkAlarm(0)",
+                     "chkAlarm(1)", "chkSOD", "chkWrap", "cmdOK", "cmdCancel", "TabStrip"}));
+    EXPECT_EQ(walk(3),
+              (Items{"optMannings", "cmbFlowUnits", "txtFlowTop", "txtOffset", "cmbOffsetUnits",
+                     "cmbRoughness", "txtSlope", "cmbSlopeUnits", "txtDiameter", "cmbDiameterUnits",
+                     "cmbVelUnits", "txtVelTop", "cmdOK", "cmdCancel", "TabStrip"}));
 }
 
 TEST_F(SetupForm, NothingIsCutOffInALargerFont) {

@@ -38,6 +38,24 @@ TEST_F(SetupForm, TheTimerNamesTheRecentFiles) {
     EXPECT_EQ(FromQt(Find<QAction>("mnuHist(3)")->text()), "&4 ");
 }
 
+TEST_F(SetupForm, RecentFileCaptionsChangeAtMostAQuarterOfASecondAfterAFileWasChosen) {
+    Open();
+    const std::string path = JoinPath(FreshFolder("quarter"), "chosen.set");
+    WriteFile(path, "LoggerName=Chosen\n");
+    auto* timer = Find<QTimer>("Timer1");
+    ASSERT_EQ(timer->interval(), QuarterSecond(FastTick));
+    const auto caption = [this] { return FromQt(Find<QAction>("mnuHist(0)")->text()); };
+    std::string atFirstTick;
+    QObject::connect(timer, &QTimer::timeout, timer,
+                     [&] { atFirstTick = atFirstTick.empty() ? caption() : atFirstTick; });
+    opened->console.Outside.Dialogs.Picks = {path};
+    Trigger("mnuLoad");
+    EXPECT_EQ(caption(), "&1 ");
+    EXPECT_TRUE(TimerPasses([&] { return !atFirstTick.empty(); }));
+    EXPECT_EQ(atFirstTick, "&1 chosen.set");
+    QObject::disconnect(timer, nullptr, timer, nullptr);
+}
+
 TEST_F(SetupForm, TheTimerKeepsAQuarterOfASecond) {
     Open();
     EXPECT_EQ(Find<QTimer>("Timer1")->interval(), FastTick * 5 / 2);
@@ -140,6 +158,20 @@ TEST_F(SetupForm, AMessageOfARefusalShowsOnce) {
     }
 }
 
+TEST_F(SetupForm, AnExceptionLevelOf65536KeepsTheFocus) {
+    Open();
+    Type("txtException", "65536");
+    Key(Qt::Key_Tab);
+    const auto boxes = opened->TakeBoxes();
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_EQ(boxes[0].Text, "Error: exception level must be between 0 and 65535.");
+    EXPECT_EQ(boxes[0].Title, "Format Error");
+    EXPECT_EQ(boxes[0].Icon, BoxIcon::Stop);
+    EXPECT_EQ(boxes[0].Buttons, BoxButtons::Ok);
+    EXPECT_TRUE(HasFocus("txtException"));
+    EXPECT_EQ(TextOf("txtException"), "65536");
+}
+
 TEST_F(SetupForm, CancelLeavesWithoutValidating) {
     Open();
     Type("txtSampleInterval", "0");
@@ -211,7 +243,77 @@ TEST_P(ClosingForm, IsRefusedDuringAnOperation) {
     EXPECT_TRUE(opened->TakeBoxes().empty());
 }
 
+TEST_P(ClosingForm, DoesNotTakeARefusedValueToAFile) {
+    Open();
+    const std::string path = JoinPath(FreshFolder("closing"), "refused.set");
+    opened->console.Outside.Dialogs.Picks = {path};
+    Type("txtSampleInterval", "0");
+    opened->Answer(BoxAnswer::Yes);
+    Close();
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_TRUE(HasFocus("txtSampleInterval"));
+    EXPECT_EQ(TextOf("txtSampleInterval"), "0");
+    const auto boxes = opened->TakeBoxes();
+    ASSERT_EQ(boxes.size(), 2U);
+    EXPECT_EQ(boxes[0].Title, "Data Has Changed");
+    EXPECT_EQ(boxes[1].Title, "Format Error");
+    EXPECT_TRUE(opened->console.Outside.Dialogs.Queries.empty());
+    EXPECT_FALSE(FileExists(path));
+}
+
+TEST_P(ClosingForm, DoesNotTakeARefusedValueToTheLogger) {
+    Open();
+    const Bytes before = opened->LoggerMemory();
+    ClickTab(0);
+    Type("txtHighRaw(0)", "abc");
+    opened->Answer(BoxAnswer::No, BoxAnswer::Yes);
+    Close();
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_TRUE(HasFocus("txtHighRaw(0)"));
+    EXPECT_EQ(opened->TakeBoxes().size(), 2U) << "refused silently";
+    EXPECT_EQ(opened->LoggerMemory(), before);
+    Type("txtHighRaw(0)", "60000");
+    opened->Answer(BoxAnswer::No, BoxAnswer::Yes);
+    Close();
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(opened->Global().RawScaleUpper[0], 60000);
+    EXPECT_EQ(opened->LoggerMemory(), opened->Image());
+}
+
+TEST_P(ClosingForm, TakesAFieldAsItShowsAfterwards) {
+    Open();
+    Click("chkAlarm(0)");
+    ASSERT_TRUE(TimerPasses([this] { return Find("txtAlarm(0)")->isEnabled(); }));
+    Type("txtAlarm(0)", "99");
+    opened->Answer(BoxAnswer::No, BoxAnswer::Yes);
+    Close();
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(opened->TakeBoxes().back().Text, "Alarm hour must be between 1 and 12");
+    Type("txtAlarm(0)", "7");
+    opened->Answer(BoxAnswer::No, BoxAnswer::Yes);
+    Close();
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(TextOf("txtAlarm(0)"), "7:00:00");
+    EXPECT_EQ(opened->LoggerMemory(), opened->Image());
+}
+
 INSTANTIATE_TEST_SUITE_P(InEveryWay, ClosingForm, ::testing::Range(0, 4));
+
+TEST_F(SetupForm, ARemarkOnAnAcceptedUnitIsNotRepeatedByTheQuestions) {
+    simulator::LoggerSetup site = SetupSite();
+    site.Settings.Flow.Mode = simulator::FlowMode::Manning;
+    Open(site);
+    ClickTab(0);
+    Type("cmbEU(0)", " gal");
+    opened->console.Outside.Dialogs.Picks = {JoinPath(FreshFolder("remark"), "a.set")};
+    opened->Answer(BoxAnswer::Yes, BoxAnswer::Yes);
+    Key(Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
+    const auto boxes = opened->TakeBoxes();
+    ASSERT_EQ(boxes.size(), 2U);
+    EXPECT_EQ(boxes[1].Title, "Data Has Changed");
+    EXPECT_EQ(opened->Global().EngUnits[0], "gal") << "trimmed all the same";
+}
 
 TEST_F(SetupForm, TheModalDialogReturnsWhenItIsClosed) {
     Open();
@@ -265,6 +367,10 @@ TEST_F(SetupForm, HoldsItsInputWhileItPrograms) {
         form->close();
         Trigger("mnuExit");
         EXPECT_TRUE(form->isVisible());
+        Key(Qt::Key_PageUp, Qt::ControlModifier);
+        Key(Qt::Key_PageDown, Qt::ControlModifier);
+        Key(Qt::Key_PageDown, Qt::ControlModifier);
+        EXPECT_EQ(Tabs()->currentIndex(), 2) << "no page turns";
     });
     opened->Logger().Silence();
     opened->Answer(BoxAnswer::Yes);

@@ -60,6 +60,9 @@ TEST_F(SetupChanges, AnUnchangedDialogClosesWithoutAQuestion) {
 TEST_F(SetupChanges, AChangeTakenBackIsNone) {
     const std::string name = controls.txtName;
     controls.txtName = "Other";
+    opened.Answer(BoxAnswer::Cancel);
+    EXPECT_TRUE(CheckSavedToFile(opened.Context()));
+    ExpectQuestions({SaveQuestion});
     controls.txtName = name;
     controls.Analog[0].txtHighEU += ".000";
     EXPECT_TRUE(Close()) << "another text of the same number";
@@ -117,6 +120,58 @@ TEST_F(SetupChanges, YesToProgrammingProgramsAndCloses) {
     EXPECT_EQ(opened.dialog.LoggerImage, before);
 }
 
+TEST_F(SetupChanges, AFieldThatRefusesKeepsTheDialogFromSaving) {
+    controls.txtSampleInterval = "0";
+    view.FieldAccepts = false;
+    opened.console.Outside.Dialogs.Picks.push_back(JoinPath(FreshFolder("refused"), "site.set"));
+    opened.Answer(BoxAnswer::Yes);
+    EXPECT_FALSE(Close());
+    ExpectQuestions({SaveQuestion});
+    EXPECT_EQ(view.FieldChecks, 1);
+    EXPECT_TRUE(opened.console.Outside.Dialogs.Queries.empty()) << "no file is asked for";
+    EXPECT_EQ(opened.Busy(), False);
+}
+
+TEST_F(SetupChanges, AFieldThatRefusesKeepsTheDialogFromProgramming) {
+    controls.Analog[0].txtHighRaw = "abc";
+    view.FieldAccepts = false;
+    const Bytes before = opened.LoggerMemory();
+    const int requests = opened.console.Outside.Network.Count().Requests;
+    opened.Answer(BoxAnswer::No, BoxAnswer::Yes);
+    EXPECT_FALSE(Close());
+    ExpectQuestions({SaveQuestion, ProgramQuestion});
+    EXPECT_EQ(view.FieldChecks, 1);
+    EXPECT_EQ(opened.LoggerMemory(), before);
+    EXPECT_EQ(opened.console.Outside.Network.Count().Requests, requests);
+    EXPECT_EQ(opened.dialog.LoggerUncertain, False);
+    EXPECT_EQ(opened.Busy(), False);
+}
+
+TEST_F(SetupChanges, AFieldIsNotAskedWhereNothingIsTaken) {
+    controls.txtSampleInterval = "0";
+    view.FieldAccepts = false;
+    opened.Answer(BoxAnswer::No, BoxAnswer::No);
+    EXPECT_TRUE(Close());
+    EXPECT_EQ(view.FieldChecks, 0);
+}
+
+TEST_F(SetupChanges, WhatAFieldBecomesIsWhatIsSavedThenProgrammed) {
+    controls.txtSampleInterval = "1.5";
+    view.OnValidation = [this] { controls.txtSampleInterval = "2"; };
+    const std::string path = JoinPath(FreshFolder("becomes"), "site.set");
+    opened.console.Outside.Dialogs.Picks.push_back(path);
+    opened.Answer(BoxAnswer::Yes, BoxAnswer::No);
+    EXPECT_TRUE(Close());
+    EXPECT_NE(FileContents(path).find("SampleInterval=2 minutes\r\n"), std::string::npos);
+    controls.txtSampleInterval = "1.5";
+    controls.txtName = "Other";
+    opened.Busy() = False;
+    opened.Answer(BoxAnswer::No, BoxAnswer::Yes);
+    EXPECT_TRUE(Close());
+    EXPECT_EQ(opened.Global().SampleInterval, "2 minutes");
+    EXPECT_EQ(opened.LoggerMemory(), opened.Image());
+}
+
 TEST_F(SetupChanges, AFailedProgrammingKeepsTheDialog) {
     controls.txtName = "Other";
     opened.Logger().Silence();
@@ -149,6 +204,18 @@ TEST_F(SetupChanges, AFailedProgrammingIsAskedAboutThoughTheChangeWasTakenBack) 
     EXPECT_TRUE(Close());
     ExpectQuestions({ProgramQuestion});
     EXPECT_EQ(opened.LoggerMemory(), opened.dialog.LoggerImage);
+}
+
+TEST_F(SetupChanges, AProgrammingThatNeverBeganLeavesNothingToAskAbout) {
+    const std::string before = controls.Analog[0].txtLowRaw;
+    controls.Analog[0].txtLowRaw = "70000";
+    opened.Answer(BoxAnswer::Yes);
+    ProgramSettings(opened.Context());
+    EXPECT_EQ(opened.TakeBoxes().back().Text, "Error: programming not completed successfully.");
+    EXPECT_EQ(opened.dialog.LoggerUncertain, False);
+    controls.Analog[0].txtLowRaw = before;
+    EXPECT_TRUE(Close());
+    ExpectNoBox();
 }
 
 TEST_F(SetupChanges, YesWithoutALoggerKeepsTheDialog) {

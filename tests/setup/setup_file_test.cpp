@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <clocale>
+#include <locale>
 #include <sstream>
 
 #include "logger/settings_image.h"
@@ -138,6 +140,54 @@ TEST(SetupFileWriter, AlwaysWrites141Lines) {
         EXPECT_EQ(CountOf(file, "[Digital Channel]\r\n"), 2);
         EXPECT_EQ(CountOf(file, "[Alarm]\r\n"), 2);
     }
+}
+
+/// A system whose decimal mark is a comma, as far as this one can stand for it.
+class CommaSystem {
+ public:
+    CommaSystem()
+        : stream_(std::locale::global(std::locale(std::locale::classic(), new Comma))),
+          numeric_(std::setlocale(LC_NUMERIC, nullptr)) {
+        for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "German_Germany.1252"}) {
+            if (std::setlocale(LC_NUMERIC, name) != nullptr) {
+                break;
+            }
+        }
+    }
+    ~CommaSystem() {
+        std::locale::global(stream_);
+        std::setlocale(LC_NUMERIC, numeric_.c_str());
+    }
+    CommaSystem(const CommaSystem&) = delete;
+    CommaSystem& operator=(const CommaSystem&) = delete;
+
+ private:
+    struct Comma : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+
+    std::locale stream_;
+    std::string numeric_;
+};
+
+TEST_F(SetupFileReader, Reads0014AsWrittenThoughTheDecimalMarkOfTheSystemIsAComma) {
+    LoggerState state = WholeState();
+    state.LowerLimit[0] = 0.014;
+    state.RawScaleUpper[0] = 65535;
+    const CommaSystem here;
+    std::ostringstream proof;
+    proof << 0.5;
+    ASSERT_EQ(proof.str(), "0,5") << "streams have the comma";
+    const std::string file = Written(state);
+    EXPECT_NE(file.find("LowerLimit=0.014\r\n"), std::string::npos);
+    EXPECT_NE(file.find("RawScaleUpper=65535\r\n"), std::string::npos) << "no groups of digits";
+    EXPECT_EQ(file.find(','), std::string::npos);
+    ASSERT_TRUE(Load(file));
+    EXPECT_EQ(state_.LowerLimit[0], 0.014);
+    ASSERT_TRUE(Load("LowerLimit=1,5\n"));
+    EXPECT_EQ(state_.LowerLimit[0], 1.5);
 }
 
 TEST(SetupFileWriter, WritesTextsAsTheyStand) {

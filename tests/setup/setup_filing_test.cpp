@@ -233,6 +233,18 @@ TEST_F(SetupFiling, AFileThatIsMuchTooLargeFailsTheLoad) {
     ExpectLoadFailed();
 }
 
+TEST_F(SetupFiling, AFileThatWasSavedOverWithWhatCannotBeEncodedIsAskedAbout) {
+    ASSERT_TRUE(Save(PathOf("a.set")));
+    const std::string level = controls.txtException;
+    controls.txtException = "70000";
+    ASSERT_TRUE(Save(PathOf("a.set")));
+    opened.TakeBoxes();
+    controls.txtException = level;
+    opened.Answer(BoxAnswer::Cancel);
+    EXPECT_TRUE(CheckSavedToFile(opened.Context())) << "no file holds these settings any more";
+    EXPECT_EQ(opened.TakeBoxes().size(), 1U);
+}
+
 TEST_F(SetupFiling, ARecentFileIsChosenButNotLoadedYet) {
     WriteFile(PathOf("a.set"), "LoggerName=Loaded\n");
     Stored().LastFile = {"", PathOf("a.set"), "", ""};
@@ -259,8 +271,12 @@ TEST_F(SetupFiling, NothingIsLoadedOrSavedDuringAnOperation) {
     opened.Busy() = True;
     Load("LoggerName=Loaded\n");
     EXPECT_FALSE(SaveSetupFile(opened.Context()));
+    Stored().LastFile = {PathOf("load.set"), "", "", ""};
+    LoadRecentFile(opened.Context(), 0);
     EXPECT_TRUE(opened.console.Outside.Dialogs.Queries.empty());
     EXPECT_EQ(controls.txtName, "Site 1");
+    EXPECT_EQ(Stored().LastFilePath, "");
+    EXPECT_EQ(opened.dialog.CurrentFile, "");
 }
 
 TEST_F(SetupFiling, ASavedFileLoadsBackUnchanged) {

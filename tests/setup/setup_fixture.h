@@ -22,6 +22,13 @@ class FakeSetupView final : public SetupView {
  public:
     SetupControls Controls() const override { return Shown; }
     void ShowControls(const SetupControls& controls) override { Shown = controls; }
+    bool ValidateField() override {
+        ++FieldChecks;
+        if (OnValidation) {
+            OnValidation();
+        }
+        return FieldAccepts;
+    }
     void EnableFlow(const FlowStates& states) override { Flow = states; }
     void SetTableFile(const std::string& path) override { Shown.txtTableFile = path; }
     void SetCalibration(int channel, const CalibrationValues& values) override {
@@ -43,6 +50,9 @@ class FakeSetupView final : public SetupView {
     void HoldInput(bool held) override { Held = held; }
 
     SetupControls Shown;
+    bool FieldAccepts = true;            ///< what the field in use says
+    int FieldChecks = 0;                 ///< times that it was asked
+    std::function<void()> OnValidation;  ///< what its validator does to the controls
     FlowStates Flow;
     std::array<bool, 2> AlarmOn = {};
     std::array<std::string, 4> Recent;

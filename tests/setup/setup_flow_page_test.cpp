@@ -146,6 +146,7 @@ TEST_F(TableBrowsing, AFileBelowTheProgramIsStoredRelative) {
     EXPECT_EQ(box.Text, "The selected table file has 5 entries.");
     EXPECT_EQ(box.Title, "Flow Table File");
     EXPECT_EQ(box.Icon, BoxIcon::Information);
+    EXPECT_EQ(box.Buttons, BoxButtons::Ok);
 }
 
 TEST_F(TableBrowsing, AFileElsewhereIsStoredWithItsFullPath) {
@@ -177,6 +178,7 @@ TEST_F(TableBrowsing, APathOf128CharactersIsTakenOneOf129Refused) {
     EXPECT_EQ(box.Text, "Error: the file path is longer than 128 characters which is the limit.");
     EXPECT_EQ(box.Title, "File Path Too Long");
     EXPECT_EQ(box.Icon, BoxIcon::Stop);
+    EXPECT_EQ(box.Buttons, BoxButtons::Ok);
 }
 
 TEST_F(TableBrowsing, AFileThatIsNoTableStaysInTheField) {
@@ -188,6 +190,7 @@ TEST_F(TableBrowsing, AFileThatIsNoTableStaysInTheField) {
     EXPECT_EQ(box.Text, "Error: selected file does not appear to be a valid flow table file.");
     EXPECT_EQ(box.Title, "Bad Flow Table File");
     EXPECT_EQ(box.Icon, BoxIcon::Stop);
+    EXPECT_EQ(box.Buttons, BoxButtons::Ok);
 }
 
 TEST_F(TableBrowsing, ATableOf1000EntriesIsToldOneOf1001Truncated) {
@@ -201,6 +204,7 @@ TEST_F(TableBrowsing, ATableOf1000EntriesIsToldOneOf1001Truncated) {
                   "the table will be truncated to 1001 entries.");
         EXPECT_EQ(box.Title, "Bad Flow Table File");
         EXPECT_EQ(box.Icon, BoxIcon::Stop);
+        EXPECT_EQ(box.Buttons, BoxButtons::Ok);
         EXPECT_EQ(TableFile(), "t.tbl") << "taken all the same";
     }
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "link/port.h"
 #include "setup/setup_fixture.h"
 
 namespace {
@@ -119,9 +120,24 @@ TEST_F(SetupOperation, TheDialogCanBringTheRadioBack) {
 }
 
 TEST_F(SetupOperation, TheEndOfTheProgramUnderTheDialogUnwinds) {
-    WhileShown = [this](const auto&) { console.State.LinkRecord.ShuttingDown = True; };
+    int requests = 0;
+    bool back = true;
+    WhileShown = [&](const std::function<bool()>& reselect) {
+        Link& link = console.State.LinkRecord;
+        console.State.OperationsRecord.OperationBusy = False;
+        comm::ClosePort(link);
+        link.LinkState = LinkDisconnected;
+        link.ShuttingDown = True;
+        requests = console.Outside.Network.Count().Requests;
+        back = reselect();
+    };
     Run();
     EXPECT_EQ(Shown, 1);
+    EXPECT_FALSE(back) << "nor does the dialog bring the radio back";
+    EXPECT_FALSE(console.Outside.Port.PortOpen());
+    EXPECT_EQ(window->SettingsReads, 1);
+    EXPECT_EQ(console.Outside.Network.Count().Requests, requests);
+    EXPECT_TRUE(console.Outside.Boxes.Shown.empty());
     ExpectReleased();
 }
 

@@ -243,6 +243,7 @@ TEST_F(SetupProgramming, AFaultLeavesCancelOffAndThePointerOn) {
     EXPECT_EQ(boxes[1].Text, Unable);
     EXPECT_EQ(boxes[1].Title, "Program Settings");
     EXPECT_EQ(boxes[1].Icon, BoxIcon::Stop);
+    EXPECT_EQ(boxes[1].Buttons, BoxButtons::Ok);
     EXPECT_FALSE(view.CancelEnabled);
     EXPECT_EQ(view.Shape, Pointer::Hourglass);
     EXPECT_EQ(opened.Busy(), False) << "the close box works";
@@ -255,14 +256,17 @@ TEST_F(SetupProgramming, AValueThatNoFieldHoldsIsToldSo) {
     controls.txtException = "1E300";
     const int requests = opened.console.Outside.Network.Count().Requests;
     Program();
-    EXPECT_EQ(opened.TakeBoxes().back().Text, Unable);
+    const auto boxes = opened.TakeBoxes();
+    ASSERT_EQ(boxes.size(), 2U);
+    EXPECT_EQ(boxes[1].Text, Unable);
+    EXPECT_EQ(boxes[1].Buttons, BoxButtons::Ok);
     EXPECT_EQ(opened.console.Outside.Network.Count().Requests, requests);
 }
 
 TEST_F(SetupProgramming, AFaultOnClosingKeepsTheDialog) {
     FaultyExchange faulty;
     opened.exchange = &faulty;
-    EXPECT_FALSE(ProgramBeforeClosing(opened.Context(), true));
+    EXPECT_FALSE(ProgramBeforeClosing(opened.Context()));
     ExpectBox(NotCompleted, "Program Settings", BoxIcon::Stop);
     ExpectReleased();
 }

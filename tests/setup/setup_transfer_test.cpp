@@ -204,6 +204,16 @@ TEST_F(Transfer, ATagThatNoCatalogueKnowsBecomesEmpty) {
     EXPECT_NE(Image(), before);
 }
 
+TEST_F(Transfer, OptFlumeWithNoneSelectedHasAnEmptyFlumeTag) {
+    state_.FlumeTag = "P2";
+    ASSERT_TRUE(Show());
+    controls_.FlowOption = FlowFlume;
+    controls_.cmbFlume = 0;
+    ASSERT_TRUE(Take());
+    EXPECT_EQ(state_.FlowMode, 2);
+    EXPECT_EQ(state_.FlumeTag, "");
+}
+
 TEST_F(Transfer, OfTwoEntriesWithOneTagTheLastIsSelected) {
     state_.FlumeTag = "P1";
     state_.WeirTag = "V90";

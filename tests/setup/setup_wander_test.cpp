@@ -1,9 +1,11 @@
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <map>
+#include <optional>
 #include <random>
+#include <set>
 
 #include "common/path_text.h"
 #include "setup/setup_file.h"
@@ -26,14 +28,7 @@ constexpr const char* Programming = "The settings information has changed withou
 
 class Wanderer {
  public:
-    explicit Wanderer(unsigned seed) : random_(seed) {
-        WriteFile(JoinPath(folder_, "bad.set"), "LoggerName=Bad\nDeadband=x\n");
-        WriteFile(JoinPath(folder_, "odd.set"), "SensorWarmupTime=61\nLoggerName=Odd\n");
-        WriteFile(JoinPath(folder_, "good.set"),
-                  "LoggerName=Good\nFlowMode=1\n[Analog]\n"
-                  "EngUnits=Feet\n");
-        Reopen();
-    }
+    explicit Wanderer(unsigned seed) : random_(seed) { Reopen(); }
 
     void Act() {
         opened_.console.Outside.Network.Faults().Clear();
@@ -53,21 +48,22 @@ class Wanderer {
     int Closed = 0;
     int Programmed = 0;
     int Asked = 0;
+    int Refused = 0;  ///< of the closings, from a field that refuses
 
  private:
     bool Chance(unsigned of) { return random_() % of == 0; }
 
     /// Answers and picks for what the next actions may ask.
     void Script() {
-        auto& boxes = opened_.console.Outside.Boxes;
         auto& dialogs = opened_.console.Outside.Dialogs;
-        boxes.Answers.clear();
+        script_.clear();
         dialogs.Picks.clear();
         constexpr std::array<BoxAnswer, 3> Answers{BoxAnswer::Yes, BoxAnswer::No,
                                                    BoxAnswer::Cancel};
-        for (int i = 0; i < 12; ++i) {
-            boxes.Answers.push_back(Answers.at(random_() % Answers.size()));
+        for (int i = 0; i < 40; ++i) {
+            script_.push_back(Answers.at(random_() % Answers.size()));
         }
+        opened_.console.Outside.Boxes.Answers.assign(script_.begin(), script_.end());
         constexpr std::array<const char*, 6> Names{"a.set",   "b.set",   "good.set",
                                                    "bad.set", "odd.set", "gone/x.set"};
         if (!Chance(4)) {
@@ -76,27 +72,51 @@ class Wanderer {
     }
 
     void Press(int action) {
+        constexpr int Closing = 5;
+        if (!opened_.view.FieldAccepts && action < Closing) {
+            // Neither button nor menu is reached from a field that refuses.
+            return;
+        }
         switch (action) {
             case 0:
                 ProgramSettings(opened_.Context());
                 return;
             case 1:
-                LoadSetupFile(opened_.Context());
+                Load([this] { LoadSetupFile(opened_.Context()); });
                 return;
             case 2:
                 static_cast<void>(SaveSetupFile(opened_.Context()));
                 return;
             case 3:
-                LoadRecentFile(opened_.Context(), static_cast<int>(random_() % 4));
+                Load(
+                    [this] { LoadRecentFile(opened_.Context(), static_cast<int>(random_() % 4)); });
                 return;
             case 4:
                 InitializeSetup(opened_.Context());
                 return;
-            case 5:
+            case Closing:
                 Close();
                 return;
             default:
                 Edit();
+        }
+    }
+
+    /// Loads, and notes the file that was taken.
+    template <typename Way>
+    void Load(Way way) {
+        const auto& boxes = opened_.console.Outside.Boxes;
+        const auto& dialogs = opened_.console.Outside.Dialogs;
+        const std::size_t queries = dialogs.Queries.size();
+        const std::size_t shown = boxes.Shown.size();
+        const auto picks = dialogs.Picks;
+        way();
+        // Asked for another file, the user picks none: the one that saved before has it.
+        const bool picked = dialogs.Queries.size() == queries + 1 && !picks.empty() &&
+                            dialogs.Queries.back().Title == "Load Setup File";
+        const bool failed = boxes.Shown.size() > shown && boxes.Shown.back().Title == "Load Setup";
+        if (picked && !failed) {
+            loaded_.insert(picks.front());
         }
     }
 
@@ -106,7 +126,10 @@ class Wanderer {
             return;
         }
         SetupControls& controls = opened_.view.Shown;
-        switch (random_() % 6) {
+        // A field that refuses cannot be left for another.
+        field_ = opened_.view.FieldAccepts ? static_cast<int>(random_() % 6) : field_;
+        opened_.view.FieldAccepts = true;
+        switch (field_) {
             case 0:
                 controls.txtName = "N" + std::to_string(random_() % 3);
                 return;
@@ -121,9 +144,11 @@ class Wanderer {
                 return;
             case 4:
                 controls.txtException = Chance(4) ? "70000" : "1";
+                opened_.view.FieldAccepts = CheckException(controls.txtException).Accepted;
                 return;
             default:
                 controls.Alarms[0].txtAlarm = Chance(4) ? "1E99" : "7:00:00";
+                opened_.view.FieldAccepts = CheckAlarm(controls.Alarms[0].txtAlarm).Accepted;
         }
     }
 
@@ -162,6 +187,12 @@ class Wanderer {
             return true;
         }
         for (const auto& file : std::filesystem::directory_iterator(folder_)) {
+            const std::string path = file.path().string();
+            const auto before = Originals().find(file.path().filename().string());
+            if (!loaded_.contains(path) && before != Originals().end() &&
+                FileContents(path) == before->second) {
+                continue;
+            }
             LoggerState state = opened_.Global();
             SetDefaultSettings(state);
             std::ifstream text(file.path(), std::ios::binary);
@@ -174,11 +205,18 @@ class Wanderer {
         return false;
     }
 
-    /// The answer to the question that begins so, among the boxes since `first`.
-    bool WasAsked(const std::vector<MessageBox>& boxes, const char* question) {
-        return std::any_of(boxes.begin(), boxes.end(), [question](const MessageBox& box) {
-            return box.Text.starts_with(question);
-        });
+    /// The last answer to the question that begins so, among the boxes since `first`; none if it
+    /// was not asked.
+    std::optional<BoxAnswer> AnswerTo(const char* question, std::size_t first) {
+        const auto& boxes = opened_.console.Outside.Boxes;
+        const std::size_t given = script_.size() - boxes.Answers.size();
+        std::optional<BoxAnswer> answer;
+        for (std::size_t i = first; i < boxes.Shown.size(); ++i) {
+            if (boxes.Shown[i].Text.starts_with(question)) {
+                answer = script_.at(given + i - boxes.Shown.size());
+            }
+        }
+        return answer;
     }
 
     void Close() {
@@ -188,21 +226,39 @@ class Wanderer {
         if (!QueryUnloadSetup(opened_.Context())) {
             return;
         }
-        const std::vector<MessageBox> asked(boxes.Shown.begin() + static_cast<long>(first),
-                                            boxes.Shown.end());
+        const auto saving = AnswerTo(Saving, first);
+        const auto programming = AnswerTo(Programming, first);
+        Refused += opened_.view.FieldAccepts ? 0 : 1;
         EXPECT_EQ(opened_.Busy(), True);
-        EXPECT_TRUE(WasAsked(asked, Saving) || InFile(wanted));
-        EXPECT_TRUE(WasAsked(asked, Programming) || InLogger(wanted));
+        EXPECT_NE(saving, BoxAnswer::Cancel);
+        EXPECT_NE(programming, BoxAnswer::Cancel);
+        EXPECT_TRUE(saving == BoxAnswer::No || InFile(wanted));
+        EXPECT_TRUE(programming == BoxAnswer::No || InLogger(wanted));
         ++Closed;
-        Asked += WasAsked(asked, Saving) || WasAsked(asked, Programming) ? 1 : 0;
+        Asked += saving || programming ? 1 : 0;
         Programmed += InLogger(wanted) ? 1 : 0;
         Reopen();
     }
 
+    /// The files that are there at each opening.
+    static const std::map<std::string, std::string>& Originals() {
+        static const std::map<std::string, std::string> Files{
+            {"bad.set", "LoggerName=Bad\nDeadband=x\n"},
+            {"odd.set", "SensorWarmupTime=61\nLoggerName=Odd\n"},
+            {"good.set", "LoggerName=Good\nFlowMode=1\n[Analog]\nEngUnits=Feet\n"}};
+        return Files;
+    }
+
     void Reopen() {
+        folder_ = FreshFolder("wander");
+        for (const auto& [name, text] : Originals()) {
+            WriteFile(JoinPath(folder_, name), text);
+        }
+        loaded_.clear();
         opened_.console.Outside.Network.Faults().Clear();
         opened_.console.Outside.Boxes.Shown.clear();
         opened_.view.Shown = SetupControls();
+        opened_.view.FieldAccepts = true;
         opened_.dialog = SetupDialog();
         opened_.Read();
         opened_.Open();
@@ -210,7 +266,10 @@ class Wanderer {
     }
 
     std::mt19937 random_;
-    std::string folder_ = FreshFolder("wander");
+    std::string folder_;
+    std::set<std::string> loaded_;  ///< paths, since the opening
+    std::vector<BoxAnswer> script_;
+    int field_ = 0;  ///< the one in use
     OpenedSetup opened_;
     Bytes opening_;
 };
@@ -229,10 +288,12 @@ TEST(SetupWander, NoWayThroughTheDialogLosesAChangeWithoutAQuestion) {
         }
     }
     std::cout << user.Closed << " closings, " << user.Asked << " with questions, "
-              << user.Programmed << " with the logger programmed\n";
+              << user.Programmed << " with the logger programmed, " << user.Refused
+              << " from a field that refuses\n";
     EXPECT_GT(user.Closed, 50);
     EXPECT_GT(user.Asked, 20);
     EXPECT_GT(user.Programmed, 10);
+    EXPECT_GT(user.Refused, 0);
 }
 
 }  // namespace

@@ -71,6 +71,11 @@ void FocusGuard::LeavesWithoutValidating(QWidget* button) {
     free_.emplace_back(button);
 }
 
+bool FocusGuard::Accepts() {
+    const FieldRef field = FieldInUse();
+    return !field || (!validating_ && !Refuses(*field));
+}
+
 bool FocusGuard::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
         case QEvent::MouseButtonPress:

@@ -28,6 +28,10 @@ class FocusGuard final : public QObject {
     /// A press on `button` validates nothing. The field that was left so is validated when the
     /// focus moves on from the button.
     void LeavesWithoutValidating(QWidget* button);
+    /// Whether the field in use, or the one that was left freely for the button that has the focus
+    /// now, may be left. Runs its validator, for who is about to take its text without any leaving;
+    /// a field that refuses gets the focus back.
+    [[nodiscard]] bool Accepts();
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -62,8 +62,7 @@ BoxAnswer AnswerOf(QMessageBox::StandardButton button) {
 }
 
 void SetTitle(QMessageBox& shown, const std::string& title) {
-    const QString placeholder = QStringLiteral("[*]");
-    shown.setWindowTitle(ToQt(title).replace(placeholder, placeholder + placeholder));
+    shown.setWindowTitle(EscapedTitle(title));
     if (title.empty()) {
         // A window without a title would be given the program's name; a blank is a title.
         shown.winId();

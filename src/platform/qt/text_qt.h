@@ -20,4 +20,10 @@
     return ToQt(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
+/// A window title that shows the text as it is: each "[*]", which stands for the mark of a changed
+/// document, doubled.
+[[nodiscard]] inline QString EscapedTitle(std::string_view text) {
+    return ToQt(text).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+}
+
 #endif  // ORVIA_PLATFORM_QT_TEXT_QT_H
