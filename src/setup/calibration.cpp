@@ -66,7 +66,7 @@ void ReadIntoField(const CalibrationReader& reader, CalibrationForm& form) {
     const auto raw = ReadRaw(reader, form.State().CalibrationChannel);
     // A button pressed during the exchange took the value that stood there.
     if (raw && form.State().Result.empty()) {
-        form.SetField(std::to_string(*raw));
+        form.SetField(IntegerToText(*raw));
     }
 }
 
@@ -159,7 +159,7 @@ void Calibrate(const SetupContext& context, int channel,
     const AnalogRow row = context.view.Controls().Analog.at(static_cast<std::size_t>(channel));
     CalibrationValues values{.HighEU = row.txtHighEU, .LowEU = row.txtLowEU};
     form->State().CalibrationChannel = static_cast<std::int16_t>(channel);
-    form->SetCaption("Calibrate Channel " + std::to_string(channel + 1) + " (" +
+    form->SetCaption("Calibrate Channel " + IntegerToText(channel + 1) + " (" +
                      std::string(Trim(row.cmbEU)) + ")");
     if (RunCalibration(*form, values)) {
         context.view.SetCalibration(channel, values);

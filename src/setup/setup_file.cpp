@@ -26,7 +26,7 @@ class LineWriter {
     void Text(std::string_view key, std::string_view value) {
         file_ << key << '=' << value << "\r\n";
     }
-    void Whole(std::string_view key, std::int64_t value) { Text(key, std::to_string(value)); }
+    void Whole(std::string_view key, std::int64_t value) { Text(key, IntegerToText(value)); }
     void Real(std::string_view key, double value) { Text(key, DoubleToText(value)); }
 
  private:

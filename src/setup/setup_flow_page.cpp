@@ -1,5 +1,6 @@
 #include "setup/setup_flow_page.h"
 
+#include "common/number_text.h"
 #include "common/path_text.h"
 #include "flow/flow_table.h"
 #include "flow/unit_names.h"
@@ -47,7 +48,7 @@ MessageBox TableReport(int entries) {
                 .Title = "Bad Flow Table File",
                 .Icon = BoxIcon::Stop};
     }
-    return {.Text = "The selected table file has " + std::to_string(entries) + " entries.",
+    return {.Text = "The selected table file has " + IntegerToText(entries) + " entries.",
             .Title = "Flow Table File",
             .Icon = BoxIcon::Information};
 }

@@ -35,7 +35,7 @@ AlarmControls AlarmOf(const LoggerRecord& global, std::size_t i) {
     const int hour = global.AlarmHour[i];
     const int shown = hour == 0 ? Noon : hour > Noon ? hour - Noon : hour;
     return {global.AlarmEnable[i] != 0,
-            std::to_string(shown) + ":" + TwoDigits(global.AlarmMin[i]) + ":" +
+            IntegerToText(shown) + ":" + TwoDigits(global.AlarmMin[i]) + ":" +
                 TwoDigits(global.AlarmSec[i]),
             hour >= Noon ? Afternoon : 0};
 }
@@ -67,7 +67,7 @@ bool ShowGeneral(const LoggerRecord& global, SetupControls& controls) {
     controls.txtName = CutText(global.LoggerName, LongestName);
     const bool warmupFits = global.SensorWarmupTime <= LastWarmup;
     if (warmupFits) {
-        controls.cmbWarmup = std::to_string(global.SensorWarmupTime);
+        controls.cmbWarmup = IntegerToText(global.SensorWarmupTime);
     }
     for (std::size_t i = 0; i < controls.Alarms.size(); ++i) {
         controls.Alarms[i] = AlarmOf(global, i);
@@ -75,7 +75,7 @@ bool ShowGeneral(const LoggerRecord& global, SetupControls& controls) {
     controls.chkException = (global.LoggingStyle & ExceptionBit) != 0;
     controls.Timing = TimingOf(global.LoggingStyle);
     const bool intervalFits = ShowInterval(global.SampleInterval, controls);
-    controls.txtException = std::to_string(global.Deadband);
+    controls.txtException = IntegerToText(global.Deadband);
     controls.chkWrap = global.DataWrapAroundFlag != 0;
     const bool baudFits =
         Select(global.FixedBaudRate, setup_lists::BaudRates.size(), controls.cmbBaud);
@@ -84,7 +84,7 @@ bool ShowGeneral(const LoggerRecord& global, SetupControls& controls) {
 }
 
 std::string PrecisionText(std::uint8_t places) {
-    return std::to_string(std::min<int>(places, LastPrecision));
+    return IntegerToText(std::min<int>(places, LastPrecision));
 }
 
 AnalogRow RowOf(const LoggerRecord& global, std::size_t i) {
@@ -95,8 +95,8 @@ AnalogRow RowOf(const LoggerRecord& global, std::size_t i) {
     row.txtLowEU = DoubleToText(global.LowerLimit[i]);
     row.txtTop = DoubleToText(global.DisplayTop[i]);
     row.txtBottom = DoubleToText(global.DisplayBottom[i]);
-    row.txtHighRaw = std::to_string(global.RawScaleUpper[i]);
-    row.txtLowRaw = std::to_string(global.RawScaleLower[i]);
+    row.txtHighRaw = IntegerToText(global.RawScaleUpper[i]);
+    row.txtLowRaw = IntegerToText(global.RawScaleLower[i]);
     row.cmbPrecision = PrecisionText(global.DecPlaces[i]);
     return row;
 }

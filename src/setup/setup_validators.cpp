@@ -120,7 +120,7 @@ std::optional<int> ListNumber(std::string_view text, int last) {
 
 FieldCheck CheckListNumber(std::string_view text, int last) {
     const std::optional<int> value = ListNumber(text, last);
-    return value ? Accepted(std::to_string(*value)) : Refused();
+    return value ? Accepted(IntegerToText(*value)) : Refused();
 }
 
 FieldCheck CheckRaw(std::string_view text) {
@@ -129,13 +129,13 @@ FieldCheck CheckRaw(std::string_view text) {
 
 FieldCheck CheckSampleInterval(std::string_view text) {
     const auto value = NumberWithin(text, 1, LargestU16);
-    return value ? Accepted(std::to_string(*value))
+    return value ? Accepted(IntegerToText(*value))
                  : RefusedWith("Error: sample interval must be between 1 and 65535.");
 }
 
 FieldCheck CheckException(std::string_view text) {
     const auto value = NumberWithin(text, 0, LargestU16);
-    return value ? Accepted(std::to_string(*value))
+    return value ? Accepted(IntegerToText(*value))
                  : RefusedWith("Error: exception level must be between 0 and 65535.");
 }
 
@@ -153,7 +153,7 @@ FieldCheck CheckAlarm(std::string_view text) {
     if (!IsWithin(second, 0, 59)) {
         return RefusedWith("Alarm second must be between 0 and 59");
     }
-    return Accepted(std::to_string(hour) + ":" + TwoDigits(minute) + ":" + TwoDigits(second));
+    return Accepted(IntegerToText(hour) + ":" + TwoDigits(minute) + ":" + TwoDigits(second));
 }
 
 FieldCheck CheckRoughness(std::string_view text) {
