@@ -313,7 +313,6 @@ TEST_F(SetupForm, EveryInputHasAName) {
 TEST_F(SetupForm, TabGoesThroughEveryPageInOrder) {
     simulator::LoggerSetup site = SetupSite(3, 2);
     site.SodAvailable = true;
-    site.Settings.Flow.Mode = simulator::FlowMode::Manning;
     Open(site);
     const auto walk = [this](int page) {
         ClickTab(page);
@@ -343,6 +342,8 @@ TEST_F(SetupForm, TabGoesThroughEveryPageInOrder) {
               (Items{"txtName", "cmbWarmup", "optPeriodic", "txtSampleInterval",
                      "cmbSampleInterval", "chkException", "txtException", "chkAlarm(0)",
                      "chkAlarm(1)", "chkSOD", "chkWrap", "cmdOK", "cmdCancel", "TabStrip"}));
+    ClickTab(3);
+    Click("optMannings");
     EXPECT_EQ(walk(3),
               (Items{"optMannings", "cmbFlowUnits", "txtFlowTop", "txtOffset", "cmbOffsetUnits",
                      "cmbRoughness", "txtSlope", "cmbSlopeUnits", "txtDiameter", "cmbDiameterUnits",
