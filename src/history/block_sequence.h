@@ -22,8 +22,8 @@ enum class BlockKind {
 /// reaches it. So it is asked for the next block only when its last one seems to be stored.
 ///
 /// Each request given up may have left an answer on its way, which can come in the place of a later
-/// one, its acknowledge in the place of a later one too. Such copies are counted. While there may be
-/// one, a block that is stored already is taken for it and asked for again; each one that comes
+/// one, its acknowledge in the place of a later one too. Such copies are counted. While there may
+/// be one, a block that is stored already is taken for it and asked for again; each one that comes
 /// leaves one less to come, so that a history which repeats itself, as behind a clock set back,
 /// costs some requests and no records.
 ///
