@@ -122,16 +122,16 @@ void CaptionInformation(ClientPanel& panel) {
     panel.fraRecords.Text = "Records";
     for (std::size_t alarm = 0; alarm < panel.fraAlarm.size(); ++alarm) {
         panel.fraAlarm[alarm].Text = panel.lblAlarm3[alarm].Text =
-            "Alarm " + IntegerToText(alarm + 1);
+            "Alarm " + IntegerToText(static_cast<int>(alarm + 1));
     }
 }
 
 void CaptionReadings(ClientPanel& panel) {
     for (std::size_t channel = 0; channel < AnalogChannels; ++channel) {
-        panel.lblData[channel].Text = "Channel " + IntegerToText(channel + 1);
+        panel.lblData[channel].Text = "Channel " + IntegerToText(static_cast<int>(channel + 1));
     }
     for (std::size_t pulse = 0; pulse < PulseChannels; ++pulse) {
-        const std::string number = IntegerToText(pulse + 1);
+        const std::string number = IntegerToText(static_cast<int>(pulse + 1));
         panel.lblData[AnalogChannels + pulse].Text = "Pulse Chan " + number;
         // Operators and their handbooks know the word in this spelling.
         panel.lblPulse3[pulse].Text = "Pusle Chan " + number;

@@ -37,7 +37,7 @@ void SetUpChannel(std::size_t i, ClientRecord& record, ClientPanel& panel) {
 void SetUpMeterMode(ClientRecord& record, ClientPanel& panel) {
     const LoggerState& state = record.LoggerState;
     for (std::size_t i = 0; i < BarColumns; ++i) {
-        panel.fraMeter[i].Text = IntegerToText(i + 1);
+        panel.fraMeter[i].Text = IntegerToText(static_cast<int>(i + 1));
         if (state.AnalogEnable[i] != 0 && record.SettingsValid != False &&
             i < state.NumAnalogChannels) {
             SetUpChannel(i, record, panel);
