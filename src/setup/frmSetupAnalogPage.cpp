@@ -16,7 +16,10 @@ using namespace setup_parts;
 
 namespace {
 
-enum class Kind { Enable, Unit, Number, Precision, Calibrate };
+enum class Kind { Enable, Unit, Number, Count, Precision, Calibrate };
+
+/// Characters of the largest raw count, and one to see its end by.
+constexpr int CountCharacters = 6;
 
 struct Column {
     Kind What;
@@ -39,9 +42,9 @@ constexpr std::array<Column, 10> Columns{{
     {Kind::Number, "txtLowEU", "Label3", "Low EU",
      "Floating point value of lower calibration point expressed in engineering units",
      &AnalogRow::txtLowEU, CheckFloat},
-    {Kind::Number, "txtHighRaw", "Label4", "High Raw",
+    {Kind::Count, "txtHighRaw", "Label4", "High Raw",
      "Integer value of upper calibration point ( 0-65535)", &AnalogRow::txtHighRaw, CheckRaw},
-    {Kind::Number, "txtLowRaw", "Label5", "Low Raw",
+    {Kind::Count, "txtLowRaw", "Label5", "Low Raw",
      "Integer value of lower calibration point (0-65535)", &AnalogRow::txtLowRaw, CheckRaw},
     {Kind::Number, "txtTop", "Label10", "Disp High", "Floating point value of top of display meter",
      &AnalogRow::txtTop, CheckFloat},
@@ -150,6 +153,9 @@ QWidget* frmSetupPages::NewCell(QGroupBox* panel, int channel, int number) {
         }
         case Kind::Number:
             cell = fields_.Text(panel, name, place, column.Check, NumberCharacters);
+            break;
+        case Kind::Count:
+            cell = fields_.Text(panel, name, place, column.Check, CountCharacters);
             break;
         case Kind::Precision:
             cell = fields_.Numbers(panel, name, LastPrecision, place);

@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QPixmap>
 #include <algorithm>
 #include <cmath>
@@ -56,6 +58,14 @@ void Tour::Keep(const QString& name, QWidget* window) {
         ConsoleRun::RunFor(300);  // the bars' timer has drawn by then
         QWidget& shown = window != nullptr ? *window : Console.Window();
         shown.grab().save(QDir(screenshots_).filePath(name + QStringLiteral(".png")));
+    }
+}
+
+void Tour::KeepFile(const QString& path) {
+    if (!screenshots_.isEmpty()) {
+        const QString copy = QDir(screenshots_).filePath(QFileInfo(path).fileName());
+        QFile::remove(copy);
+        QFile::copy(path, copy);
     }
 }
 

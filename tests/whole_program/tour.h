@@ -28,6 +28,8 @@ class Tour {
     void CheckBoxes(const QStringList& beginnings);
     /// Keeps a picture of a window, the main window if none is given.
     void Keep(const QString& name, QWidget* window = nullptr);
+    /// Keeps a copy of a file beside the pictures.
+    void KeepFile(const QString& path);
 
     [[nodiscard]] QString NameOf(int client);
     /// Opens the window of an entry; throws if none opens.

@@ -96,6 +96,7 @@ void LookAtHistory(Tour& tour, QWidget& form) {
     console.Pick(path);
     console.Click(QStringLiteral("cmdSave"), &form);
     CheckFile(tour, path, rows);
+    tour.KeepFile(path);
     console.Click(QStringLiteral("cmdOK"), &form);
 }
 
