@@ -227,6 +227,14 @@ void ConsoleRun::RunFor(int milliseconds) {
     static_cast<void>(RunUntil([] { return false; }, milliseconds));
 }
 
+void ConsoleRun::LeaveAlone(int milliseconds) {
+    watch_.stop();
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+    watch_.start();
+}
+
 bool ConsoleRun::RunUntil(const std::function<bool()>& done, int limit) {
     QElapsedTimer elapsed;
     elapsed.start();

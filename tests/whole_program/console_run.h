@@ -102,6 +102,8 @@ class ConsoleRun {
 
     /// Lets the console run for so long.
     static void RunFor(int milliseconds);
+    /// Lets the console run for so long by itself: nothing here looks on, or uses the processor.
+    void LeaveAlone(int milliseconds);
     /// Lets the console run until `done`; False after `limit` milliseconds.
     static bool RunUntil(const std::function<bool()>& done, int limit);
     /// Closes the main window.

@@ -79,11 +79,12 @@ void WriteSite(const QString& folder, const QString& book) {
     }
 }
 
-void PrintLoad(const char* what, int milliseconds, const std::function<void()>& step) {
+void PrintLoad(const char* what, ConsoleRun& console, int milliseconds,
+               const std::function<void()>& step) {
     const double before = ProcessorSeconds();
     const auto start = Clock::now();
     step();
-    ConsoleRun::RunFor(milliseconds);
+    console.LeaveAlone(milliseconds);
     const double share =
         100 * (ProcessorSeconds() - before) / (Milliseconds(Clock::now() - start) / 1000);
     std::printf("%-58s %8.2f %% of a core\n", what, share);
@@ -202,8 +203,8 @@ void Measure(const QString& simulator, const QString& folder, const Home& home, 
         console.OpenClient(client);
         console.Click(QStringLiteral("cmdGetSettings"));
     }
-    PrintLoad("connected and idle, ten windows open", seconds * 1000, [] {});
-    PrintLoad("sampling continuously, ten windows open", seconds * 1000,
+    PrintLoad("connected and idle, ten windows open", console, seconds * 1000, [] {});
+    PrintLoad("sampling continuously, ten windows open", console, seconds * 1000,
               [&] { console.Click(QStringLiteral("cmdSampleContinuously")); });
     console.Click(QStringLiteral("cmdSampleContinuously"));
     ConsoleRun::RunFor(2000);
