@@ -1,7 +1,7 @@
 #ifndef ORVIA_APP_CONTRAST_H
 #define ORVIA_APP_CONTRAST_H
 
-#include "app/main_view.h"
+#include "records/main_view.h"
 
 /// Contrast of two colours, 1 (none) to 21 (black on white), by the definition of the Web Content
 /// Accessibility Guidelines 2.1.

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "app/main_view.h"
 #include "app/shared_state.h"
 #include "client/client_context.h"
 #include "client/client_popup.h"
@@ -22,6 +21,7 @@
 #include "console/logger_operations.h"
 #include "link/connecting.h"
 #include "link/sampling.h"
+#include "records/main_view.h"
 
 class ClientListWidget;
 class QAction;

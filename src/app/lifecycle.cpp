@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "app/stored_settings.h"
 #include "app/version.h"
 #include "common/fault.h"
 #include "common/number_text.h"

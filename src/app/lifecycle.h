@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/main_view.h"
 #include "app/shared_state.h"
+#include "records/main_view.h"
 
 /// Title of the main window: name and version.
 [[nodiscard]] std::string ApplicationTitle();

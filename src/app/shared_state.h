@@ -3,20 +3,20 @@
 
 #include <string>
 
-#include "app/quiet_boxes.h"
-#include "app/settings.h"
 #include "common/flag.h"
-#include "console/address_book.h"
-#include "console/client_windows.h"
-#include "console/operations_state.h"
 #include "flow/catalogues.h"
 #include "history/history_store.h"
 #include "link/frames.h"
-#include "link/link.h"
-#include "link/sampling_state.h"
 #include "logger/data_point.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
+#include "records/address_book.h"
+#include "records/client_windows.h"
+#include "records/link.h"
+#include "records/operations_state.h"
+#include "records/quiet_boxes.h"
+#include "records/sampling_state.h"
+#include "records/settings.h"
 
 /// All that the console's procedures share. main() makes the one there is; windows are handed a
 /// reference, and a procedure gets just the records that it may touch.

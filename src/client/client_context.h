@@ -1,14 +1,14 @@
 #ifndef ORVIA_CLIENT_CLIENT_CONTEXT_H
 #define ORVIA_CLIENT_CLIENT_CONTEXT_H
 
-#include "app/main_view.h"
 #include "client/client_popup.h"
 #include "flow/catalogues.h"
-#include "link/sampling_state.h"
 #include "logger/data_point.h"
 #include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
+#include "records/main_view.h"
+#include "records/sampling_state.h"
 
 struct AddressBook;
 struct ClientWindows;

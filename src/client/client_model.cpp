@@ -9,13 +9,13 @@
 #include "client/layout.h"
 #include "client/readings.h"
 #include "common/fault.h"
-#include "console/address_book.h"
-#include "console/client_windows.h"
 #include "flow/flow_calculation.h"
 #include "flow/flow_definition.h"
 #include "flow/flow_precision.h"
 #include "logger/commands.h"
 #include "logger/settings_transfer.h"
+#include "records/address_book.h"
+#include "records/client_windows.h"
 
 ClientModel::ClientModel(ClientContext& context, ClientSurface& surface)
     : context_(context),

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "app/quiet_boxes.h"
 #include "client/bars.h"
 #include "client/client_context.h"
 #include "client/client_panel.h"
 #include "client/client_record.h"
 #include "client/client_surface.h"
+#include "records/quiet_boxes.h"
 
 /// One logger's window without its widgets: what it knows, what it shows and what it does. After
 /// Unload everything still works on the record, and nothing is asked of the surface any more.

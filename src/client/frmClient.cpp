@@ -11,8 +11,8 @@
 #include <cmath>
 
 #include "client/layout.h"
-#include "console/address_book.h"
 #include "platform/qt/text_qt.h"
+#include "records/address_book.h"
 
 // The pictures lie in a static library, which keeps them only for who asks.
 static void KeepPictures() {

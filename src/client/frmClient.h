@@ -9,8 +9,8 @@
 #include "client/client_context.h"
 #include "client/client_model.h"
 #include "client/client_surface.h"
-#include "client/client_window.h"
 #include "client/frmClientControls.h"
+#include "records/client_window.h"
 
 /// The child window of one logger. Closing it runs the unload steps and takes it out of the main
 /// window; the object lives until its last holder lets go, since a click in a wait can close the

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "console/address_book.h"
+#include "records/address_book.h"
 
 // The book's file: a line for each radio, as `"Pump 3", 10, 00A0961F2E3D`, and an empty one at the
 // end. docs/address-book.md tells the format.

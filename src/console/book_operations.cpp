@@ -5,7 +5,7 @@
 
 #include "common/path_text.h"
 #include "console/book_file.h"
-#include "console/book_name.h"
+#include "link/book_choice.h"
 #include "link/busy_guard.h"
 
 namespace {
@@ -83,13 +83,6 @@ void TakeEntryDefaults(AddressBook& book) {
         book.LastChannel = first.Channel;
         book.LastMacPrefix = {first.Mac[0], first.Mac[1], first.Mac[2]};
     }
-}
-
-FileQuery BookQuery(const std::string& title, std::string_view appPath) {
-    return {.Title = title,
-            .DefaultExtension = ".obk",
-            .Filter = "Address Book Files (*.obk)|*.obk",
-            .InitialName = JoinPath(appPath, "*.obk")};
 }
 
 void LoadOtherBook(const BookContext& context) {

@@ -4,13 +4,13 @@
 #include <string>
 #include <string_view>
 
-#include "app/main_view.h"
-#include "app/settings.h"
-#include "console/address_book.h"
-#include "console/client_windows.h"
-#include "console/operations_state.h"
-#include "link/sampling_state.h"
 #include "platform/host.h"
+#include "records/address_book.h"
+#include "records/client_windows.h"
+#include "records/main_view.h"
+#include "records/operations_state.h"
+#include "records/sampling_state.h"
+#include "records/settings.h"
 
 /// What the operations on the book work on.
 struct BookContext {
@@ -41,9 +41,6 @@ void SwapClientRadios(AddressBook& book, const ClientWindows& windows, int a, in
 
 /// What the next new entry is offered, from the book just loaded.
 void TakeEntryDefaults(AddressBook& book);
-
-/// The question for a book's file, beginning in the program's folder.
-[[nodiscard]] FileQuery BookQuery(const std::string& title, std::string_view appPath);
 
 /// "Load Address Book": asks for a file and takes it, once open windows may be closed.
 void LoadOtherBook(const BookContext& context);

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <functional>
 
-#include "app/main_view.h"
-#include "console/address_book.h"
-#include "console/client_windows.h"
+#include "records/address_book.h"
+#include "records/client_windows.h"
+#include "records/main_view.h"
 
 /// Number of the last of `count` items whose top edge, `topOf(number)`, is at or above `y`: 1 for
 /// a point above them all, the last for one below. 0 in an empty list.

@@ -1,14 +1,14 @@
 #ifndef ORVIA_CONSOLE_ENTRY_EDITING_H
 #define ORVIA_CONSOLE_ENTRY_EDITING_H
 
-#include "app/main_view.h"
-#include "app/settings.h"
-#include "console/address_book.h"
 #include "console/client_list_view.h"
-#include "console/client_windows.h"
 #include "console/entry_dialogs.h"
-#include "link/sampling_state.h"
 #include "platform/host.h"
+#include "records/address_book.h"
+#include "records/client_windows.h"
+#include "records/main_view.h"
+#include "records/sampling_state.h"
+#include "records/settings.h"
 
 /// What adding, editing and deleting of entries work on.
 struct EntryContext {

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "console/address_book.h"
 #include "platform/host.h"
+#include "records/address_book.h"
 
 /// Channel and MAC of a radio as the entry fields hold them.
 struct AddressTexts {

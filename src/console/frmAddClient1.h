@@ -4,8 +4,8 @@
 #include <QDialog>
 #include <string>
 
-#include "console/address_book.h"
 #include "platform/host.h"
+#include "records/address_book.h"
 
 class QLineEdit;
 

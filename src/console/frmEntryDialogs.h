@@ -1,9 +1,9 @@
 #ifndef ORVIA_CONSOLE_FRM_ENTRY_DIALOGS_H
 #define ORVIA_CONSOLE_FRM_ENTRY_DIALOGS_H
 
-#include "console/address_book.h"
 #include "console/entry_dialogs.h"
 #include "platform/host.h"
+#include "records/address_book.h"
 
 class QWidget;
 

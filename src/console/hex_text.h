@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "console/address_book.h"
+#include "records/address_book.h"
 
 /// The digit of the low four bits, in upper case.
 [[nodiscard]] char NibbleToHex(int value);

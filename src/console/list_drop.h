@@ -4,13 +4,13 @@
 #include <optional>
 #include <string>
 
-#include "app/main_view.h"
-#include "app/settings.h"
-#include "console/address_book.h"
 #include "console/client_list_view.h"
-#include "console/client_windows.h"
-#include "console/operations_state.h"
-#include "link/sampling_state.h"
+#include "records/address_book.h"
+#include "records/client_windows.h"
+#include "records/main_view.h"
+#include "records/operations_state.h"
+#include "records/sampling_state.h"
+#include "records/settings.h"
 
 /// What a drop in the client list works on.
 struct DropContext {

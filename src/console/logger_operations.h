@@ -1,15 +1,15 @@
 #ifndef ORVIA_CONSOLE_LOGGER_OPERATIONS_H
 #define ORVIA_CONSOLE_LOGGER_OPERATIONS_H
 
-#include "console/address_book.h"
-#include "console/client_windows.h"
 #include "console/operation_log.h"
-#include "console/operations_state.h"
-#include "link/sampling_state.h"
 #include "link/server_radio.h"
 #include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
+#include "records/address_book.h"
+#include "records/client_windows.h"
+#include "records/operations_state.h"
+#include "records/sampling_state.h"
 
 /// What an operation on one logger works on.
 struct OperationContext {

@@ -1,9 +1,9 @@
 #ifndef ORVIA_HISTORY_FRM_GET_HISTORY_H
 #define ORVIA_HISTORY_FRM_GET_HISTORY_H
 
-#include "app/main_view.h"
 #include "app/shared_state.h"
 #include "console/logger_operations.h"
+#include "records/main_view.h"
 
 class QWidget;
 

@@ -4,11 +4,11 @@
 #include <QDialog>
 #include <memory>
 
-#include "app/main_view.h"
 #include "app/shared_state.h"
-#include "client/client_window.h"
 #include "history/fill_list.h"
 #include "history/history_columns.h"
+#include "records/client_window.h"
+#include "records/main_view.h"
 
 class HistoryList;
 class QLabel;

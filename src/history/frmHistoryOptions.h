@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-#include "app/settings.h"
+#include "records/settings.h"
 
 class QRadioButton;
 

@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "client/client_window.h"
 #include "console/logger_operations.h"
 #include "history/history_store.h"
+#include "records/client_window.h"
 
 /// The windows that Get History runs, each modal until it returns.
 class HistoryDialogs {

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "history/history_store.h"
-#include "link/link.h"
 #include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
+#include "records/link.h"
 
 // The upload of a logger's history; docs/history.md has the bytes.
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "app/settings.h"
 #include "link/enumerate.h"
 #include "platform/host.h"
+#include "records/settings.h"
 
 namespace comm {
 

@@ -3,7 +3,7 @@
 #include "common/fault.h"
 #include "common/number_text.h"
 #include "common/text.h"
-#include "console/book_name.h"
+#include "link/book_choice.h"
 #include "link/busy_guard.h"
 #include "link/port.h"
 

@@ -4,13 +4,13 @@
 #include <functional>
 #include <string>
 
-#include "app/main_view.h"
-#include "app/settings.h"
-#include "console/operations_state.h"
-#include "link/link.h"
-#include "link/sampling_state.h"
 #include "link/server_radio.h"
 #include "platform/host.h"
+#include "records/link.h"
+#include "records/main_view.h"
+#include "records/operations_state.h"
+#include "records/sampling_state.h"
+#include "records/settings.h"
 
 namespace comm {
 

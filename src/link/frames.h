@@ -5,8 +5,8 @@
 #include <span>
 
 #include "common/bytes.h"
-#include "link/link.h"
 #include "logger/frame_exchange.h"
+#include "records/link.h"
 
 namespace comm {
 

@@ -3,9 +3,9 @@
 
 #include <QDialog>
 
-#include "app/main_view.h"
 #include "app/shared_state.h"
 #include "link/connecting.h"
+#include "records/main_view.h"
 
 class QLabel;
 

@@ -8,7 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "console/book_operations.h"
+#include "link/book_choice.h"
 #include "link/connect_setup.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"

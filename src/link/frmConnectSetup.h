@@ -3,8 +3,8 @@
 
 #include <QDialog>
 
-#include "app/settings.h"
 #include "platform/host.h"
+#include "records/settings.h"
 
 class QCheckBox;
 class QComboBox;

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/main_view.h"
-#include "link/link.h"
+#include "records/link.h"
+#include "records/main_view.h"
 
 namespace comm {
 

@@ -1,17 +1,17 @@
 #ifndef ORVIA_LINK_SAMPLING_H
 #define ORVIA_LINK_SAMPLING_H
 
-#include "app/main_view.h"
-#include "app/settings.h"
-#include "console/address_book.h"
-#include "console/client_windows.h"
-#include "console/operations_state.h"
-#include "link/link.h"
-#include "link/sampling_state.h"
 #include "link/server_radio.h"
 #include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
+#include "records/address_book.h"
+#include "records/client_windows.h"
+#include "records/link.h"
+#include "records/main_view.h"
+#include "records/operations_state.h"
+#include "records/sampling_state.h"
+#include "records/settings.h"
 
 namespace comm {
 

@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
-#include "app/main_view.h"
-#include "app/settings.h"
-#include "link/link.h"
 #include "platform/host.h"
+#include "records/link.h"
+#include "records/main_view.h"
+#include "records/settings.h"
 
 // The server radio answers commands itself in command mode; in normal mode all bytes pass
 // through the air to the client radio that it addresses. docs/server-radio.md has the bytes.

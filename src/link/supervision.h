@@ -1,12 +1,12 @@
 #ifndef ORVIA_LINK_SUPERVISION_H
 #define ORVIA_LINK_SUPERVISION_H
 
-#include "app/main_view.h"
-#include "console/address_book.h"
-#include "console/client_windows.h"
-#include "console/operations_state.h"
-#include "link/link.h"
-#include "link/sampling_state.h"
+#include "records/address_book.h"
+#include "records/client_windows.h"
+#include "records/link.h"
+#include "records/main_view.h"
+#include "records/operations_state.h"
+#include "records/sampling_state.h"
 
 namespace comm {
 

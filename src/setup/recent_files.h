@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/settings.h"
+#include "records/settings.h"
 
 // The recent set-up files and the folder that file dialogs start in.
 

@@ -4,15 +4,15 @@
 #include <functional>
 #include <string>
 
-#include "app/settings.h"
 #include "common/bytes.h"
-#include "console/operations_state.h"
 #include "flow/catalogues.h"
-#include "link/link.h"
-#include "link/sampling_state.h"
 #include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
+#include "records/link.h"
+#include "records/operations_state.h"
+#include "records/sampling_state.h"
+#include "records/settings.h"
 #include "setup/setup_view.h"
 
 /// What lives as long as the dialog is open.

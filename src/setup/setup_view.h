@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/main_view.h"
+#include "records/main_view.h"
 #include "setup/setup_controls.h"
 
 struct CalibrationValues;

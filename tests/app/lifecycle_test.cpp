@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/contrast.h"
+#include "app/stored_settings.h"
 #include "common/fault.h"
 #include "common/path_text.h"
 #include "link/port.h"

@@ -8,8 +8,8 @@
 #include "common/line_reader.h"
 #include "common/path_text.h"
 #include "common/text.h"
-#include "console/book_name.h"
 #include "console/hex_text.h"
+#include "link/book_choice.h"
 #include "support/virtual_host.h"
 
 namespace {

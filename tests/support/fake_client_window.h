@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "app/shared_state.h"
-#include "client/client_window.h"
 #include "logger/commands.h"
 #include "logger/settings_transfer.h"
+#include "records/client_window.h"
 
 namespace testing_support {
 

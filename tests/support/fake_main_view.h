@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/main_view.h"
+#include "records/main_view.h"
 
 namespace testing_support {
 

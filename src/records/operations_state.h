@@ -1,5 +1,5 @@
-#ifndef ORVIA_CONSOLE_OPERATIONS_STATE_H
-#define ORVIA_CONSOLE_OPERATIONS_STATE_H
+#ifndef ORVIA_RECORDS_OPERATIONS_STATE_H
+#define ORVIA_RECORDS_OPERATIONS_STATE_H
 
 #include <cstdint>
 
@@ -12,4 +12,4 @@ struct Operations {
     std::int16_t ForAllWindow = 0;  ///< slot of the window that the walk has come to
 };
 
-#endif  // ORVIA_CONSOLE_OPERATIONS_STATE_H
+#endif  // ORVIA_RECORDS_OPERATIONS_STATE_H

@@ -1,5 +1,5 @@
-#ifndef ORVIA_APP_QUIET_BOXES_H
-#define ORVIA_APP_QUIET_BOXES_H
+#ifndef ORVIA_RECORDS_QUIET_BOXES_H
+#define ORVIA_RECORDS_QUIET_BOXES_H
 
 #include "common/flag.h"
 #include "platform/host.h"
@@ -19,4 +19,4 @@ class QuietBoxes final : public MessageBoxes {
     const Flag& closing_;
 };
 
-#endif  // ORVIA_APP_QUIET_BOXES_H
+#endif  // ORVIA_RECORDS_QUIET_BOXES_H

@@ -1,5 +1,5 @@
-#ifndef ORVIA_CONSOLE_ADDRESS_BOOK_H
-#define ORVIA_CONSOLE_ADDRESS_BOOK_H
+#ifndef ORVIA_RECORDS_ADDRESS_BOOK_H
+#define ORVIA_RECORDS_ADDRESS_BOOK_H
 
 #include <array>
 #include <cstdint>
@@ -40,4 +40,4 @@ struct AddressBook {
     std::array<std::uint8_t, 3> LastMacPrefix = {};
 };
 
-#endif  // ORVIA_CONSOLE_ADDRESS_BOOK_H
+#endif  // ORVIA_RECORDS_ADDRESS_BOOK_H

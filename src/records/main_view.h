@@ -1,11 +1,11 @@
-#ifndef ORVIA_APP_MAIN_VIEW_H
-#define ORVIA_APP_MAIN_VIEW_H
+#ifndef ORVIA_RECORDS_MAIN_VIEW_H
+#define ORVIA_RECORDS_MAIN_VIEW_H
 
 #include <cstdint>
 #include <memory>
 #include <string>
 
-#include "client/client_window.h"
+#include "records/client_window.h"
 
 /// A colour, each part from 0 (none) to 255.
 struct Colour {
@@ -59,4 +59,4 @@ class MainView {
     virtual void CloseAllChildForms() = 0;
 };
 
-#endif  // ORVIA_APP_MAIN_VIEW_H
+#endif  // ORVIA_RECORDS_MAIN_VIEW_H

@@ -1,5 +1,5 @@
-#ifndef ORVIA_CLIENT_CLIENT_WINDOW_H
-#define ORVIA_CLIENT_CLIENT_WINDOW_H
+#ifndef ORVIA_RECORDS_CLIENT_WINDOW_H
+#define ORVIA_RECORDS_CLIENT_WINDOW_H
 
 #include <cstdint>
 #include <string>
@@ -69,4 +69,4 @@ class ClientWindow {
     virtual void UpdateFlowModeDisplay() = 0;
 };
 
-#endif  // ORVIA_CLIENT_CLIENT_WINDOW_H
+#endif  // ORVIA_RECORDS_CLIENT_WINDOW_H

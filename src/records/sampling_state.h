@@ -1,5 +1,5 @@
-#ifndef ORVIA_LINK_SAMPLING_STATE_H
-#define ORVIA_LINK_SAMPLING_STATE_H
+#ifndef ORVIA_RECORDS_SAMPLING_STATE_H
+#define ORVIA_RECORDS_SAMPLING_STATE_H
 
 #include <cstdint>
 
@@ -27,4 +27,4 @@ struct Sampling {
     float NextAutoUpdate = 0;           ///< seconds since midnight
 };
 
-#endif  // ORVIA_LINK_SAMPLING_STATE_H
+#endif  // ORVIA_RECORDS_SAMPLING_STATE_H

@@ -1,11 +1,11 @@
-#ifndef ORVIA_CONSOLE_CLIENT_WINDOWS_H
-#define ORVIA_CONSOLE_CLIENT_WINDOWS_H
+#ifndef ORVIA_RECORDS_CLIENT_WINDOWS_H
+#define ORVIA_RECORDS_CLIENT_WINDOWS_H
 
 #include <cstdint>
 #include <memory>
 #include <vector>
 
-#include "client/client_window.h"
+#include "records/client_window.h"
 
 /// The open client windows. A slot holds its window until that is closed; who works on a window
 /// across a wait holds it as well, since a click in the wait can close it.
@@ -24,4 +24,4 @@ struct ClientWindows {
     [[nodiscard]] int UpperBound() const { return static_cast<int>(Slots.size()) - 1; }
 };
 
-#endif  // ORVIA_CONSOLE_CLIENT_WINDOWS_H
+#endif  // ORVIA_RECORDS_CLIENT_WINDOWS_H

@@ -1,10 +1,8 @@
-#ifndef ORVIA_APP_SETTINGS_H
-#define ORVIA_APP_SETTINGS_H
+#ifndef ORVIA_RECORDS_SETTINGS_H
+#define ORVIA_RECORDS_SETTINGS_H
 
 #include <array>
 #include <string>
-
-#include "platform/host.h"
 
 /// What the settings store keeps between runs; all values are text.
 struct Settings {
@@ -17,10 +15,4 @@ struct Settings {
     std::string CSVDateTimeSingleColumn;  ///< empty for two columns, "Yes" for one
 };
 
-/// Reads all keys; an absent one gives its default.
-[[nodiscard]] Settings ReadSettings(const SettingsStore& store);
-
-/// Writes all ten keys.
-void SaveSettings(const Settings& settings, SettingsStore& store);
-
-#endif  // ORVIA_APP_SETTINGS_H
+#endif  // ORVIA_RECORDS_SETTINGS_H

@@ -1,12 +1,12 @@
-#ifndef ORVIA_LINK_LINK_H
-#define ORVIA_LINK_LINK_H
+#ifndef ORVIA_RECORDS_LINK_H
+#define ORVIA_RECORDS_LINK_H
 
 #include <array>
 #include <cstdint>
 
 #include "common/flag.h"
-#include "console/address_book.h"
 #include "platform/host.h"
+#include "records/address_book.h"
 
 // Values of LinkState.
 inline constexpr std::uint8_t LinkDisconnected = 0;  ///< port closed
@@ -39,4 +39,4 @@ struct Link {
     RadioAddress CurrentMAC = {0xFF, 0xFF, 0xFF};  ///< what the radio was last told
 };
 
-#endif  // ORVIA_LINK_LINK_H
+#endif  // ORVIA_RECORDS_LINK_H
