@@ -43,7 +43,7 @@ class NoEvents final : public EventPump {
 
 class NoBoxes final : public MessageBoxes {
  public:
-    BoxAnswer Show(const MessageBox&) override { return BoxAnswer::Ok; }
+    BoxAnswer Show(const BoxContent&) override { return BoxAnswer::Ok; }
 };
 
 /// A logger that answers with the input, and falls silent behind its end.

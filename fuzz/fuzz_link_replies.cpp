@@ -77,7 +77,7 @@ class TickingPump final : public EventPump {
 
 class SilentBoxes final : public MessageBoxes {
  public:
-    BoxAnswer Show(const MessageBox& box) override { return AnswerOfClosedBox(box.Buttons); }
+    BoxAnswer Show(const BoxContent& box) override { return AnswerOfClosedBox(box.Buttons); }
 };
 
 class PlainClock final : public SystemClock {

@@ -54,7 +54,7 @@ void ShowMode(std::string_view name, const LoggerRecord& record, ClientPanel& pa
     }
 }
 
-MessageBox Refusal(std::string text) {
+BoxContent Refusal(std::string text) {
     text.append(LineBreak).append(LineBreak);
     text += "The display mode will be changed to the basic Bar Graph Display Mode.";
     return {std::move(text), "Flow Mode Error", BoxIcon::Exclamation, BoxButtons::Ok};
@@ -90,7 +90,7 @@ void ShowFlowParameters(const ClientRecord& window, ClientPanel& panel) {
     }
 }
 
-std::optional<MessageBox> FlowModeRefusal(const LoggerRecord& record) {
+std::optional<BoxContent> FlowModeRefusal(const LoggerRecord& record) {
     if (record.NumAnalogChannels != FlowModeAnalogChannels) {
         std::string text = "This logger device is not suitable for Flow Display Mode.";
         text.append(LineBreak);

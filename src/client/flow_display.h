@@ -13,6 +13,6 @@ void ShowFlowParameters(const ClientRecord& record, ClientPanel& panel);
 
 /// Why the flow mode cannot show this logger, as the box that tells so; nothing if it can. Stricter
 /// than the calculation of flow, which takes the first letter of the units.
-[[nodiscard]] std::optional<MessageBox> FlowModeRefusal(const LoggerRecord& record);
+[[nodiscard]] std::optional<BoxContent> FlowModeRefusal(const LoggerRecord& record);
 
 #endif  // ORVIA_CLIENT_FLOW_DISPLAY_H

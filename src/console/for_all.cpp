@@ -97,7 +97,7 @@ void TellNoClients(const OperationContext& context) {
 }
 
 void StartWalk(const ForAllContext& context, const WalkOperation& operation,
-               const std::optional<MessageBox>& question) {
+               const std::optional<BoxContent>& question) {
     const OperationContext& work = context.operation;
     // That no window is open is told only where the walk could begin.
     if (!LinkIsFree(work)) {
@@ -112,7 +112,7 @@ void StartWalk(const ForAllContext& context, const WalkOperation& operation,
 }
 
 // All three questions have the title of the first.
-MessageBox Question(std::string text, BoxIcon icon) {
+BoxContent Question(std::string text, BoxIcon icon) {
     return {.Text = std::move(text),
             .Title = "Synchronize Time",
             .Icon = icon,

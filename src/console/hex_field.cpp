@@ -11,7 +11,7 @@ int ArmedNumber(int field) {
     return field + 1;
 }
 
-MessageBox BadField(int field) {
+BoxContent BadField(int field) {
     if (field == ChannelField) {
         return {.Text = "Channel number is not a valid hex number between 00 and 37",
                 .Title = "Bad Channel Number",
@@ -38,7 +38,7 @@ HexKey TakesHexKey(char32_t character) {
     return character == U' ' ? HexKey::Swallow : HexKey::Refuse;
 }
 
-MessageBox HexKeyRefusal() {
+BoxContent HexKeyRefusal() {
     return {.Text = "Error: hex numbers can only have digits 0 to 9, or letters A to F",
             .Title = ""};
 }

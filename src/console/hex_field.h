@@ -31,7 +31,7 @@ enum class HexKey {
 [[nodiscard]] HexKey TakesHexKey(char32_t character);
 
 /// The message of a key refused.
-[[nodiscard]] MessageBox HexKeyRefusal();
+[[nodiscard]] BoxContent HexKeyRefusal();
 
 /// The text that a field shows in place of `text`, two digits; nothing if it is not valid there,
 /// of which the operator is told.

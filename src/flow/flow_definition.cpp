@@ -28,7 +28,7 @@ void ResolveDevice(const std::string& tag, const FlowDeviceList& list, const Dev
     if (config::FindFlowDevice(tag, list, appPath, state)) {
         return;
     }
-    MessageBox box;
+    BoxContent box;
     box.Title = "Bad Flume Tag";
     box.Icon = BoxIcon::Stop;
     box.Text.append("Error: a programmed ").append(words.Kind).append(" with tag name \"");
@@ -41,7 +41,7 @@ void ResolveDevice(const std::string& tag, const FlowDeviceList& list, const Dev
 void ResolveTable(std::string_view appPath, LoggerState& state, MessageBoxes& boxes) {
     if (!config::ReadFlowTable(state.TablePath, appPath, state.FlowTable) ||
         state.FlowTable.UpperBound() == 0) {
-        MessageBox box;
+        BoxContent box;
         box.Title = "Missing or Empty Flow Table File";
         box.Icon = BoxIcon::Exclamation;
         box.Text.append("Error: missing or empty flow table file:").append(LineBreak);

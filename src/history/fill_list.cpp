@@ -136,7 +136,7 @@ std::int32_t FillBarMaximum(const HistoryStore& store) {
     return std::max(store.HistoryCount() - 1, 1);
 }
 
-MessageBox PackQuestion() {
+BoxContent PackQuestion() {
     return {.Text =
                 "This operation will remove each record from the displayed data that has "
                 "identical\nmeasurements compared with the previous record. \n\n"

@@ -39,6 +39,6 @@ void FillTable(const HistorySource& source, const HistoryColumns& columns, bool 
 [[nodiscard]] std::int32_t FillBarMaximum(const HistoryStore& store);
 
 /// The question before rows are packed.
-[[nodiscard]] MessageBox PackQuestion();
+[[nodiscard]] BoxContent PackQuestion();
 
 #endif  // ORVIA_HISTORY_FILL_LIST_H

@@ -51,7 +51,7 @@ bool HasFlow(const LoggerRecord& logger) {
     return logger.FlowMode != NoFlowMode && logger.AnalogEnable[0] != 0;
 }
 
-MessageBox BadUnitsWarning(std::string_view units) {
+BoxContent BadUnitsWarning(std::string_view units) {
     return {.Text =
                 "Warning: For the flow monitor calculations to be done correctly the channel "
                 "1\nunit's name must be one of Feet, Inches, Meters or cm (centimeters).\n\n"

@@ -34,7 +34,7 @@ inline constexpr const char* TimeHeading = "Date / Time";
 [[nodiscard]] bool HasFlow(const LoggerRecord& logger);
 
 /// What the operator is told of a unit that allows no flow.
-[[nodiscard]] MessageBox BadUnitsWarning(std::string_view units);
+[[nodiscard]] BoxContent BadUnitsWarning(std::string_view units);
 
 /// The columns of a logger; with `badUnits` none for flow and velocity.
 [[nodiscard]] HistoryColumns ColumnsOf(const LoggerRecord& logger, bool badUnits);

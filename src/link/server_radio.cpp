@@ -48,7 +48,7 @@ std::uint8_t ByteAt(const Bytes& reply, std::size_t index) {
     return reply[index];
 }
 
-MessageBox ServerRadioFailure() {
+BoxContent ServerRadioFailure() {
     return {.Text = "Error: unable to communicate with server radio",
             .Title = "Server Connection Error",
             .Icon = BoxIcon::Stop};
@@ -254,7 +254,7 @@ bool SelectClient(const LinkContext& context, const ClientRadio& client) {
     }
 }
 
-MessageBox OpenPortFailure() {
+BoxContent OpenPortFailure() {
     return {.Text =
                 "Error opening port.  If this port exists, it \nmay be in use by another "
                 "application.",

@@ -52,7 +52,7 @@ struct LinkContext {
 [[nodiscard]] bool SelectClient(const LinkContext& context, const ClientRadio& client);
 
 /// The message of a port that will not open.
-[[nodiscard]] MessageBox OpenPortFailure();
+[[nodiscard]] BoxContent OpenPortFailure();
 
 }  // namespace comm
 

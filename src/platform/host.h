@@ -66,7 +66,7 @@ enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class BoxAnswer { Ok, Cancel, Yes, No };
 
 /// A modal message box.
-struct MessageBox {
+struct BoxContent {
     std::string Text;
     std::string Title;  ///< an empty title stays empty
     BoxIcon Icon = BoxIcon::None;
@@ -92,7 +92,7 @@ class MessageBoxes {
     virtual ~MessageBoxes() = default;
 
     /// Shows the box and returns the button that closed it.
-    virtual BoxAnswer Show(const MessageBox& box) = 0;
+    virtual BoxAnswer Show(const BoxContent& box) = 0;
 };
 
 /// What a common file dialog starts with.

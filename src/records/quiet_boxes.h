@@ -10,7 +10,7 @@ class QuietBoxes final : public MessageBoxes {
  public:
     QuietBoxes(MessageBoxes& boxes, const Flag& closing) : boxes_(boxes), closing_(closing) {}
 
-    BoxAnswer Show(const MessageBox& box) override {
+    BoxAnswer Show(const BoxContent& box) override {
         return closing_ == False ? boxes_.Show(box) : AnswerOfClosedBox(box.Buttons);
     }
 

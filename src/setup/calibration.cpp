@@ -48,7 +48,7 @@ void ShowStep(CalibrationForm& form, const StepPlan& plan, const std::string& va
     state.TickCount = 0;
 }
 
-MessageBox BadNumber(std::string_view text) {
+BoxContent BadNumber(std::string_view text) {
     return {.Text = std::string(text), .Title = "Bad Number", .Icon = BoxIcon::Exclamation};
 }
 

@@ -12,7 +12,7 @@ bool LacksFlowUnit(std::string_view unit, std::uint8_t NumAnalogChannels, int Fl
            !config::IsFlowUnit(unit);
 }
 
-MessageBox UnsupportedUnit(const std::string& unit) {
+BoxContent UnsupportedUnit(const std::string& unit) {
     return {.Text =
                 "Warning: For the flow monitor calculations to be done correctly the channel 1"
                 "\nunit's name must be one of Feet, Inches, Meters or cm (centimeters)."
@@ -25,7 +25,7 @@ MessageBox UnsupportedUnit(const std::string& unit) {
             .Icon = BoxIcon::Information};
 }
 
-MessageBox UnitWithoutFlow() {
+BoxContent UnitWithoutFlow() {
     return {.Text =
                 "Warning: for the flow calculation to be done properly, the first analog "
                 "channel\nunit's name must be one of Feet, Inches, Meters or cm (centimeters)."
@@ -35,7 +35,7 @@ MessageBox UnitWithoutFlow() {
             .Icon = BoxIcon::Information};
 }
 
-MessageBox TableReport(int entries) {
+BoxContent TableReport(int entries) {
     if (entries == 0) {
         return {.Text = "Error: selected file does not appear to be a valid flow table file.",
                 .Title = "Bad Flow Table File",

@@ -19,7 +19,7 @@ FieldCheck Refused() {
 FieldCheck RefusedWith(std::string_view text, std::string_view title = "Format Error") {
     return {.Accepted = false,
             .Text = std::nullopt,
-            .Box = MessageBox{
+            .Box = BoxContent{
                 .Text = std::string(text), .Title = std::string(title), .Icon = BoxIcon::Stop}};
 }
 

@@ -18,7 +18,7 @@ inline constexpr int LargestU16 = 65535;
 struct FieldCheck {
     bool Accepted = false;            ///< the focus may go on
     std::optional<std::string> Text;  ///< what the field shows from now on
-    std::optional<MessageBox> Box;    ///< to be shown, once
+    std::optional<BoxContent> Box;    ///< to be shown, once
 };
 
 /// The text cut to `longest` bytes, at the border of a character.

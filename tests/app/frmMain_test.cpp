@@ -244,7 +244,7 @@ TEST_F(MainWindowTest, ADeviceThatVanishesInsideEveryWaitLeavesNothingBusy) {
         ExpectAtRest();
         ASSERT_TRUE(host_.RunUntil([this] { return !host_.Virtual.Port.PortOpen(); }));
         EXPECT_LE(boxes_.Shown.size(), 1U) << moment;
-        for (const MessageBox& box : boxes_.Shown) {
+        for (const BoxContent& box : boxes_.Shown) {
             EXPECT_EQ(box.Text, LinkDownText) << moment;
         }
     }

@@ -217,7 +217,7 @@ TEST_F(Lifecycle, NoBoxIsShownAfterShutdownBegan) {
     EXPECT_TRUE(Close());
     for (const BoxButtons buttons :
          {BoxButtons::Ok, BoxButtons::OkCancel, BoxButtons::YesNo, BoxButtons::YesNoCancel}) {
-        MessageBox box;
+        BoxContent box;
         box.Buttons = buttons;
         EXPECT_EQ(console_.State.Boxes.Show(box), AnswerOfClosedBox(buttons));
     }

@@ -128,7 +128,7 @@ struct Console {
         State.Windows,        State.Book, State.Logger,  State.Newest, State.CataloguesRecord,
         State.SamplingRecord, Logger,     State.Outside, View,         Popup};
 
-    [[nodiscard]] const std::vector<MessageBox>& Boxes() const { return Outside.Boxes.Shown; }
+    [[nodiscard]] const std::vector<BoxContent>& Boxes() const { return Outside.Boxes.Shown; }
 
  private:
     static Host HostWith(testing_support::VirtualHost& outside, EventPump& events) {

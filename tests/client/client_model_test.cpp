@@ -328,7 +328,7 @@ class ClientBoxes : public Client {
     }
     void ExpectBoxes(const std::vector<std::string>& titles) {
         std::vector<std::string> shown;
-        for (const MessageBox& box : console.Boxes()) {
+        for (const BoxContent& box : console.Boxes()) {
             shown.push_back(box.Title);
         }
         EXPECT_EQ(shown, titles);

@@ -145,7 +145,7 @@ class FlowCheck : public ClientTest {
     }
     void ExpectRefused(const std::string& text) {
         ASSERT_EQ(console.Boxes().size(), 1U);
-        const MessageBox& box = console.Boxes()[0];
+        const BoxContent& box = console.Boxes()[0];
         EXPECT_EQ(box.Text, text);
         EXPECT_EQ(box.Title, "Flow Mode Error");
         EXPECT_EQ(box.Icon, BoxIcon::Exclamation);

@@ -24,7 +24,7 @@ class BookBench : public ::testing::Test {
 
     AddressBook& Book() { return console.State.Book; }
     ClientRadio& Entry(int number) { return Book().Entries[number]; }
-    [[nodiscard]] std::vector<MessageBox>& Shown() { return console.Outside.Boxes.Shown; }
+    [[nodiscard]] std::vector<BoxContent>& Shown() { return console.Outside.Boxes.Shown; }
     void Answer(BoxAnswer answer) { console.Outside.Boxes.Answers.push_back(answer); }
 
     /// Has the loggers answer nothing to that command.

@@ -43,7 +43,7 @@ class BookOperations : public ::testing::Test {
 
     void ExpectChangeBox() {
         ASSERT_EQ(console_.Outside.Boxes.Shown.size(), 1U);
-        const MessageBox& box = console_.Outside.Boxes.Shown[0];
+        const BoxContent& box = console_.Outside.Boxes.Shown[0];
         EXPECT_EQ(
             box.Text,
             "The address book has changed.  Currently opened logger\nwindows will be closed.");

@@ -40,7 +40,7 @@ TEST(HexKeyTest, AnythingElseIsRefused) {
 }
 
 TEST(HexKeyTest, RefusalIsAPlainBoxWithoutATitle) {
-    const MessageBox box = HexKeyRefusal();
+    const BoxContent box = HexKeyRefusal();
     EXPECT_EQ(box.Text, "Error: hex numbers can only have digits 0 to 9, or letters A to F");
     EXPECT_EQ(box.Title, "");
     EXPECT_EQ(box.Icon, BoxIcon::None);

@@ -53,11 +53,11 @@ class ProgramFolder {
 /// Keeps every box that is shown and answers OK.
 class RecordingBoxes : public MessageBoxes {
  public:
-    BoxAnswer Show(const MessageBox& box) override {
+    BoxAnswer Show(const BoxContent& box) override {
         Shown.push_back(box);
         return BoxAnswer::Ok;
     }
-    std::vector<MessageBox> Shown;
+    std::vector<BoxContent> Shown;
 };
 
 /// A table of these points.

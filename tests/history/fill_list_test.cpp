@@ -244,7 +244,7 @@ TEST_F(FillListTest, PackKeepsNoRowWithoutTexts) {
 }
 
 TEST(PackQuestion, AsksYesOrNo) {
-    const MessageBox box = PackQuestion();
+    const BoxContent box = PackQuestion();
     EXPECT_EQ(box.Title, "Pack History Data");
     EXPECT_EQ(box.Text,
               "This operation will remove each record from the displayed data that has identical\n"

@@ -98,7 +98,7 @@ class HistoryFormTest : public testing::Test {
         return qobject_cast<frmGetHistoryData*>(QApplication::activeModalWidget());
     }
 
-    [[nodiscard]] const std::vector<MessageBox>& Boxes() const {
+    [[nodiscard]] const std::vector<BoxContent>& Boxes() const {
         return console.Outside.Boxes.Shown;
     }
 

@@ -85,7 +85,7 @@ TEST(ColumnsOf, FlowNeedsTheFirstChannel) {
 }
 
 TEST(BadUnitsWarning, NamesTheUnitAsItStands) {
-    const MessageBox box = BadUnitsWarning(" Ft");
+    const BoxContent box = BadUnitsWarning(" Ft");
     EXPECT_EQ(box.Title, "Bad Units");
     EXPECT_EQ(box.Text,
               "Warning: For the flow monitor calculations to be done correctly the channel 1\n"

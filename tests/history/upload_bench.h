@@ -88,7 +88,7 @@ class UploadBench {
 
     [[nodiscard]] simulator::FaultScript& Faults() { return console.Outside.Network.Faults(); }
     [[nodiscard]] const HistoryStore& Store() const { return console.State.History; }
-    [[nodiscard]] const std::vector<MessageBox>& Boxes() const {
+    [[nodiscard]] const std::vector<BoxContent>& Boxes() const {
         return console.Outside.Boxes.Shown;
     }
 

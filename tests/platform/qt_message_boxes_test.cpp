@@ -16,7 +16,7 @@ namespace {
 
 using Act = std::function<void(QMessageBox&)>;
 
-BoxAnswer Answer(const MessageBox& box, Act act) {
+BoxAnswer Answer(const BoxContent& box, Act act) {
     const ModalAnswer<QMessageBox> answer(std::move(act));
     const BoxAnswer given = QtMessageBoxes().Show(box);
     EXPECT_TRUE(answer.Given());
@@ -37,7 +37,7 @@ void PressEnter(QMessageBox& box) {
 }
 
 TEST(MessageBoxesTest, TextAndTitleStandAsGiven) {
-    const MessageBox box{"<b>R&D</b> 100% &file\nsecond line", "Tom & Jerry [*]"};
+    const BoxContent box{"<b>R&D</b> 100% &file\nsecond line", "Tom & Jerry [*]"};
     Answer(box, [&box](QMessageBox& shown) {
         EXPECT_EQ(shown.text(), ToQt(box.Text));
         EXPECT_EQ(shown.textFormat(), Qt::PlainText);
@@ -87,7 +87,7 @@ struct AnswerCase {
 class BoxAnswers : public ::testing::TestWithParam<AnswerCase> {};
 
 TEST_P(BoxAnswers, AreTheButtonThatClosedTheBox) {
-    const MessageBox box{"Text", "Title", BoxIcon::None, GetParam().Buttons};
+    const BoxContent box{"Text", "Title", BoxIcon::None, GetParam().Buttons};
     EXPECT_EQ(Answer(box, GetParam().Does), GetParam().Expected);
 }
 
@@ -139,7 +139,7 @@ TEST(MessageBoxesTest, ABoxWhoseWindowGoesIsClosedByItsFrame) {
     auto window = std::make_unique<QWidget>();
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    const MessageBox box{"Text", "Title", BoxIcon::Question, BoxButtons::YesNo};
+    const BoxContent box{"Text", "Title", BoxIcon::Question, BoxButtons::YesNo};
     EXPECT_EQ(Answer(box, [&window](QMessageBox&) { window.reset(); }), BoxAnswer::No);
 }
 

@@ -115,7 +115,7 @@ class OpenedSetup {
         (console.Outside.Boxes.Answers.push_back(answers), ...);
     }
     /// What has been shown since the last call.
-    std::vector<MessageBox> TakeBoxes() { return std::exchange(console.Outside.Boxes.Shown, {}); }
+    std::vector<BoxContent> TakeBoxes() { return std::exchange(console.Outside.Boxes.Shown, {}); }
 
     [[nodiscard]] Bytes Image() const {
         Bytes image;
@@ -152,7 +152,7 @@ class SetupTest : public ::testing::Test {
     /// All boxes since the last look are the one expected.
     void ExpectBox(const std::string& text, const std::string& title, BoxIcon icon,
                    BoxButtons buttons = BoxButtons::Ok) {
-        const std::vector<MessageBox> boxes = opened.TakeBoxes();
+        const std::vector<BoxContent> boxes = opened.TakeBoxes();
         ASSERT_EQ(boxes.size(), 1U);
         EXPECT_EQ(boxes.front().Text, text);
         EXPECT_EQ(boxes.front().Title, title);

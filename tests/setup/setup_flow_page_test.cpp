@@ -116,10 +116,10 @@ class TableBrowsing : public ::testing::Test {
         opened_.console.Outside.Dialogs.Picks.push_back(path);
         BrowseTable(opened_.Context());
     }
-    MessageBox OnlyBox() {
+    BoxContent OnlyBox() {
         const auto boxes = opened_.TakeBoxes();
         EXPECT_EQ(boxes.size(), 1U);
-        return boxes.empty() ? MessageBox{} : boxes.front();
+        return boxes.empty() ? BoxContent{} : boxes.front();
     }
     const std::string& TableFile() const { return opened_.view.Shown.txtTableFile; }
 
@@ -142,7 +142,7 @@ TEST_F(TableBrowsing, AsksForAnExistingTableInTheProgramsFolder) {
 TEST_F(TableBrowsing, AFileBelowTheProgramIsStoredRelative) {
     Pick(TableOf(5));
     EXPECT_EQ(TableFile(), "t.tbl");
-    const MessageBox box = OnlyBox();
+    const BoxContent box = OnlyBox();
     EXPECT_EQ(box.Text, "The selected table file has 5 entries.");
     EXPECT_EQ(box.Title, "Flow Table File");
     EXPECT_EQ(box.Icon, BoxIcon::Information);
@@ -174,7 +174,7 @@ TEST_F(TableBrowsing, APathOf128CharactersIsTakenOneOf129Refused) {
     EXPECT_EQ(OnlyBox().Title, "Bad Flow Table File");
     Pick(fits + "x");
     EXPECT_EQ(TableFile(), fits) << "unchanged";
-    const MessageBox box = OnlyBox();
+    const BoxContent box = OnlyBox();
     EXPECT_EQ(box.Text, "Error: the file path is longer than 128 characters which is the limit.");
     EXPECT_EQ(box.Title, "File Path Too Long");
     EXPECT_EQ(box.Icon, BoxIcon::Stop);
@@ -186,7 +186,7 @@ TEST_F(TableBrowsing, AFileThatIsNoTableStaysInTheField) {
     WriteFile(path, "no numbers here\n");
     Pick(path);
     EXPECT_EQ(TableFile(), "note.tbl");
-    const MessageBox box = OnlyBox();
+    const BoxContent box = OnlyBox();
     EXPECT_EQ(box.Text, "Error: selected file does not appear to be a valid flow table file.");
     EXPECT_EQ(box.Title, "Bad Flow Table File");
     EXPECT_EQ(box.Icon, BoxIcon::Stop);
@@ -198,7 +198,7 @@ TEST_F(TableBrowsing, ATableOf1000EntriesIsToldOneOf1001Truncated) {
     EXPECT_EQ(OnlyBox().Text, "The selected table file has 1000 entries.");
     for (const int entries : {1001, 1500}) {
         Pick(TableOf(entries));
-        const MessageBox box = OnlyBox();
+        const BoxContent box = OnlyBox();
         EXPECT_EQ(box.Text,
                   "Error: selected file has more than 1000 entries,\n"
                   "the table will be truncated to 1001 entries.");

@@ -73,7 +73,7 @@ void VirtualPort::Receive(const Bytes& bytes) {
     received_.insert(received_.end(), bytes.begin(), bytes.end());
 }
 
-BoxAnswer ScriptedBoxes::Show(const MessageBox& box) {
+BoxAnswer ScriptedBoxes::Show(const BoxContent& box) {
     Shown.push_back(box);
     if (WhileShown) {
         std::exchange(WhileShown, nullptr)();

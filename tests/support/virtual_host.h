@@ -76,9 +76,9 @@ class VirtualPump final : public EventPump {
 /// Records every box and answers as told, with Ok or Yes where nothing was.
 class ScriptedBoxes final : public MessageBoxes {
  public:
-    BoxAnswer Show(const MessageBox& box) override;
+    BoxAnswer Show(const BoxContent& box) override;
 
-    std::vector<MessageBox> Shown;
+    std::vector<BoxContent> Shown;
     std::deque<BoxAnswer> Answers;
     std::function<void()> WhileShown;  ///< happens while the next box stands
 };

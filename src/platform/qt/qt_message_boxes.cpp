@@ -70,7 +70,7 @@ void SetTitle(QMessageBox& shown, const std::string& title) {
     }
 }
 
-void Fill(QMessageBox& shown, const MessageBox& box, const ButtonSet& buttons) {
+void Fill(QMessageBox& shown, const BoxContent& box, const ButtonSet& buttons) {
     shown.setTextFormat(Qt::PlainText);
     shown.setText(ToQt(box.Text));
     shown.setIcon(IconOf(box.Icon));
@@ -82,7 +82,7 @@ void Fill(QMessageBox& shown, const MessageBox& box, const ButtonSet& buttons) {
 
 }  // namespace
 
-BoxAnswer QtMessageBoxes::Show(const MessageBox& box) {
+BoxAnswer QtMessageBoxes::Show(const BoxContent& box) {
     const ButtonSet buttons = ButtonsOf(box.Buttons);
     // The window below may go while the box stands, and takes the box with it.
     const QPointer<QMessageBox> shown(new QMessageBox(QApplication::activeWindow()));

@@ -7,7 +7,7 @@
 /// marked letters, no program name.
 class QtMessageBoxes final : public MessageBoxes {
  public:
-    BoxAnswer Show(const MessageBox& box) override;
+    BoxAnswer Show(const BoxContent& box) override;
 };
 
 #endif  // ORVIA_PLATFORM_QT_QT_MESSAGE_BOXES_H
