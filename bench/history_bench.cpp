@@ -73,7 +73,10 @@ struct Full {
     }
 
     [[nodiscard]] HistorySource Source() const {
-        return {store, logger, clock, [this](double level, double& velocity) {
+        return {.store = store,
+                .logger = logger,
+                .clock = clock,
+                .flow = [this](double level, double& velocity) {
                     return CalculateFlow(logger, flowTable, level, velocity);
                 }};
     }

@@ -135,7 +135,12 @@ void SuperviseTenThousand(benchmark::State& state) {
     for (int i = 0; i < 10000; ++i) {
         book.Entries.Append({.Name = "Site " + std::to_string(i), .SmallIcon = IconWindowOpen});
     }
-    const comm::SupervisionContext context{link, sampling, operations, book, windows, view};
+    const comm::SupervisionContext context{.link = link,
+                                           .sampling = sampling,
+                                           .operations = operations,
+                                           .book = book,
+                                           .windows = windows,
+                                           .view = view};
     for ([[maybe_unused]] auto _ : state) {
         link.CurrentMAC[0] = static_cast<std::uint8_t>(link.CurrentMAC[0] == 0 ? 1 : 0);
         link.CurrentMAC[1] = 0;

@@ -90,7 +90,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const PlainClock clock;
     const FlowTable flowTable;
-    const HistorySource source{store, logger, clock, [&](double level, double& velocity) {
+    const HistorySource source{.store = store,
+                               .logger = logger,
+                               .clock = clock,
+                               .flow = [&](double level, double& velocity) {
                                    return CalculateFlow(logger, flowTable, level, velocity);
                                }};
     NoBar bar;

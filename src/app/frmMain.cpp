@@ -15,10 +15,12 @@
 #include <map>
 
 #include "app/contrast.h"
+#include "app/frmAbout.h"
 #include "app/frmSplash.h"
 #include "app/lifecycle.h"
 #include "client/frmClient.h"
 #include "common/fault.h"
+#include "common/help_file.h"
 #include "console/client_list.h"
 #include "console/frmClientList.h"
 #include "link/busy_guard.h"
@@ -93,9 +95,8 @@ void ColourButton(QPushButton& button, bool highlighted) {
 
 frmMain::frmMain(SharedState& state)
     : state_(state),
-      clients_{
-          state.Windows,        state.Book,     state.Logger,  state.Newest, state.CataloguesRecord,
-          state.SamplingRecord, state.Exchange, state.Outside, *this,        *this},
+      contexts_(state, *this),
+      clients_(contexts_.Clients(*this)),
       helpFile_(HelpFile(state.Outside.AppPath)),
       entryForms_(state.Book, state.Boxes, *this),
       signalForms_(*this) {
@@ -286,18 +287,19 @@ bool frmMain::TakesListEvent(const QEvent& event) {
 }
 
 void frmMain::ShowConnect() {
-    frmConnect dialog(state_, *this, this);
+    frmConnect dialog(contexts_.Radio(), state_.SettingsRecord, state_.Outside, this);
     dialog.exec();
 }
 
 void frmMain::ShowSetup(const OperationContext& context) {
     Setup(context, [this](const std::function<bool()>& reselect) {
-        frmSetup(state_, reselect, this).ShowModally();
+        const auto showAbout = [](QWidget& above) { frmAbout(&above).exec(); };
+        frmSetup(contexts_.Setup(), {reselect, showAbout}, this).ShowModally();
     });
 }
 
 void frmMain::ToggleConnection() {
-    switch (comm::ToggleConnection(Toggling())) {
+    switch (comm::ToggleConnection(contexts_.Toggling())) {
         case comm::Toggle::Nothing:
             return;
         case comm::Toggle::Postponed:
@@ -309,12 +311,11 @@ void frmMain::ToggleConnection() {
     const BusyGuard busy(state_.OperationsRecord.OperationBusy);
     const std::string before = state_.SettingsRecord.AddressBookPath;
     ShowConnect();
-    TakeBookOfConnectDialog(BookWork(), before);
+    TakeBookOfConnectDialog(contexts_.Book(), before);
 }
 
 void frmMain::Supervise() {
-    comm::SuperviseTick({state_.LinkRecord, state_.SamplingRecord, state_.OperationsRecord,
-                         state_.Book, state_.Windows, *this});
+    comm::SuperviseTick(contexts_.Supervision());
     if (togglePostponed_ && state_.SamplingRecord.StepRuns == False) {
         togglePostponed_ = false;
         QMetaObject::invokeMethod(
@@ -341,31 +342,4 @@ void frmMain::ListWindows() {
     if (mnuWindow_->isEmpty()) {
         mnuWindow_->addAction(QStringLiteral("No client window is open"))->setEnabled(false);
     }
-}
-
-comm::LinkContext frmMain::Radio() {
-    return {state_.LinkRecord, state_.SettingsRecord, *this, state_.Boxes};
-}
-
-comm::SamplingContext frmMain::Machines() {
-    return {Radio(),       state_.SamplingRecord, state_.OperationsRecord,
-            state_.Book,   state_.Windows,        state_.Logger,
-            state_.Newest, state_.Exchange,       state_.Outside.Clock};
-}
-
-comm::ToggleContext frmMain::Toggling() {
-    return {Radio(), state_.SamplingRecord, state_.OperationsRecord};
-}
-
-BookContext frmMain::BookWork() {
-    return {state_.SettingsRecord, state_.Book, state_.Windows, state_.OperationsRecord,
-            state_.SamplingRecord, *this,       state_.Boxes,   state_.Outside.Dialogs,
-            state_.Outside.AppPath};
-}
-
-OperationContext frmMain::Operating() {
-    return {Radio(),       state_.SamplingRecord, state_.OperationsRecord,
-            state_.Book,   state_.Windows,        state_.Logger,
-            state_.Newest, state_.Exchange,       state_.Outside.Clock,
-            *log_};
 }

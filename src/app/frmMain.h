@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/contexts.h"
 #include "app/shared_state.h"
 #include "client/client_context.h"
 #include "client/client_popup.h"
@@ -100,15 +101,12 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void UnloadChild(QMdiSubWindow& child);
     [[nodiscard]] bool TakesListEvent(const QEvent& event);
 
-    [[nodiscard]] comm::LinkContext Radio();
-    [[nodiscard]] comm::SamplingContext Machines();
-    [[nodiscard]] comm::ToggleContext Toggling();
-    [[nodiscard]] BookContext BookWork();
-    [[nodiscard]] OperationContext Operating();
+    [[nodiscard]] OperationContext Operating() const { return contexts_.Operation(*log_); }
+    [[nodiscard]] ForAllContext Walking() const { return {.operation = Operating(), .log = *log_}; }
     [[nodiscard]] EntryContext Entries();
-    [[nodiscard]] DropContext Drops();
 
     SharedState& state_;
+    const Contexts contexts_;
     ClientContext clients_;
     std::string helpFile_;
     EntryForms entryForms_;

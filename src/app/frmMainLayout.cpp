@@ -79,8 +79,9 @@ void frmMain::BuildLeftPanel() {
     lblAddressBook_->setAccessibleDescription(QStringLiteral("Name of the address book in use"));
     lblAddressBook_->setWordWrap(true);
     lvwClients_ = new ClientListWidget(
-        pctLeft_, {[this] { ViewClient(); }, [this] { mnuClientS_->popup(QCursor::pos()); },
-                   [this](const auto& text, int y) { DropOnList(Drops(), text, y); }});
+        pctLeft_,
+        {[this] { ViewClient(); }, [this] { mnuClientS_->popup(QCursor::pos()); },
+         [this](const auto& text, int y) { DropOnList(contexts_.Drops(*lvwClients_), text, y); }});
     lvwClients_->setMinimumHeight(PixelsOfTwips(LowestListTwips));
     lvwClients_->installEventFilter(this);
     lvwClients_->viewport()->installEventFilter(this);
@@ -116,11 +117,11 @@ void frmMain::BuildButtonBar() {
     operationButtons_.push_back(AddButton(
         QStringLiteral("cmdSignalLevel"), QStringLiteral("Signal &Level"),
         [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); }));
-    operationButtons_.push_back(AddButton(QStringLiteral("cmdGetHistory"),
-                                          QStringLiteral("Get H&istory"),
-                                          [this](const OperationContext& context) {
-                                              GetHistoryInWindows(context, state_, *this, this);
-                                          }));
+    operationButtons_.push_back(
+        AddButton(QStringLiteral("cmdGetHistory"), QStringLiteral("Get H&istory"),
+                  [this](const OperationContext& context) {
+                      GetHistoryInWindows(context, contexts_.History(), this);
+                  }));
     operationButtons_.push_back(AddButton(QStringLiteral("cmdClearHistory"),
                                           QStringLiteral("Clear Histor&y"), ClearHistory));
     operationButtons_.push_back(
@@ -172,9 +173,9 @@ void frmMain::BuildFileMenu() {
     QMenu& file = *menuBar()->addMenu(QStringLiteral("&File"));
     file.setObjectName(QStringLiteral("mnuFile"));
     AddItem(file, QStringLiteral("mnuLoadAddressbook"), QStringLiteral("Load Address Book"),
-            [this] { LoadOtherBook(BookWork()); });
+            [this] { LoadOtherBook(contexts_.Book()); });
     AddItem(file, QStringLiteral("mnuNewAddressBook"), QStringLiteral("New Blank Address Book"),
-            [this] { CreateBlankBook(BookWork()); });
+            [this] { CreateBlankBook(contexts_.Book()); });
     file.addSeparator();
     AddItem(file, QStringLiteral("mnuExit"), QStringLiteral("E&xit"), [this] { close(); });
 }
@@ -210,7 +211,7 @@ void frmMain::BuildPopup() {
     row("mnuClientSignalLevel", "Signal Level",
         [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); });
     row("mnuClientGetHistory", "Get History", [this](const OperationContext& context) {
-        GetHistoryInWindows(context, state_, *this, this);
+        GetHistoryInWindows(context, contexts_.History(), this);
     });
     row("mnuClientClearHistory", "Clear History", ClearHistory);
     row("mnuClientSyncTime", "Sync Time", SyncTime);
@@ -227,5 +228,5 @@ void frmMain::BuildTimers() {
     Timer1_.setObjectName(QStringLiteral("Timer1"));
     Timer2_.setObjectName(QStringLiteral("Timer2"));
     connect(&Timer1_, &QTimer::timeout, this, [this] { Supervise(); });
-    connect(&Timer2_, &QTimer::timeout, this, [this] { comm::SampleTick(Machines()); });
+    connect(&Timer2_, &QTimer::timeout, this, [this] { comm::SampleTick(contexts_.Machines()); });
 }

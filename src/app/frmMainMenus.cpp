@@ -50,9 +50,8 @@ void frmMain::BuildForAllMenu() {
     QMenu& all = *menuBar()->addMenu(QStringLiteral("  For &All...  "));
     all.setObjectName(QStringLiteral("cmdForAll"));
     const auto row = [this, &all](const char* name, const char* text, ForAllRow run) {
-        QAction* item = AddItem(all, QLatin1String(name), QLatin1String(text), [this, run] {
-            run({Operating(), *log_});
-        });
+        QAction* item =
+            AddItem(all, QLatin1String(name), QLatin1String(text), [this, run] { run(Walking()); });
         item->setEnabled(false);
         forAllActions_.push_back(item);
     };
@@ -70,15 +69,9 @@ void frmMain::BuildForAllMenu() {
 void frmMain::ToggleAutoUpdate() {
     // The mark shows the mode, and not that the row was chosen.
     mnuAutoUpdateFACW_->setChecked(statesShown_.AutoUpdateChecked);
-    ::ToggleAutoUpdate({Operating(), *log_});
+    ::ToggleAutoUpdate(Walking());
 }
 
 EntryContext frmMain::Entries() {
-    return {state_.SettingsRecord, state_.Book, state_.Windows, state_.SamplingRecord, *this,
-            *lvwClients_,          entryForms_, state_.Boxes};
-}
-
-DropContext frmMain::Drops() {
-    return {state_.SettingsRecord, state_.Book, state_.Windows, state_.OperationsRecord,
-            state_.SamplingRecord, *this,       *lvwClients_};
+    return contexts_.Entries(*lvwClients_, entryForms_);
 }

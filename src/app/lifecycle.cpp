@@ -26,11 +26,6 @@ std::string VersionText() {
            IntegerToText(VersionRevision);
 }
 
-std::string HelpFile(std::string_view appPath) {
-    const std::string path = JoinPath(appPath, "Orvia.chm");
-    return FileExists(path) ? path : std::string();
-}
-
 void BeginStart(SharedState& state, MainView& view) {
     state.Book.Entries.Reset();
     state.SettingsRecord = ReadSettings(state.Outside.Store);

@@ -14,9 +14,6 @@
 /// The version, as "1.0.0".
 [[nodiscard]] std::string VersionText();
 
-/// Path of the help file, empty if there is none beside the program.
-[[nodiscard]] std::string HelpFile(std::string_view appPath);
-
 /// First part of the start: settings read, a book that is gone forgotten, link state shown.
 void BeginStart(SharedState& state, MainView& view);
 

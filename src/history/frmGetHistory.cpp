@@ -8,34 +8,33 @@ namespace {
 
 class HistoryWindows final : public HistoryDialogs {
  public:
-    HistoryWindows(SharedState& state, MainView& view, QWidget* parent)
-        : state_(state), view_(view), parent_(parent) {}
+    HistoryWindows(const HistoryContext& history, QWidget* parent)
+        : history_(history), parent_(parent) {}
 
     std::string RunUploadDialog(std::int32_t totalRecords) override {
-        frmGetHistoryData dialog(state_, totalRecords, parent_);
+        frmGetHistoryData dialog(history_, totalRecords, parent_);
         dialog.exec();
         return dialog.Tag();
     }
 
     void ShowViewer(const std::shared_ptr<ClientWindow>& window) override {
-        frmHistory viewer(state_, view_, window, parent_);
+        frmHistory viewer(history_, window, parent_);
         viewer.Load();
         // The program can close while the rows are formatted.
-        if (state_.LinkRecord.ShuttingDown == False) {
+        if (history_.link.ShuttingDown == False) {
             viewer.exec();
         }
     }
 
  private:
-    SharedState& state_;
-    MainView& view_;
+    const HistoryContext& history_;
     QWidget* parent_;
 };
 
 }  // namespace
 
-void GetHistoryInWindows(const OperationContext& context, SharedState& state, MainView& view,
+void GetHistoryInWindows(const OperationContext& context, const HistoryContext& history,
                          QWidget* parent) {
-    HistoryWindows windows(state, view, parent);
-    GetHistory(context, state.History, windows);
+    HistoryWindows windows(history, parent);
+    GetHistory(context, history.store, windows);
 }

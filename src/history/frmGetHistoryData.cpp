@@ -7,8 +7,9 @@
 
 #include "platform/qt/text_qt.h"
 
-frmGetHistoryData::frmGetHistoryData(SharedState& state, std::int32_t totalRecords, QWidget* parent)
-    : QDialog(parent), state_(state), TotalRecords_(totalRecords) {
+frmGetHistoryData::frmGetHistoryData(const HistoryContext& history, std::int32_t totalRecords,
+                                     QWidget* parent)
+    : QDialog(parent), history_(history), TotalRecords_(totalRecords) {
     constexpr int MillisecondsBetweenMoves = 40;
     setObjectName(QStringLiteral("frmGetHistoryData"));
     setWindowTitle(QLatin1String(GetHistoryTitle));
@@ -73,9 +74,12 @@ void frmGetHistoryData::showEvent(QShowEvent* event) {
     QMetaObject::invokeMethod(
         this,
         [this] {
-            RunUpload(
-                {state_.LinkRecord, state_.Exchange, state_.Logger, state_.History, state_.Boxes},
-                *this, TotalRecords_);
+            RunUpload({.link = history_.link,
+                       .exchange = history_.exchange,
+                       .global = history_.global,
+                       .store = history_.store,
+                       .boxes = history_.outside.Boxes},
+                      *this, TotalRecords_);
         },
         Qt::QueuedConnection);
 }

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "app/shared_state.h"
+#include "history/history_context.h"
 #include "history/upload.h"
 
 class QLabel;
@@ -18,7 +18,7 @@ class frmGetHistoryData final : public QDialog, public UploadView {
     Q_OBJECT
 
  public:
-    frmGetHistoryData(SharedState& state, std::int32_t totalRecords, QWidget* parent);
+    frmGetHistoryData(const HistoryContext& history, std::int32_t totalRecords, QWidget* parent);
 
     /// Escape and the close box act as cmdCancel: the upload ends in its own time.
     void reject() override { Press(TagCancel); }
@@ -53,7 +53,7 @@ class frmGetHistoryData final : public QDialog, public UploadView {
     void Move();
     void ShowNow();
 
-    SharedState& state_;
+    const HistoryContext history_;
     const std::int32_t TotalRecords_;
     std::string tag_ = TagStarting;
     Shown told_;

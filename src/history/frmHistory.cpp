@@ -15,9 +15,9 @@
 #include "history/save_history.h"
 #include "platform/qt/text_qt.h"
 
-frmHistory::frmHistory(SharedState& state, MainView& view, std::shared_ptr<ClientWindow> window,
+frmHistory::frmHistory(const HistoryContext& history, std::shared_ptr<ClientWindow> window,
                        QWidget* parent)
-    : QDialog(parent), state_(state), view_(view), window_(std::move(window)) {
+    : QDialog(parent), history_(history), window_(std::move(window)) {
     constexpr int Characters = 130;
     constexpr int Lines = 32;
     setObjectName(QStringLiteral("frmHistory"));
@@ -90,21 +90,24 @@ void frmHistory::Load() {
 }
 
 void frmHistory::CheckUnits() {
-    const std::string& units = state_.Logger.EngUnits[0];
-    BadUnits_ = HasFlow(state_.Logger) && !config::IsFlowUnit(units);
+    const std::string& units = history_.global.EngUnits[0];
+    BadUnits_ = HasFlow(history_.global) && !config::IsFlowUnit(units);
     if (BadUnits_) {
-        state_.Boxes.Show(BadUnitsWarning(units));
+        history_.outside.Boxes.Show(BadUnitsWarning(units));
     }
 }
 
 HistorySource frmHistory::Source() const {
-    return {
-        state_.History, state_.Logger, state_.Outside.Clock,
-        [this](double level, double& velocity) { return window_->CalculateFlow(level, velocity); }};
+    return {.store = history_.store,
+            .logger = history_.global,
+            .clock = history_.outside.Clock,
+            .flow = [this](double level, double& velocity) {
+                return window_->CalculateFlow(level, velocity);
+            }};
 }
 
 void frmHistory::FillList(bool pack) {
-    if (state_.LinkRecord.ShuttingDown != False) {
+    if (history_.link.ShuttingDown != False) {
         return;
     }
     if (pack) {
@@ -118,17 +121,17 @@ void frmHistory::FillList(bool pack) {
 }
 
 void frmHistory::FillFollowedBy(QProgressBar& bar, bool pack) {
-    bar.setRange(0, FillBarMaximum(state_.History));
+    bar.setRange(0, FillBarMaximum(history_.store));
     bar.setValue(0);
     bar.window()->show();
     bar.show();
     lvwHistory_->SetTable({});
-    columns_ = ColumnsOf(state_.Logger, BadUnits_);
+    columns_ = ColumnsOf(history_.global, BadUnits_);
     BarFollower follower(bar);
     HistoryTable table;
     FillTable(Source(), columns_, pack, follower, table);
     lvwHistory_->SetTable(std::move(table));
-    lblLoggerName_->setText(ToQt(state_.Logger.LoggerName));
+    lblLoggerName_->setText(ToQt(history_.global.LoggerName));
     lblNumRecords_->setText(QString::number(lvwHistory_->Table().RowCount()));
 }
 
@@ -142,7 +145,7 @@ void frmHistory::Close() {
 
 void frmHistory::Save() {
     const auto path =
-        AskForCsvFile(state_.Logger.LoggerName, state_.Outside, state_.LastHistoryFolder);
+        AskForCsvFile(history_.global.LoggerName, history_.outside, history_.lastFolder);
     if (!path) {
         return;
     }
@@ -155,8 +158,8 @@ void frmHistory::Save() {
     // A file that cannot be written is told by nothing but the file.
     static_cast<void>(
         WriteCsv(*path,
-                 {CsvTitleLine(state_.Logger, columns_.ShowFlow, state_.Outside.Clock), table,
-                  IsSingleColumn(state_.SettingsRecord.CSVDateTimeSingleColumn)},
+                 {CsvTitleLine(history_.global, columns_.ShowFlow, history_.outside.Clock), table,
+                  IsSingleColumn(history_.settings.CSVDateTimeSingleColumn)},
                  follower));
     SetPointer(Pointer::Normal);
     ProgressBar_->hide();
@@ -164,16 +167,16 @@ void frmHistory::Save() {
 }
 
 void frmHistory::Pack() {
-    if (state_.Boxes.Show(PackQuestion()) == BoxAnswer::Yes) {
+    if (history_.outside.Boxes.Show(PackQuestion()) == BoxAnswer::Yes) {
         FillList(true);
     }
 }
 
 void frmHistory::Options() {
-    frmHistoryOptions(state_.SettingsRecord, this).exec();
+    frmHistoryOptions(history_.settings, this).exec();
 }
 
 void frmHistory::SetPointer(Pointer pointer) {
-    view_.SetPointer(pointer);
+    history_.view.SetPointer(pointer);
     pointer == Pointer::Hourglass ? setCursor(Qt::WaitCursor) : unsetCursor();
 }

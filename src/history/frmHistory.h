@@ -4,11 +4,10 @@
 #include <QDialog>
 #include <memory>
 
-#include "app/shared_state.h"
 #include "history/fill_list.h"
 #include "history/history_columns.h"
+#include "history/history_context.h"
 #include "records/client_window.h"
-#include "records/main_view.h"
 
 class HistoryList;
 class QLabel;
@@ -21,7 +20,7 @@ class frmHistory final : public QDialog {
     Q_OBJECT
 
  public:
-    frmHistory(SharedState& state, MainView& view, std::shared_ptr<ClientWindow> window,
+    frmHistory(const HistoryContext& history, std::shared_ptr<ClientWindow> window,
                QWidget* parent);
 
     /// Checks the units of the level and fills the list; before the form is shown.
@@ -45,8 +44,7 @@ class frmHistory final : public QDialog {
     void Options();
     void SetPointer(Pointer pointer);
 
-    SharedState& state_;
-    MainView& view_;
+    const HistoryContext history_;
     std::shared_ptr<ClientWindow> window_;  ///< of the logger, whether it is still open or not
     HistoryColumns columns_;
     bool BadUnits_ = false;

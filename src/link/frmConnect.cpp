@@ -8,8 +8,9 @@
 #include "link/frmConnectSetup.h"
 #include "platform/qt/text_qt.h"
 
-frmConnect::frmConnect(SharedState& state, MainView& view, QWidget* parent)
-    : QDialog(parent), state_(state), view_(view) {
+frmConnect::frmConnect(const comm::LinkContext& radio, Settings& settings, const Host& host,
+                       QWidget* parent)
+    : QDialog(parent), radio_(radio), settings_(settings), host_(host) {
     setObjectName(QStringLiteral("frmConnect"));
     setWindowTitle(QStringLiteral("Connect to Server Radio"));
     auto* row = new QHBoxLayout(this);
@@ -66,14 +67,14 @@ void frmConnect::ChangeSettings() {
     if (dialog_.Connecting != False) {
         return;
     }
-    const Settings before = state_.SettingsRecord;
-    frmConnectSetup(state_.SettingsRecord, state_.Outside, this).exec();
-    comm::SettingsChanged(state_.LinkRecord, before, state_.SettingsRecord);
+    const Settings before = settings_;
+    frmConnectSetup(settings_, host_, this).exec();
+    comm::SettingsChanged(radio_.link, before, settings_);
     ShowLabels(comm::BreaksAfterSetup);
 }
 
 void frmConnect::ShowLabels(int breaks) {
-    const comm::ConnectLabels labels = comm::LabelsOf(state_.SettingsRecord, breaks);
+    const comm::ConnectLabels labels = comm::LabelsOf(settings_, breaks);
     lblPort_->setText(ToQt(labels.Port));
     lblBaudRate_->setText(ToQt(labels.BaudRate));
     lblAutoDisconnect_->setText(ToQt(labels.AutoDisconnect));
@@ -81,7 +82,7 @@ void frmConnect::ShowLabels(int breaks) {
 }
 
 void frmConnect::reject() {
-    if (comm::CancelConnect(state_.LinkRecord, dialog_, state_.Boxes)) {
+    if (comm::CancelConnect(radio_.link, dialog_, radio_.boxes)) {
         QDialog::reject();
     }
 }
@@ -90,10 +91,9 @@ void frmConnect::Connect() {
     if (dialog_.Connecting != False) {
         return;
     }
-    comm::Connect({state_.LinkRecord, state_.SettingsRecord, view_, state_.Boxes}, dialog_,
-                  [this](Pointer pointer) {
-                      view_.SetPointer(pointer);
-                      pointer == Pointer::Hourglass ? setCursor(Qt::WaitCursor) : unsetCursor();
-                  });
+    comm::Connect(radio_, dialog_, [this](Pointer pointer) {
+        radio_.view.SetPointer(pointer);
+        pointer == Pointer::Hourglass ? setCursor(Qt::WaitCursor) : unsetCursor();
+    });
     accept();
 }

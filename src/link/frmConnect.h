@@ -3,9 +3,7 @@
 
 #include <QDialog>
 
-#include "app/shared_state.h"
 #include "link/connecting.h"
-#include "records/main_view.h"
 
 class QLabel;
 
@@ -13,7 +11,9 @@ class QLabel;
 class frmConnect final : public QDialog {
  public:
     /// Shows the settings of `state`; `view` is the main window, which follows a connect.
-    frmConnect(SharedState& state, MainView& view, QWidget* parent);
+    /// Edits `settings`, which are those of `radio` too, and lists the ports of `host`.
+    frmConnect(const comm::LinkContext& radio, Settings& settings, const Host& host,
+               QWidget* parent);
 
     /// Escape and the close box act as the cancel button.
     void reject() override;
@@ -25,8 +25,9 @@ class frmConnect final : public QDialog {
     void ChangeSettings();
     void Connect();
 
-    SharedState& state_;
-    MainView& view_;
+    const comm::LinkContext radio_;
+    Settings& settings_;
+    const Host& host_;
     comm::ConnectDialog dialog_;
     QLabel* lblPort_ = nullptr;
     QLabel* lblBaudRate_ = nullptr;

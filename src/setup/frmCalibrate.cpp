@@ -13,7 +13,8 @@
 
 using namespace setup_parts;
 
-frmCalibrate::frmCalibrate(SharedState& state, QWidget* parent) : QDialog(parent), state_(state) {
+frmCalibrate::frmCalibrate(const SetupRecords& records, QWidget* parent)
+    : QDialog(parent), records_(records) {
     setObjectName(Named("frmCalibrate"));
     setWindowTitle(QStringLiteral("Calibrate"));
     auto* rows = new QVBoxLayout(this);
@@ -25,9 +26,12 @@ frmCalibrate::frmCalibrate(SharedState& state, QWidget* parent) : QDialog(parent
     guard->LeavesWithoutValidating(cmdBack_);
     guard->LeavesWithoutValidating(cmdCancel_);
     Timer1_.setObjectName(Named("Timer1"));
-    Timer1_.setInterval(QuarterSecond(state.Outside.TickMilliseconds));
+    Timer1_.setInterval(QuarterSecond(records_.outside.TickMilliseconds));
     connect(&Timer1_, &QTimer::timeout, this, [this] {
-        CalibrationTick({state_.LinkRecord, state_.Exchange, state_.Logger, state_.Outside.Clock},
+        CalibrationTick({.link = records_.link,
+                         .exchange = records_.exchange,
+                         .global = records_.global,
+                         .clock = records_.outside.Clock},
                         *this);
     });
 }
@@ -93,7 +97,7 @@ void frmCalibrate::SetNextCaption(std::string_view caption) {
 void frmCalibrate::ShowModally() {
     txtCalibrate_->setFocus();
     txtCalibrate_->selectAll();
-    if (state_.LinkRecord.ShuttingDown == False) {
+    if (records_.link.ShuttingDown == False) {
         exec();
     }
 }
@@ -101,7 +105,7 @@ void frmCalibrate::ShowModally() {
 bool frmCalibrate::Validate() {
     const FieldCheck check = CheckCalibration(Field(), calibration_.Step);
     if (check.Box) {
-        state_.Outside.Boxes.Show(*check.Box);
+        records_.outside.Boxes.Show(*check.Box);
     }
     if (check.Text) {
         SetField(*check.Text);

@@ -5,8 +5,8 @@
 #include <QTimer>
 #include <string>
 
-#include "app/shared_state.h"
 #include "setup/calibration.h"
+#include "setup/setup_context.h"
 
 class QGroupBox;
 class QLabel;
@@ -18,7 +18,7 @@ class frmCalibrate final : public QDialog, public CalibrationForm {
     Q_OBJECT
 
  public:
-    frmCalibrate(SharedState& state, QWidget* parent);
+    frmCalibrate(const SetupRecords& records, QWidget* parent);
 
     // CalibrationForm
     [[nodiscard]] CalibrationState& State() override { return calibration_; }
@@ -38,7 +38,7 @@ class frmCalibrate final : public QDialog, public CalibrationForm {
     [[nodiscard]] bool Validate();
     void Finish(const char* result);
 
-    SharedState& state_;
+    const SetupRecords& records_;
     CalibrationState calibration_;
     QGroupBox* Frame1_ = nullptr;
     QLabel* lblCalibrate_ = nullptr;

@@ -7,7 +7,6 @@
 #include <QPushButton>
 #include <QTabBar>
 
-#include "app/lifecycle.h"
 #include "platform/qt/focus_guard.h"
 #include "platform/qt/text_qt.h"
 #include "setup/calibration.h"
@@ -15,8 +14,8 @@
 #include "setup/setup_changes.h"
 #include "setup/setup_form_state.h"
 
-frmSetup::frmSetup(SharedState& state, std::function<bool()> reselect, QWidget* parent)
-    : QDialog(parent), state_(state), reselect_(std::move(reselect)) {
+frmSetup::frmSetup(const SetupRecords& records, Services services, QWidget* parent)
+    : QDialog(parent), records_(records), services_(std::move(services)) {
     setObjectName(QStringLiteral("frmSetup"));
     setWindowTitle(QStringLiteral("Tessel Setup"));
     BuildTabs();
@@ -27,7 +26,7 @@ frmSetup::frmSetup(SharedState& state, std::function<bool()> reselect, QWidget* 
     GuardFields();
     FitScreen();
     Timer1_.setObjectName(QStringLiteral("Timer1"));
-    Timer1_.setInterval(QuarterSecond(state.Outside.TickMilliseconds));
+    Timer1_.setInterval(QuarterSecond(records_.outside.TickMilliseconds));
     connect(&Timer1_, &QTimer::timeout, this, [this] { OnTimer1(); });
 }
 
@@ -39,24 +38,13 @@ void frmSetup::Load() {
 
 void frmSetup::ShowModally() {
     Load();
-    if (state_.LinkRecord.ShuttingDown == False) {
+    if (records_.link.ShuttingDown == False) {
         exec();
     }
 }
 
 SetupContext frmSetup::Context() {
-    return {state_.Logger,
-            state_.SettingsRecord,
-            state_.CataloguesRecord,
-            state_.LinkRecord,
-            state_.SamplingRecord,
-            state_.OperationsRecord,
-            state_.Exchange,
-            state_.Outside,
-            VersionText(),
-            reselect_,
-            *this,
-            dialog_};
+    return {records_, services_.Reselect, *this, dialog_};
 }
 
 // ----- what the procedures tell and ask
@@ -140,7 +128,7 @@ void frmSetup::HoldInput(bool held) {
 bool frmSetup::Validate(const frmSetupFields::Field& field) {
     const FieldCheck check = field.Check(frmSetupFields::TextOf(field.Widget));
     if (check.Box && (remarks_ || !check.Accepted)) {
-        state_.Outside.Boxes.Show(*check.Box);
+        records_.outside.Boxes.Show(*check.Box);
     }
     if (check.Text) {
         frmSetupFields::SetText(field.Widget, *check.Text);
@@ -149,7 +137,7 @@ bool frmSetup::Validate(const frmSetupFields::Field& field) {
 }
 
 void frmSetup::OnTimer1() {
-    if (state_.LinkRecord.ShuttingDown != False) {
+    if (records_.link.ShuttingDown != False) {
         done(Rejected);
         return;
     }
@@ -166,7 +154,7 @@ void frmSetup::TurnPage(int step) {
 
 void frmSetup::closeEvent(QCloseEvent* event) {
     const bool closes =
-        state_.LinkRecord.ShuttingDown != False || !isVisible() || QueryUnloadSetup(Context());
+        records_.link.ShuttingDown != False || !isVisible() || QueryUnloadSetup(Context());
     event->setAccepted(closes);
     if (closes) {
         Timer1_.stop();

@@ -7,7 +7,6 @@
 #include <functional>
 #include <string>
 
-#include "app/shared_state.h"
 #include "setup/frmSetupFields.h"
 #include "setup/setup_context.h"
 
@@ -26,8 +25,13 @@ class frmSetup final : public QDialog, private SetupView {
     Q_OBJECT
 
  public:
-    /// `reselect` brings the server radio back to the logger.
-    frmSetup(SharedState& state, std::function<bool()> reselect, QWidget* parent);
+    /// What the dialog asks of those who show it.
+    struct Services {
+        std::function<bool()> Reselect;           ///< brings the server radio back to the logger
+        std::function<void(QWidget&)> ShowAbout;  ///< shows what the program is, above a window
+    };
+
+    frmSetup(const SetupRecords& records, Services services, QWidget* parent);
 
     /// Opens the dialog on the current logger and returns when it has been closed.
     void ShowModally();
@@ -72,8 +76,8 @@ class frmSetup final : public QDialog, private SetupView {
     void OnTimer1();
     void TurnPage(int step);
 
-    SharedState& state_;
-    std::function<bool()> reselect_;
+    const SetupRecords records_;
+    const Services services_;
     SetupDialog dialog_;
     bool showing_ = false;  ///< the program, not the user, changes the controls
     bool remarks_ = true;   ///< validators show what they tell of a value that they accept

@@ -93,7 +93,8 @@ void frmSetupPages::BuildAnalogPage() {
     BuildHeads(page);
     std::vector<QGroupBox*> channels;
     for (int channel = 0; channel < AnalogChannels; ++channel) {
-        channels.push_back(BuildChannel(page, channel, channel < state_.Logger.NumAnalogChannels));
+        channels.push_back(
+            BuildChannel(page, channel, channel < records_.global.NumAnalogChannels));
         rows->addWidget(channels.back());
     }
     rows->addStretch();
@@ -173,6 +174,6 @@ QWidget* frmSetupPages::NewCell(QGroupBox* panel, int channel, int number) {
 
 frmSetupFields::Validator frmSetupPages::UnitCheck() const {
     return [this](std::string_view text) {
-        return CheckFirstUnit(text, state_.Logger.NumAnalogChannels, fields_.Values().FlowOption);
+        return CheckFirstUnit(text, records_.global.NumAnalogChannels, fields_.Values().FlowOption);
     };
 }

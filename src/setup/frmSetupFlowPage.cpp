@@ -51,13 +51,13 @@ void frmSetupPages::BuildFlowMethods(QGridLayout& grid) {
     QComboBox* flume = fields_.List(page, Named("cmbFlume"), NoDevice,
                                     [](SetupControls& c) -> int& { return c.cmbFlume; });
     flume->setAccessibleName(QStringLiteral("Flume"));
-    NameDevices(*flume, state_.CataloguesRecord.FlumeList);
+    NameDevices(*flume, records_.catalogues.FlumeList);
     grid.addWidget(flume, FlowFlume, 1, 1, 2);
     option("optWeir", "Weir:", FlowWeir);
     QComboBox* weir = fields_.List(page, Named("cmbWeir"), NoDevice,
                                    [](SetupControls& c) -> int& { return c.cmbWeir; });
     weir->setAccessibleName(QStringLiteral("Weir"));
-    NameDevices(*weir, state_.CataloguesRecord.WeirList);
+    NameDevices(*weir, records_.catalogues.WeirList);
     grid.addWidget(weir, FlowWeir, 1, 1, 2);
     option("optTable", "Table File:", FlowByTable);
     QLineEdit* table = fields_.Text(

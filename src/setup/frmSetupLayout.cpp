@@ -10,8 +10,7 @@
 #include <QShortcut>
 #include <QTabBar>
 
-#include "app/frmAbout.h"
-#include "app/lifecycle.h"
+#include "common/help_file.h"
 #include "platform/qt/focus_guard.h"
 #include "setup/calibration.h"
 #include "setup/frmCalibrate.h"
@@ -41,12 +40,12 @@ void frmSetup::BuildTabs() {
         TabStrip_->addTab(QString::fromLatin1(Tabs[i].Caption));
         TabStrip_->setTabData(static_cast<int>(i), QString::fromLatin1(Tabs[i].Key));
     }
-    if (state_.Logger.NumAnalogChannels != FlowAnalogChannels) {
+    if (records_.global.NumAnalogChannels != FlowAnalogChannels) {
         TabStrip_->removeTab(FlowFrame);
     }
     TabStrip_->setCurrentIndex(GeneralFrame);
     scroll_ = new QScrollArea(this);
-    pages_ = new frmSetupPages(state_, scroll_);
+    pages_ = new frmSetupPages(records_, scroll_);
     scroll_->setWidget(pages_);
     scroll_->setWidgetResizable(true);
     scroll_->setFocusPolicy(Qt::NoFocus);
@@ -102,12 +101,12 @@ void frmSetup::BuildMenus() {
             [this] { InitializeSetup(Context()); });
     QMenu& help = *menu("mnuHelp", "&Help");
     AddItem(help, "mnuLaunchHelp", "&Help", [this] {
-        const std::string file = HelpFile(state_.Outside.AppPath);
+        const std::string file = HelpFile(records_.outside.AppPath);
         if (!file.empty()) {
-            state_.Outside.Help.Open(file);
+            records_.outside.Help.Open(file);
         }
     })->setShortcut(QKeySequence(Qt::Key_F1));
-    AddItem(help, "mnuAbout", "&About", [this] { frmAbout(this).exec(); });
+    AddItem(help, "mnuAbout", "&About", [this] { services_.ShowAbout(*this); });
 }
 
 void frmSetup::BuildFileMenu(QMenu& menu) {
@@ -142,7 +141,7 @@ void frmSetup::ConnectPages() {
     for (std::size_t i = 0; i < pages_->Calibrate().size(); ++i) {
         connect(pages_->Calibrate()[i], &QPushButton::clicked, this, [this, i] {
             Calibrate(Context(), static_cast<int>(i),
-                      [this] { return std::make_unique<frmCalibrate>(state_, this); });
+                      [this] { return std::make_unique<frmCalibrate>(records_, this); });
         });
     }
     connect(pages_->Browse(), &QPushButton::clicked, this, [this] { BrowseTable(Context()); });

@@ -24,8 +24,8 @@ void Enable(const std::vector<QWidget*>& widgets, bool on) {
 
 }  // namespace
 
-frmSetupPages::frmSetupPages(const SharedState& state, QWidget* parent)
-    : QWidget(parent), state_(state) {
+frmSetupPages::frmSetupPages(const SetupRecords& records, QWidget* parent)
+    : QWidget(parent), records_(records) {
     BuildFrames();
     BuildGeneralPage();
     BuildAnalogPage();
@@ -81,7 +81,7 @@ void frmSetupPages::BuildGeneralPage() {
     rows->addLayout(alarms);
     QCheckBox* sod = fields_.Check(page, Named("chkSOD"), "Enable Sample-On-Demand",
                                    [](SetupControls& c) -> bool& { return c.chkSOD; });
-    sod->setEnabled(state_.Logger.SODAvailable != False);
+    sod->setEnabled(records_.global.SODAvailable != False);
     rows->addWidget(sod);
     rows->addWidget(fields_.Check(page, Named("chkWrap"), "Wrap records at end of storage",
                                   [](SetupControls& c) -> bool& { return c.chkWrap; }));
@@ -130,7 +130,7 @@ QLayout* frmSetupPages::BuildBaudRate(QWidget* page) {
     auto* row = new QHBoxLayout;
     for (QWidget* part :
          std::initializer_list<QWidget*>{Label("lblBaudRate", "Baud Rate", baud), baud}) {
-        part->setVisible(state_.ShowBaudRate != False);
+        part->setVisible(records_.showBaudRate != False);
         row->addWidget(part);
     }
     row->addStretch();
@@ -198,7 +198,7 @@ void frmSetupPages::BuildDigitalPage() {
     QWidget* page = Frames_[DigitalFrame];
     auto* rows = new QVBoxLayout(page);
     for (int channel = 0; channel < PulseChannels; ++channel) {
-        rows->addWidget(BuildPulse(page, channel, channel < state_.Logger.NumDigitalChannels));
+        rows->addWidget(BuildPulse(page, channel, channel < records_.global.NumDigitalChannels));
     }
     rows->addStretch();
 }

@@ -5,8 +5,8 @@
 #include <array>
 #include <vector>
 
-#include "app/shared_state.h"
 #include "setup/frmSetupFields.h"
+#include "setup/setup_context.h"
 #include "setup/setup_view.h"
 
 class QGridLayout;
@@ -19,7 +19,7 @@ class QPushButton;
 class frmSetupPages final : public QWidget {
  public:
     /// For a logger with the channel counts of the current one.
-    frmSetupPages(const SharedState& state, QWidget* parent);
+    frmSetupPages(const SetupRecords& records, QWidget* parent);
 
     /// The controls that hold a value.
     [[nodiscard]] frmSetupFields& Fields() { return fields_; }
@@ -60,7 +60,7 @@ class frmSetupPages final : public QWidget {
     void BuildFlowDisplay(QGridLayout& grid);
     QGroupBox* BuildMannings(QWidget* page);
 
-    const SharedState& state_;
+    const SetupRecords& records_;
     frmSetupFields fields_;
     std::array<QWidget*, 4> Frames_ = {};
     int CurrentFrame_ = 0;

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "common/bytes.h"
 #include "flow/catalogues.h"
@@ -26,8 +27,8 @@ struct SetupDialog {
     Flag UnloadRuns = False;  ///< the questions of closing are being asked
 };
 
-/// What the procedures of the dialog work on.
-struct SetupContext {
+/// What the dialog is opened on.
+struct SetupRecords {
     LoggerState& global;
     Settings& settings;
     const Catalogues& catalogues;
@@ -36,7 +37,16 @@ struct SetupContext {
     Operations& operations;
     FrameExchange& exchange;
     const Host& outside;
-    std::string version;  ///< of the program, for set-up files
+    std::string version;        ///< of the program, for set-up files
+    Flag showBaudRate = False;  ///< the fixed baud rate is shown
+};
+
+/// What the procedures of the dialog work on: what it was opened on, and what it made for itself.
+struct SetupContext : SetupRecords {
+    SetupContext(const SetupRecords& records, std::function<bool()> toLogger, SetupView& form,
+                 SetupDialog& lasting)
+        : SetupRecords(records), reselect(std::move(toLogger)), view(form), dialog(lasting) {}
+
     /// Brings the server radio back to the logger's radio, after the idle limit closed the port.
     std::function<bool()> reselect;
     SetupView& view;

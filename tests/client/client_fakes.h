@@ -124,9 +124,16 @@ struct Console {
     LoggerOnTheLink Logger;
     testing_support::FakeMainView View;
     RecordedPopup Popup;
-    ClientContext Context{
-        State.Windows,        State.Book, State.Logger,  State.Newest, State.CataloguesRecord,
-        State.SamplingRecord, Logger,     State.Outside, View,         Popup};
+    ClientContext Context{.Windows = State.Windows,
+                          .Book = State.Book,
+                          .Global = State.Logger,
+                          .Newest = State.Newest,
+                          .Devices = State.CataloguesRecord,
+                          .Cycles = State.SamplingRecord,
+                          .Exchange = Logger,
+                          .Outside = State.Outside,
+                          .View = View,
+                          .Popup = Popup};
 
     [[nodiscard]] const std::vector<BoxContent>& Boxes() const { return Outside.Boxes.Shown; }
 

@@ -33,26 +33,9 @@ class BookBench : public ::testing::Test {
             code, simulator::Plain(simulator::FaultKind::LoseRequest), 9);
     }
 
-    EntryContext Entries() {
-        return {console.State.SettingsRecord,
-                Book(),
-                console.State.Windows,
-                console.State.SamplingRecord,
-                console.View,
-                list,
-                dialogs,
-                console.State.Boxes};
-    }
+    EntryContext Entries() { return console.Make.Entries(list, dialogs); }
 
-    DropContext Drops() {
-        return {console.State.SettingsRecord,
-                Book(),
-                console.State.Windows,
-                console.State.OperationsRecord,
-                console.State.SamplingRecord,
-                console.View,
-                list};
-    }
+    DropContext Drops() { return console.Make.Drops(list); }
 
     /// Names in book order, joined by commas; book, list and file agree on them.
     std::string Names() {

@@ -286,7 +286,8 @@ TEST_F(frmMainConsoleTest, AutoUpdateRowShowsTheModeAndNotTheChoice) {
 // ----- the settings of the connection
 
 TEST_F(frmMainConsoleTest, PortChangedBeforeACancelledConnectStaysAndNothingIsConnected) {
-    frmConnect form(state_, *window_, nullptr);
+    frmConnect form(Contexts(state_, *window_).Radio(), state_.SettingsRecord, state_.Outside,
+                    nullptr);
     Show(form);
     const ModalAnswer<frmConnectSetup> change([](frmConnectSetup& setup) {
         forms_bench::Find<QComboBox>(setup, "cmbPort")->setCurrentIndex(4);
@@ -305,7 +306,8 @@ TEST_F(frmMainConsoleTest, PortChangedBeforeACancelledConnectStaysAndNothingIsCo
 }
 
 TEST_F(frmMainConsoleTest, CancelledSettingsLeaveTheConnection) {
-    frmConnect form(state_, *window_, nullptr);
+    frmConnect form(Contexts(state_, *window_).Radio(), state_.SettingsRecord, state_.Outside,
+                    nullptr);
     Show(form);
     const ModalAnswer<frmConnectSetup> leave([](frmConnectSetup& setup) { setup.reject(); });
     forms_bench::Click(form, "cmdSetup");

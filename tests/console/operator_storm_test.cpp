@@ -339,14 +339,7 @@ void Storm::ShowMonitor(const OperationContext& context, std::int16_t clientInde
 }
 
 EntryContext Storm::Entries() {
-    return {console_.State.SettingsRecord,
-            console_.State.Book,
-            console_.State.Windows,
-            console_.State.SamplingRecord,
-            console_.View,
-            list_,
-            *this,
-            console_.State.Boxes};
+    return console_.Make.Entries(list_, *this);
 }
 
 // ----- what must hold

@@ -137,7 +137,7 @@ class FrmGetHistoryDataOnALine : public HistoryFormTest,
     /// Uploads all records, while a button of the dialog is clicked; the longest that a click
     /// waited.
     [[nodiscard]] qint64 UploadUnderClicks() {
-        frmGetHistoryData form(state, GetParam().Records, nullptr);
+        frmGetHistoryData form(Contexts(state, view).History(), GetParam().Records, nullptr);
         Presses presses(form);
         QTimer okay;
         QObject::connect(&okay, &QTimer::timeout, &form, [&form] {

@@ -17,7 +17,7 @@ QString TextOf(const QWidget& form, const std::string& label) {
 class FrmGetHistoryData : public HistoryFormTest {};
 
 TEST_F(FrmGetHistoryData, StartsAsItsDesignSays) {
-    frmGetHistoryData form(console.State, 25, nullptr);
+    frmGetHistoryData form(console.Make.History(), 25, nullptr);
     EXPECT_EQ(form.windowTitle(), QStringLiteral("Get History Data"));
     EXPECT_EQ(Find<QPushButton>(form, "cmdOkay")->text(), QStringLiteral("Okay"));
     EXPECT_EQ(Find<QPushButton>(form, "cmdCancel")->text(), QStringLiteral("Stop"));
@@ -163,14 +163,14 @@ TEST_F(FrmGetHistoryData, ProgramThatClosesInAnyWaitUnwindsWithoutABox) {
             CloseEveryDialog();
             other.State.LinkRecord.ShuttingDown = True;
         });
-        GetHistoryInWindows(other.Operation(), other.State, other.View, nullptr);
+        GetHistoryInWindows(other.Operation(), other.Make.History(), nullptr);
         EXPECT_TRUE(other.Outside.Boxes.Shown.empty()) << moment;
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     }
 }
 
 TEST_F(FrmGetHistoryData, BarMovesAtMostTwentyFiveTimesASecond) {
-    frmGetHistoryData form(console.State, 100'000, nullptr);
+    frmGetHistoryData form(console.Make.History(), 100'000, nullptr);
     auto* bar = Find<QProgressBar>(form, "ProgressBar1");
     int moves = 0;
     QObject::connect(bar, &QProgressBar::valueChanged, bar, [&moves] { ++moves; });
@@ -189,7 +189,7 @@ TEST_F(FrmGetHistoryData, BarMovesAtMostTwentyFiveTimesASecond) {
 }
 
 TEST_F(FrmGetHistoryData, EveryControlCanBeReached) {
-    frmGetHistoryData form(console.State, 25, nullptr);
+    frmGetHistoryData form(console.Make.History(), 25, nullptr);
     EXPECT_FALSE(Find(form, "ProgressBar1")->accessibleName().isEmpty());
     EXPECT_FALSE(Find(form, "lblRetries")->accessibleDescription().isEmpty());
     EXPECT_FALSE(Find(form, "lblGetHistoryData")->accessibleDescription().isEmpty());

@@ -87,7 +87,7 @@ class HistoryScreens : public HistoryFormTest, public testing::WithParamInterfac
 
 TEST_P(HistoryScreens, Viewer) {
     ReadSite();
-    frmHistory form(console.State, console.View, AnyWindow(), nullptr);
+    frmHistory form(console.Make.History(), console.View, AnyWindow(), nullptr);
     form.Load();
     form.show();
     Keep(form, QStringLiteral("frmHistory"));
@@ -99,14 +99,14 @@ TEST_P(HistoryScreens, Viewer) {
 }
 
 TEST_P(HistoryScreens, ViewerWithoutRows) {
-    frmHistory form(console.State, console.View, AnyWindow(), nullptr);
+    frmHistory form(console.Make.History(), console.View, AnyWindow(), nullptr);
     form.Load();
     form.show();
     Keep(form, QStringLiteral("frmHistory-empty"));
 }
 
 TEST_P(HistoryScreens, Upload) {
-    frmGetHistoryData form(console.State, 48'213, nullptr);
+    frmGetHistoryData form(console.Make.History(), 48'213, nullptr);
     form.SetTag(TagRunning);
     form.show();
     form.SetBarMaximum(48'213);

@@ -27,7 +27,7 @@ class FrmHistory : public HistoryFormTest {
     }
 
     frmHistory& Show() {
-        form = std::make_unique<frmHistory>(console.State, console.View, AnyWindow(), nullptr);
+        form = std::make_unique<frmHistory>(console.Make.History(), AnyWindow(), nullptr);
         form->Load();
         form->show();
         form->activateWindow();
@@ -143,7 +143,7 @@ TEST_F(FrmHistory, ProgramThatClosesOverBadUnitsFillsNothing) {
     console.State.Logger.EngUnits[0] = "Ft";
     Add({1, 2, 3});
     console.Outside.Boxes.WhileShown = [this] { console.State.LinkRecord.ShuttingDown = True; };
-    form = std::make_unique<frmHistory>(console.State, console.View, AnyWindow(), nullptr);
+    form = std::make_unique<frmHistory>(console.Make.History(), AnyWindow(), nullptr);
     form->Load();
     EXPECT_EQ(Boxes().size(), 1U);
     EXPECT_EQ(Table().ColumnCount(), 0);
@@ -417,7 +417,7 @@ TEST_F(FrmHistoryFull, PaintsAndScrollsWithoutLookingAtEveryRow) {
     QElapsedTimer clock;
     qint64 filled = 0;
     const qint64 painted = LongestWithin(PaintLimit, [&] {
-        form = std::make_unique<frmHistory>(console.State, console.View, AnyWindow(), nullptr);
+        form = std::make_unique<frmHistory>(console.Make.History(), AnyWindow(), nullptr);
         clock.start();
         form->Load();
         filled = clock.restart();

@@ -77,7 +77,7 @@ class HistoryFormTest : public testing::Test {
     }
 
     void GetHistory() {
-        GetHistoryInWindows(console.Operation(), console.State, console.View, nullptr);
+        GetHistoryInWindows(console.Operation(), console.Make.History(), nullptr);
         EXPECT_EQ(console.State.OperationsRecord.OperationBusy, False);
         EXPECT_EQ(console.View.Shape, Pointer::Normal);
     }

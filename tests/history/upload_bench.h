@@ -67,8 +67,11 @@ class UploadBench {
     }
 
     [[nodiscard]] UploadContext Context() {
-        return {console.State.LinkRecord, console.State.Exchange, console.State.Logger,
-                console.State.History, console.State.Boxes};
+        return {.link = console.State.LinkRecord,
+                .exchange = console.State.Exchange,
+                .global = console.State.Logger,
+                .store = console.State.History,
+                .boxes = console.State.Boxes};
     }
 
     /// Runs an upload of the records that the logger says it has.

@@ -255,7 +255,10 @@ class CalibrationReadings : public SetupTest {
 
     void Tick() {
         SharedState& state = opened.console.State;
-        CalibrationTick({state.LinkRecord, state.Exchange, state.Logger, state.Outside.Clock},
+        CalibrationTick({.link = state.LinkRecord,
+                         .exchange = state.Exchange,
+                         .global = state.Logger,
+                         .clock = state.Outside.Clock},
                         form);
     }
     /// A tick each quarter of a second, until `ticks` of them.

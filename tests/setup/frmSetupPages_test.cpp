@@ -205,8 +205,7 @@ TEST_F(SetupForm, TheBaudRateIsOnNoPageWhileItsFlagIsClear) {
     EXPECT_TRUE(Find("cmbBaud")->isHidden());
     EXPECT_TRUE(Find("lblBaudRate")->isHidden());
     opened->console.State.ShowBaudRate = True;
-    form = std::make_unique<frmSetup>(
-        opened->console.State, [] { return true; }, nullptr);
+    form = NewForm([] { return true; });
     form->show();
     EXPECT_TRUE(Find("cmbBaud")->isVisible());
     EXPECT_TRUE(Find("lblBaudRate")->isVisible());
@@ -386,8 +385,7 @@ TEST_F(SetupForm, OpensTurnsAndValidatesAtOnce) {
     opened->Busy() = True;
     QElapsedTimer watch;
     watch.start();
-    form = std::make_unique<frmSetup>(
-        opened->console.State, [] { return true; }, nullptr);
+    form = NewForm([] { return true; });
     form->Load();
     form->show();
     QCoreApplication::processEvents();

@@ -20,6 +20,7 @@
 #include <memory>
 #include <string>
 
+#include "app/frmAbout.h"
 #include "platform/qt/text_qt.h"
 #include "setup/frmCalibrate.h"
 #include "setup/frmSetup.h"
@@ -115,8 +116,7 @@ class SetupFormTest : public ::testing::Test {
         opened->Read();
         opened->TakeBoxes();
         opened->Busy() = True;
-        form = std::make_unique<frmSetup>(
-            state, [this] { return opened->Select(); }, nullptr);
+        form = NewForm([this] { return opened->Select(); });
         form->Load();
         // The network's time goes on in step with the dialog's.
         QObject::connect(&tick, &QTimer::timeout, &tick, [this] {
@@ -128,6 +128,15 @@ class SetupFormTest : public ::testing::Test {
         // A press that another test of this program never released would catch every click.
         QTest::mouseRelease(form->windowHandle(), Qt::RightButton);
         QCoreApplication::processEvents();
+    }
+
+    /// The dialog on the records as they are now.
+    std::unique_ptr<frmSetup> NewForm(std::function<bool()> reselect) {
+        return std::make_unique<frmSetup>(
+            opened->console.Make.Setup(),
+            frmSetup::Services{.Reselect = std::move(reselect),
+                               .ShowAbout = [](QWidget& above) { frmAbout(&above).exec(); }},
+            nullptr);
     }
 
     template <typename Control = QWidget>

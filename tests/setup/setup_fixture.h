@@ -93,20 +93,20 @@ class OpenedSetup {
         OpenSetup(Context());
     }
 
+    SetupRecords Records() {
+        const SetupRecords made = console.Make.Setup();
+        return {.global = made.global,
+                .settings = made.settings,
+                .catalogues = made.catalogues,
+                .link = made.link,
+                .sampling = made.sampling,
+                .operations = made.operations,
+                .exchange = exchange != nullptr ? *exchange : made.exchange,
+                .outside = made.outside,
+                .version = "1.0.0"};
+    }
     SetupContext Context() {
-        SharedState& state = console.State;
-        return {state.Logger,
-                state.SettingsRecord,
-                state.CataloguesRecord,
-                state.LinkRecord,
-                state.SamplingRecord,
-                state.OperationsRecord,
-                exchange != nullptr ? *exchange : state.Exchange,
-                state.Outside,
-                "1.0.0",
-                [this] { return Select(); },
-                view,
-                dialog};
+        return {Records(), [this] { return Select(); }, view, dialog};
     }
 
     /// Answers of the boxes to come, in order.

@@ -11,40 +11,8 @@ VirtualConsole::VirtualConsole(const std::string& appPath) : State(Outside.AsHos
     State.SettingsRecord.PortName = "COM1";
     State.SettingsRecord.BaudRate = "38400";
     View.MakeWindow = [this] { return std::make_shared<FakeClientWindow>(State); };
-    Outside.Time.StartTimer(100 * Millisecond, [this] { comm::SuperviseTick(Supervision()); });
-    Outside.Time.StartTimer(100 * Millisecond, [this] { comm::SampleTick(Machines()); });
-}
-
-comm::LinkContext VirtualConsole::Radio() {
-    return {State.LinkRecord, State.SettingsRecord, View, State.Boxes};
-}
-
-comm::SupervisionContext VirtualConsole::Supervision() {
-    return {State.LinkRecord, State.SamplingRecord, State.OperationsRecord,
-            State.Book,       State.Windows,        View};
-}
-
-comm::SamplingContext VirtualConsole::Machines() {
-    return {Radio(),      State.SamplingRecord, State.OperationsRecord,
-            State.Book,   State.Windows,        State.Logger,
-            State.Newest, State.Exchange,       State.Outside.Clock};
-}
-
-comm::ToggleContext VirtualConsole::Toggling() {
-    return {Radio(), State.SamplingRecord, State.OperationsRecord};
-}
-
-BookContext VirtualConsole::BookWork() {
-    return {State.SettingsRecord, State.Book, State.Windows, State.OperationsRecord,
-            State.SamplingRecord, View,       State.Boxes,   State.Outside.Dialogs,
-            State.Outside.AppPath};
-}
-
-OperationContext VirtualConsole::Operation() {
-    return {Radio(),      State.SamplingRecord, State.OperationsRecord,
-            State.Book,   State.Windows,        State.Logger,
-            State.Newest, State.Exchange,       State.Outside.Clock,
-            Log};
+    Outside.Time.StartTimer(100 * Millisecond, [this] { comm::SuperviseTick(Make.Supervision()); });
+    Outside.Time.StartTimer(100 * Millisecond, [this] { comm::SampleTick(Make.Machines()); });
 }
 
 void VirtualConsole::Connect() {

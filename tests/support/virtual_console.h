@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "app/contexts.h"
 #include "app/shared_state.h"
 #include "console/book_operations.h"
 #include "console/for_all.h"
@@ -25,13 +26,13 @@ class VirtualConsole {
     explicit VirtualConsole(const std::string& appPath = "/nowhere");
 
     // What the procedures take.
-    [[nodiscard]] comm::LinkContext Radio();
-    [[nodiscard]] comm::SupervisionContext Supervision();
-    [[nodiscard]] comm::SamplingContext Machines();
-    [[nodiscard]] comm::ToggleContext Toggling();
-    [[nodiscard]] BookContext BookWork();
-    [[nodiscard]] OperationContext Operation();
-    [[nodiscard]] ForAllContext ForAll() { return {Operation(), Log}; }
+    [[nodiscard]] comm::LinkContext Radio() const { return Make.Radio(); }
+    [[nodiscard]] comm::SupervisionContext Supervision() const { return Make.Supervision(); }
+    [[nodiscard]] comm::SamplingContext Machines() const { return Make.Machines(); }
+    [[nodiscard]] comm::ToggleContext Toggling() const { return Make.Toggling(); }
+    [[nodiscard]] BookContext BookWork() const { return Make.Book(); }
+    [[nodiscard]] OperationContext Operation() { return Make.Operation(Log); }
+    [[nodiscard]] ForAllContext ForAll() { return {.operation = Operation(), .log = Log}; }
 
     /// Opens the port and has the server radio answered, in command mode.
     void Connect();
@@ -46,6 +47,7 @@ class VirtualConsole {
     SharedState State;
     FakeMainView View;
     FakeWalkLog Log;
+    Contexts Make{State, View};
 };
 
 /// A logger with `analog` and `pulse` channels, named and addressed by `number`.

@@ -1,0 +1,119 @@
+#include "app/contexts.h"
+
+#include "app/lifecycle.h"
+
+comm::LinkContext Contexts::Radio() const {
+    return {.link = state_.LinkRecord,
+            .settings = state_.SettingsRecord,
+            .view = view_,
+            .boxes = state_.Boxes};
+}
+
+comm::SupervisionContext Contexts::Supervision() const {
+    return {.link = state_.LinkRecord,
+            .sampling = state_.SamplingRecord,
+            .operations = state_.OperationsRecord,
+            .book = state_.Book,
+            .windows = state_.Windows,
+            .view = view_};
+}
+
+comm::SamplingContext Contexts::Machines() const {
+    return {.radio = Radio(),
+            .sampling = state_.SamplingRecord,
+            .operations = state_.OperationsRecord,
+            .book = state_.Book,
+            .windows = state_.Windows,
+            .global = state_.Logger,
+            .newest = state_.Newest,
+            .exchange = state_.Exchange,
+            .clock = state_.Outside.Clock};
+}
+
+comm::ToggleContext Contexts::Toggling() const {
+    return {
+        .radio = Radio(), .sampling = state_.SamplingRecord, .operations = state_.OperationsRecord};
+}
+
+BookContext Contexts::Book() const {
+    return {.settings = state_.SettingsRecord,
+            .book = state_.Book,
+            .windows = state_.Windows,
+            .operations = state_.OperationsRecord,
+            .sampling = state_.SamplingRecord,
+            .view = view_,
+            .boxes = state_.Boxes,
+            .dialogs = state_.Outside.Dialogs,
+            .appPath = state_.Outside.AppPath};
+}
+
+EntryContext Contexts::Entries(ClientListView& list, EntryDialogs& dialogs) const {
+    return {.settings = state_.SettingsRecord,
+            .book = state_.Book,
+            .windows = state_.Windows,
+            .sampling = state_.SamplingRecord,
+            .view = view_,
+            .list = list,
+            .dialogs = dialogs,
+            .boxes = state_.Boxes};
+}
+
+DropContext Contexts::Drops(ClientListView& list) const {
+    return {.settings = state_.SettingsRecord,
+            .book = state_.Book,
+            .windows = state_.Windows,
+            .operations = state_.OperationsRecord,
+            .sampling = state_.SamplingRecord,
+            .view = view_,
+            .list = list};
+}
+
+OperationContext Contexts::Operation(OperationLog& log) const {
+    return {.radio = Radio(),
+            .sampling = state_.SamplingRecord,
+            .operations = state_.OperationsRecord,
+            .book = state_.Book,
+            .windows = state_.Windows,
+            .global = state_.Logger,
+            .newest = state_.Newest,
+            .exchange = state_.Exchange,
+            .clock = state_.Outside.Clock,
+            .log = log};
+}
+
+ClientContext Contexts::Clients(ClientPopup& popup) const {
+    return {.Windows = state_.Windows,
+            .Book = state_.Book,
+            .Global = state_.Logger,
+            .Newest = state_.Newest,
+            .Devices = state_.CataloguesRecord,
+            .Cycles = state_.SamplingRecord,
+            .Exchange = state_.Exchange,
+            .Outside = state_.Outside,
+            .View = view_,
+            .Popup = popup};
+}
+
+HistoryContext Contexts::History() const {
+    return {.link = state_.LinkRecord,
+            .exchange = state_.Exchange,
+            .global = state_.Logger,
+            .store = state_.History,
+            .settings = state_.SettingsRecord,
+            .lastFolder = state_.LastHistoryFolder,
+            .outside = state_.Outside,
+            .view = view_};
+}
+
+SetupRecords Contexts::Setup() const {
+    return {.global = state_.Logger,
+            .settings = state_.SettingsRecord,
+            .catalogues = state_.CataloguesRecord,
+            .link = state_.LinkRecord,
+            .sampling = state_.SamplingRecord,
+            .operations = state_.OperationsRecord,
+            .exchange = state_.Exchange,
+            .outside = state_.Outside,
+            .version = VersionText(),
+            .showBaudRate = state_.ShowBaudRate};
+}
