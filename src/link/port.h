@@ -18,6 +18,10 @@ inline constexpr int IdleLimitTicks = 3000;
 /// Waits, with events running, until `wanted` bytes are in or `ticks` are over, and renews the
 /// idle limit. Zero `wanted` is a pure pause. The first turn never blocks, so zero `ticks` runs
 /// events once. Who waits looks at InBufferCount for the outcome.
+///
+/// It only sets `link.WaitTicks` and looks at it: whoever runs events must call SuperviseTick each
+/// 100 ms, which counts it down, and without that a wait for bytes that never come does not end.
+/// `link.ShuttingDown` ends a wait for bytes too; a pure pause always takes its time.
 void WaitForBytes(Link& link, std::int16_t ticks, std::int16_t wanted);
 
 /// Pauses for `ticks`.

@@ -47,7 +47,9 @@ class SerialPort {
     virtual void LookForHangUp() = 0;
 };
 
-/// Runs the events of the one user-interface thread from inside a wait.
+/// Runs the events of the one user-interface thread from inside a wait. Timers, clicks and bytes
+/// are such events; it knows no time of its own, so a wait lasts as long as what the events it runs
+/// say.
 class EventPump {
  public:
     virtual ~EventPump() = default;

@@ -5,6 +5,7 @@
 #include "app/contrast.h"
 #include "app/stored_settings.h"
 #include "common/fault.h"
+#include "common/help_file.h"
 #include "common/path_text.h"
 #include "link/port.h"
 #include "support/virtual_console.h"

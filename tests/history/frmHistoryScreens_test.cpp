@@ -87,7 +87,7 @@ class HistoryScreens : public HistoryFormTest, public testing::WithParamInterfac
 
 TEST_P(HistoryScreens, Viewer) {
     ReadSite();
-    frmHistory form(console.Make.History(), console.View, AnyWindow(), nullptr);
+    frmHistory form(console.Make.History(), AnyWindow(), nullptr);
     form.Load();
     form.show();
     Keep(form, QStringLiteral("frmHistory"));
@@ -99,7 +99,7 @@ TEST_P(HistoryScreens, Viewer) {
 }
 
 TEST_P(HistoryScreens, ViewerWithoutRows) {
-    frmHistory form(console.Make.History(), console.View, AnyWindow(), nullptr);
+    frmHistory form(console.Make.History(), AnyWindow(), nullptr);
     form.Load();
     form.show();
     Keep(form, QStringLiteral("frmHistory-empty"));
