@@ -12,6 +12,7 @@
 
 #include "client/frmClientColumn.h"
 #include "client/layout.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 
@@ -128,7 +129,7 @@ QWidget* frmClientControls::MakeControl(const ControlRow& row, int index) {
             return column;
         }
         case ControlKind::Button:
-            return new QPushButton(around);
+            return NamedButton(around, {}, {});
         default: {
             auto* label = new QLabel(around);
             label->setTextFormat(Qt::PlainText);

@@ -98,6 +98,15 @@ TEST_F(MainWindowTest, AnOperationActsOnTheWindowThatWasClickedLast) {
     EXPECT_EQ(WindowOf(3)->SettingsValid(), False);
 }
 
+TEST_F(MainWindowTest, EnterPressesTheButtonThatHasTheFocus) {
+    StartConnected();
+    ClickClient(1);
+    auto& button = Find<QPushButton>("cmdGetSettings");
+    ASSERT_TRUE(host_.RunUntil([&] { return button.isEnabled(); }));
+    QTest::keyClick(&button, Qt::Key_Return);
+    EXPECT_NE(WindowOf(1)->SettingsValid(), False);
+}
+
 TEST_F(MainWindowTest, EnterOnTheListOpensTheClient) {
     StartConnected();
     auto& list = Find<QListWidget>("lvwClients");

@@ -389,6 +389,14 @@ TEST_F(Form, ButtonsAreInTabOrderWithNamesAndKeys) {
     }
 }
 
+TEST_F(Form, EnterPressesTheButtonThatHasTheFocus) {
+    const auto window = Open();
+    window->GiveFocus();
+    Find(*window, "cmdMeter")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(window->Model().Record.DisplayMode, DisplayMeter);
+}
+
 TEST_F(Form, AKeyChoosesTheModeOfTheActiveWindowAlone) {
     const auto first = Open("first");
     const auto second = Open("second");

@@ -363,6 +363,37 @@ TEST_F(frmMainConsoleTest, MonitorShowsLevelAndNextRadioUntilExit) {
     ExpectAtRest();
 }
 
+TEST_F(frmMainConsoleTest, EnterPressesTheMonitorsButtonThatHasTheFocus) {
+    ClickItem(1);
+    ClickItem(2);
+    AwaitCommands();
+    const auto name = [](const QWidget& form) {
+        return forms_bench::Find<QLabel>(form, "lblClientName")->text();
+    };
+    bool pressed = false;
+    int looks = 0;
+    QString shown;
+    const AsSoonAs next(MonitorPolls, [&] {
+        forms_bench::Find(*QApplication::activeModalWidget(), "cmdNext")->setFocus();
+        Press(Qt::Key_Return);
+        pressed = true;
+    });
+    const AsSoonAs leave(
+        [&] {
+            constexpr int Enough = 2000;
+            return pressed && MonitorPolls() &&
+                   (++looks > Enough ||
+                    name(*QApplication::activeModalWidget()) == QStringLiteral("Site 1"));
+        },
+        [&] {
+            shown = name(*QApplication::activeModalWidget());
+            QApplication::activeModalWidget()->close();
+        });
+    Click("cmdSignalLevel");
+    EXPECT_EQ(shown, QStringLiteral("Site 1"));
+    ExpectAtRest();
+}
+
 TEST_F(frmMainConsoleTest, FrameOfARunningMonitorIsRefusedAndEndsIt) {
     ClickItem(1);
     AwaitCommands();
