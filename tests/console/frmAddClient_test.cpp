@@ -93,6 +93,31 @@ TEST_F(frmAddClient1Test, CancelLeavesWithoutValidating) {
     EXPECT_TRUE(boxes.Shown.empty());
 }
 
+TEST_F(frmAddClient1Test, ShiftTabToCancelValidatesNothing) {
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Focused(), "cmdCancel");
+    EXPECT_TRUE(boxes.Shown.empty());
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Focused(), "txtClientRadioName") << "past it no missing name is carried";
+    EXPECT_EQ(boxes.Shown.size(), 1U);
+}
+
+TEST_F(frmAddClient1Test, EnterPressesTheButtonThatHasTheFocus) {
+    Type("Weir");
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(Focused(), "cmdCancel");
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.Tag, "CANCEL");
+    Show(form);
+    Find(form, "txtClientRadioName")->setFocus();
+    Press(Qt::Key_Tab);
+    ASSERT_EQ(Focused(), "cmdNext");
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.Tag, "NEXT");
+}
+
 TEST_F(frmAddClient1Test, EscapeAndTheFrameLeaveWithoutValidating) {
     Press(Qt::Key_Escape);
     EXPECT_FALSE(form.isVisible());
@@ -259,8 +284,17 @@ TEST_F(frmAddClient2Test, CancelAndEscapeLeaveABadField) {
     EXPECT_TRUE(boxes.Shown.empty());
 }
 
+TEST_F(frmAddClient2Test, ShiftTabFromABadChannelReachesCancelWhichEnterPresses) {
+    Press(Qt::Key_Delete);
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Focused(), "cmdCancel");
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.Tag, "CANCEL");
+    EXPECT_TRUE(boxes.Shown.empty());
+}
+
 TEST_F(frmAddClient2Test, MacFieldsTakeEightCharactersAndRefuseMoreThanTwo) {
-    EXPECT_EQ(Find<QLineEdit>(form, "txtChannel")->maxLength(), 2);
     EXPECT_EQ(Find<QLineEdit>(form, "txtMAC(0)")->maxLength(), 8);
     Find<QLineEdit>(form, "txtMAC(0)")->setFocus();
     QApplication::clipboard()->setText(QStringLiteral("123456789"));
