@@ -86,9 +86,41 @@ TEST(ImageBytes, TextIsPaddedWithBlanksOrCut) {
     EXPECT_EQ(image, (Bytes{0xEE, 'a', 'b', 'c', 'd', 0xEE}));
 }
 
-TEST(ImageBytes, BytesThatAreNoCharactersReadAsBlanks) {
+TEST(ImageBytes, ACharacterGoesOutAsItsLatin1Byte) {
+    Bytes image(6, 0xEE);
+    config::PutString(
+        "\xC2\xB0"  // degree sign
+        "C",
+        image, 1, 4);
+    EXPECT_EQ(image, (Bytes{0xEE, 0xB0, 'C', ' ', ' ', 0xEE}));
+    config::PutString("\xC3\xBF\xC2\x80\xC2\xA0!", image, 1, 4);  // the last one, the first two
+    EXPECT_EQ(image, (Bytes{0xEE, 0xFF, 0x80, 0xA0, '!', 0xEE}));
+}
+
+TEST(ImageBytes, ACharacterWithoutALatin1ByteGoesOutAsOneBlank) {
+    Bytes image(6, 0xEE);
+    config::PutString(
+        "\xE2\x82\xAC"       // euro
+        "a\xF0\x9F\x93\xA1"  // satellite dish
+        "b",
+        image, 0, 6);
+    EXPECT_EQ(image, (Bytes{' ', 'a', ' ', 'b', ' ', ' '}));
+    config::PutString("\xC4\x80\xB0q", image, 0, 6);  // the first above Latin-1, then a stray byte
+    EXPECT_EQ(image, (Bytes{' ', ' ', 'q', ' ', ' ', ' '}));
+}
+
+TEST(ImageBytes, ATextIsCutByCharactersNeverInsideOne) {
+    Bytes image(5, 0xEE);
+    config::PutString("\xC3\xA4\xC3\xB6\xC3\xBC\xC3\x9F\xC3\xA9", image, 0, 4);
+    EXPECT_EQ(image, (Bytes{0xE4, 0xF6, 0xFC, 0xDF, 0xEE}));
+    config::PutString("abc\xE2\x82\xAC\xC3\xA9", image, 0, 4);
+    EXPECT_EQ(image, (Bytes{'a', 'b', 'c', ' ', 0xEE}));
+}
+
+TEST(ImageBytes, BytesThatAreNoPlainCharactersReadAsBlanks) {
     const Bytes image{'A', 0x07, 'B', 0x80, ' ', 0xFF};
     EXPECT_EQ(config::GetString(image, 0, 6), "A B");
+    EXPECT_EQ(config::GetString(Bytes{0xB0, 'C', 0x1F, 0x7F, 0x20, '~'}, 0, 6), " C \x7F ~");
     EXPECT_EQ(config::GetString(Bytes(4, ' '), 0, 4), "");
     EXPECT_EQ(config::GetString(Bytes(4, 0), 0, 4), "");
 }
@@ -375,6 +407,27 @@ TEST_F(SettingsTransfer, WritesFourPiecesThenReadsThemBack) {
     ASSERT_TRUE(Read(back));
     EXPECT_EQ(back.LoggerName, "New name");
     EXPECT_EQ(back.FlowMode, 1);
+}
+
+TEST_F(SettingsTransfer, TextBeyondPlainCharactersIsOneByteInTheLoggerAndABlankBehindIt) {
+    LoggerState state;
+    ASSERT_TRUE(Read(state));
+    state.EngUnits[1] =
+        "\xC2\xB0"
+        "C";
+    state.LoggerName =
+        "S\xC3\xBC"
+        "d 3";
+    ASSERT_TRUE(Write(state));
+    const simulator::Bytes& memory = logger_.Memory();
+    EXPECT_EQ(simulator::Bytes(memory.begin() + 8, memory.begin() + 15),
+              (simulator::Bytes{'S', 0xFC, 'd', ' ', '3', ' ', ' '}));
+    EXPECT_EQ(simulator::Bytes(memory.begin() + 8 + 57, memory.begin() + 8 + 60),
+              (simulator::Bytes{0xB0, 'C', ' '}));
+    LoggerState back;
+    ASSERT_TRUE(Read(back));
+    EXPECT_EQ(back.EngUnits[1], " C");
+    EXPECT_EQ(back.LoggerName, "S d 3");
 }
 
 TEST_F(SettingsTransfer, MemoryThatDoesNotTakeAValueFailsTheComparison) {
