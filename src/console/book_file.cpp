@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
 constexpr std::size_t DigitsOfMac = 12;
-/// Bytes of the largest file that is taken for a book.
-constexpr std::uintmax_t LargestBook = 64U << 20U;
+/// Bytes of the largest file that is taken for a book, and so of its longest line.
+constexpr std::size_t LargestBook = std::size_t{64} << 20U;
 
 /// Whether a line without blanks at its ends is meant as an entry.
 bool BeginsEntry(std::string_view line) {
@@ -87,7 +87,7 @@ std::string BookLine(const ClientRadio& entry) {
 }
 
 int ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries) {
-    LineReader lines(file);
+    LineReader lines(file, UINTMAX_MAX, LargestBook);
     std::string_view line;
     int dropped = 0;
     while (lines.Next(line)) {

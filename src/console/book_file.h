@@ -21,8 +21,7 @@ inline constexpr int MostEntries = 32767;
 [[nodiscard]] std::string BookLine(const ClientRadio& entry);
 
 /// Appends what the file holds to `entries`; lines that are no entries are passed over. Gives the
-/// number of lines that begin as an entry and were dropped, as too short or as too many, and of
-/// those above LongestLine.
+/// number of lines that begin as an entry and were dropped, as too short or as too many.
 int ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries);
 
 /// Reads the file at `path` in place of the entries; a file that cannot be read leaves those that

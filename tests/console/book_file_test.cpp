@@ -153,13 +153,26 @@ TEST(Book, LinesThatBeginAsEntriesAndAreNoneAreCounted) {
     EXPECT_EQ(entries.UpperBound(), 1);
 }
 
-TEST(Book, ALongNameIsReadUpToTheLongestLine) {
+TEST(Book, ALineOfAnyLengthIsReadAndWrittenBack) {
+    const std::string path = JoinPath(FreshFolder("book"), "long.obk");
     const std::string behind = "\", 10, 00A0961F2E3D";
-    const std::string name(LongestLine - 1 - behind.size(), 'n');
-    const auto entries = Read("\"" + name + behind + "\r\n\"" + name + "n" + behind + "\n", 1);
+    std::string contents;
+    for (const std::size_t length : {LongestLine, LongestLine + 1, std::size_t{1} << 20U}) {
+        contents += "\"" + std::string(length - 1 - behind.size(), 'n') + behind + "\r\n";
+    }
+    contents += std::string(Plain) + "\r\n\r\n";
+    const auto entries = Read(contents);
+    ASSERT_EQ(entries.UpperBound(), 4);
+    EXPECT_EQ(entries[3].Name.size(), (std::size_t{1} << 20U) - 1 - behind.size());
+    EXPECT_EQ(entries[3].Channel, 0x10);
+    EXPECT_TRUE(WriteBookFile(path, entries));
+    EXPECT_TRUE(FileContents(path) == contents);
+}
+
+TEST(Book, WhatFollowsTheTwelfthDigitMayBeLong) {
+    const auto entries = Read(std::string(Plain) + " " + std::string(LongestLine, '#') + "\r\n");
     ASSERT_EQ(entries.UpperBound(), 1);
-    EXPECT_EQ(entries[1].Name, name);
-    EXPECT_EQ(entries[1].Channel, 0x10);
+    EXPECT_EQ(BookLine(entries[1]), Plain);
 }
 
 TEST(Book, TwoEntriesOfOneAddressLoad) {
