@@ -72,7 +72,7 @@ void LineReader::Keep(std::string_view piece) {
 }
 
 bool OpenTextFile(std::string_view path, std::uintmax_t largest, TextFile& file) {
-    if (!FileExists(path)) {
+    if (!IsRegularFile(path)) {
         return false;
     }
     const std::filesystem::path native(NativePath(path));

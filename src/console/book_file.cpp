@@ -1,10 +1,9 @@
 #include "console/book_file.h"
 
-#include <fstream>
 #include <istream>
 
+#include "common/file_rewrite.h"
 #include "common/line_reader.h"
-#include "common/path_text.h"
 #include "common/text.h"
 #include "console/hex_text.h"
 
@@ -108,14 +107,11 @@ int ReadBookFile(std::string_view path, NumberedArray<ClientRadio>& entries) {
 }
 
 bool WriteBookFile(std::string_view path, const NumberedArray<ClientRadio>& entries) {
-    if (!TakesFile(path)) {
-        return false;
-    }
-    std::ofstream file(NativePath(path), std::ios::binary | std::ios::trunc);
+    std::string text;
     for (const ClientRadio& entry : entries) {
-        file << BookLine(entry) << LineEnd;
+        text += BookLine(entry);
+        text += LineEnd;
     }
-    file << LineEnd;
-    file.close();
-    return file.good();
+    text += LineEnd;
+    return RewriteFile(path, text);
 }

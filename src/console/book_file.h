@@ -28,8 +28,8 @@ int ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries);
 /// could. Gives the number of lines dropped, as ReadBook does.
 int ReadBookFile(std::string_view path, NumberedArray<ClientRadio>& entries);
 
-/// Rewrites the file at `path` from the entries, in place; False if that failed, with the file as
-/// far as it was written.
+/// Rewrites the file at `path` from the entries, in place; False if that failed, with a file that
+/// was there as it was.
 [[nodiscard]] bool WriteBookFile(std::string_view path, const NumberedArray<ClientRadio>& entries);
 
 #endif  // ORVIA_CONSOLE_BOOK_FILE_H
