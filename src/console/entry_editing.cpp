@@ -46,7 +46,7 @@ bool AddressIsFree(const EntryContext& context, const ClientRadio& entry) {
     }
     context.boxes.Show({.Text = "Error: the following client radio already has the same channel "
                                 "and MAC number:\n\n    " +
-                                context.book.Entries[*holder].Name,
+                                ShownName(context.book.Entries[*holder].Name),
                         .Title = "Channel/MAC Not Unique",
                         .Icon = BoxIcon::Exclamation});
     return false;
@@ -146,7 +146,7 @@ void DeleteClientRadio(const EntryContext& context) {
     const int number = context.view.SelectedClient();
     const auto& entries = context.book.Entries;
     if (!entries.Holds(number) || !MayDelete(context, number) ||
-        !ConfirmDelete(context, std::string(entries[number].Name))) {
+        !ConfirmDelete(context, ShownName(entries[number].Name))) {
         return;
     }
     if (entries.Holds(number) && entries[number].WindowIndex == NoWindow) {

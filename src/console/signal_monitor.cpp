@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "console/entry_texts.h"
 #include "console/hex_text.h"
 #include "console/operation_shape.h"
 #include "console/signal_level.h"
@@ -57,7 +58,7 @@ void StepToNextRadio(const OperationContext& context, SignalMonitor& monitor, Si
 void DisplayClient(const AddressBook& book, const SignalMonitor& monitor, SignalView& view) {
     if (book.Entries.Holds(monitor.ClientIndex)) {
         const ClientRadio& entry = book.Entries[monitor.ClientIndex];
-        view.ShowRadio({entry.Name, HyphenedMac(entry.Mac), ByteToHex(entry.Channel)});
+        view.ShowRadio({ShownName(entry.Name), HyphenedMac(entry.Mac), ByteToHex(entry.Channel)});
     }
 }
 
