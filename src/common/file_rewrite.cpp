@@ -57,7 +57,8 @@ FileRewrite::~FileRewrite() {
     std::error_code ignored;
     if (!taken_ && made_) {
         std::filesystem::remove(path_, ignored);
-    } else if (!taken_ && ready_ && !device_) {
+    } else if (!taken_ && ready_ && !device_ &&
+               std::filesystem::file_size(path_, ignored) != before_) {
         std::filesystem::resize_file(path_, before_, ignored);
     }
 }
@@ -85,6 +86,10 @@ bool FileRewrite::Cut(std::uintmax_t size) const {
         std::filesystem::resize_file(path_, size, failure);
     }
     return !failure;
+}
+
+bool CanRewrite(std::string_view path) {
+    return FileRewrite(path).IsReady();
 }
 
 bool RewriteFile(std::string_view path, std::string_view text) {

@@ -48,6 +48,10 @@ class FileRewrite {
     bool taken_ = false;  // the text is in the file
 };
 
+/// Whether the file at `path` can be written, or made if there is none; found out by opening it,
+/// since permissions alone do not tell. Changes nothing.
+[[nodiscard]] bool CanRewrite(std::string_view path);
+
 /// Rewrites the file at `path`, or makes it; False if that failed, with a file that was there as it
 /// was and none where none was.
 [[nodiscard]] bool RewriteFile(std::string_view path, std::string_view text);

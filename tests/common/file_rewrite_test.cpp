@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
 
 #ifndef _WIN32
@@ -102,6 +103,19 @@ TEST_F(FileRewriteTest, AFileThatIsNotWrittenAfterAllIsAsItWas) {
         EXPECT_TRUE(file.IsReady());
     }
     EXPECT_FALSE(fs::exists(fresh));
+}
+
+TEST_F(FileRewriteTest, AskingWhetherItCanBeWrittenChangesNothing) {
+    Begin(old_);
+    const auto then = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    fs::last_write_time(path_, then);
+    EXPECT_TRUE(CanRewrite(path_));
+    ExpectFile(old_);
+    EXPECT_EQ(fs::last_write_time(path_), then);
+    EXPECT_TRUE(CanRewrite(JoinPath(folder_, "fresh")));
+    EXPECT_FALSE(fs::exists(JoinPath(folder_, "fresh")));
+    EXPECT_FALSE(CanRewrite(JoinPath(folder_, "gone/fresh")));
+    EXPECT_FALSE(CanRewrite(folder_));
 }
 
 TEST_F(FileRewriteTest, WhatCannotBeWrittenFails) {
