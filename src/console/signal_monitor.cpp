@@ -1,7 +1,5 @@
 #include "console/signal_monitor.h"
 
-#include <memory>
-
 #include "console/hex_text.h"
 #include "console/operation_shape.h"
 #include "console/signal_level.h"
@@ -26,29 +24,30 @@ int SlotInView(const OperationContext& context, const SignalMonitor& monitor) {
     return entries.Holds(monitor.ClientIndex) ? entries[monitor.ClientIndex].WindowIndex : NoWindow;
 }
 
-/// The window in the next slot that has one, going round; nothing if there is none at all. It is
-/// the same window again if there is no other.
-std::shared_ptr<ClientWindow> NextWindow(const OperationContext& context, int slot) {
+/// The window in the next slot that has one, going round; none if there is none at all. It is the
+/// same window again if there is no other.
+Target NextWindow(const OperationContext& context, int slot) {
     const int count = context.windows.UpperBound() + 1;
     for (int step = 1; step <= count; ++step) {
-        if (auto window = context.windows.At((slot + step) % count)) {
-            return window;
+        const int next = (slot + step) % count;
+        if (context.windows.At(next)) {
+            return WindowInSlot(context, next);
         }
     }
-    return nullptr;
+    return {};
 }
 
 void StepToNextRadio(const OperationContext& context, SignalMonitor& monitor, SignalView& view) {
     monitor.NextRequested = false;
-    const auto window = NextWindow(context, SlotInView(context, monitor));
-    if (!window || !context.book.Entries.Holds(window->ClientIndex())) {
+    const Target next = NextWindow(context, SlotInView(context, monitor));
+    if (!next.Radio) {
         return;
     }
-    monitor.ClientIndex = window->ClientIndex();
+    monitor.ClientIndex = next.Window->ClientIndex();
     DisplayClient(context.book, monitor, view);
     context.radio.view.SetPointer(Pointer::Hourglass);
     // A radio that cannot be selected has told so, and gives no readings.
-    static_cast<void>(SelectRadioOf(context, *window));
+    static_cast<void>(SelectRadioOf(context, next));
     context.radio.view.SetPointer(Pointer::Normal);
 }
 
