@@ -120,6 +120,8 @@ void ShowSignalLevel(const OperationContext& context, SignalMonitorDialog& dialo
     }
     OnActiveWindow(context, [&](const Target& target) {
         context.radio.view.SetPointer(Pointer::Normal);
-        dialog.ShowMonitor(context, target.Window->ClientIndex());
+        if (IsOpen(context, target)) {
+            dialog.ShowMonitor(context, target.Window->ClientIndex());
+        }
     });
 }

@@ -217,6 +217,22 @@ TEST_F(EntryEditingTest, SampledClientIsFollowedWhenAnEntryBeforeItIsDeleted) {
     EXPECT_NE(sampling.ContinuousMode, SamplingIdle);
 }
 
+TEST_F(EntryEditingTest, SampledClientThatIsDeletedLeavesItsNumberToNobody) {
+    console.Connect();
+    console.OpenWindow(1);
+    SampleContinuously(console.Operation());
+    console.Outside.Time.Run(3 * Second);
+    std::static_pointer_cast<FakeClientWindow>(console.State.Windows.At(0))->Unload();
+    console.View.Selected = 1;
+    DeleteClientRadio(Entries());
+    const auto other = console.OpenWindow(1);
+    ASSERT_EQ(other->Title, "Site 2");
+    ASSERT_EQ(Entry(1).WindowIndex, 0) << "number and slot are those of the sampled window";
+    console.Outside.Time.Run(3 * Second);
+    EXPECT_TRUE(other->Points.empty()) << "what the other logger measures is not shown here";
+    EXPECT_EQ(console.State.SamplingRecord.ContinuousMode, SamplingIdle);
+}
+
 TEST_F(EntryEditingTest, DeletingBehindTheSampledClientKeepsItsNumber) {
     console.State.SamplingRecord.ContinuousClient = 1;
     console.View.Selected = 2;

@@ -217,6 +217,19 @@ TEST_F(SignalMonitorTest, WhileALoggerIsSampledNothingIsShown) {
     ExpectAtRest();
 }
 
+TEST_F(SignalMonitorTest, WindowClosedWhileItsRadioIsSelectedShowsNoMonitor) {
+    const auto window = console.OpenWindow(1);
+    console.Outside.Time.In(300 * Millisecond, [&] {
+        EXPECT_EQ(console.State.OperationsRecord.OperationBusy, True);
+        window->Unload();
+        Book().Entries.Remove(1);
+    });
+    StopAfter(1);
+    Show();
+    EXPECT_TRUE(monitor.Names.empty()) << "the entry that has its number is another radio's";
+    ExpectAtRest();
+}
+
 TEST_F(SignalMonitorTest, ExitTakesEffectWithinOneExchange) {
     console.OpenWindow(1);
     const auto asked = std::make_shared<Microseconds>(0);
