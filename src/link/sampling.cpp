@@ -5,6 +5,7 @@
 
 #include "common/fault.h"
 #include "link/busy_guard.h"
+#include "link/port.h"
 #include "logger/commands.h"
 
 namespace comm {
@@ -167,7 +168,8 @@ void TellUpdateFailed(const SamplingContext& context, const ClientWindow& window
          .Icon = BoxIcon::Exclamation});
 }
 
-/// Updates all open windows; stops at one whose radio cannot be selected, and returns that.
+/// Updates all open windows; stops at one whose radio cannot be selected, and returns that. A
+/// device that is lost ends the pass, as it ends the mode.
 std::shared_ptr<ClientWindow> UpdateWindows(const SamplingContext& context) {
     const BusyGuard busy(context.operations.OperationBusy);
     context.radio.view.SetPointer(Pointer::Hourglass);
@@ -176,6 +178,9 @@ std::shared_ptr<ClientWindow> UpdateWindows(const SamplingContext& context) {
         auto window = context.windows.At(context.book.Entries[number].WindowIndex);
         if (window && !UpdateWindow(context, *window)) {
             return window;
+        }
+        if (DeviceLost(context.radio.link)) {
+            break;
         }
     }
     context.radio.view.SetPointer(Pointer::Normal);

@@ -71,6 +71,18 @@ TEST_F(LoggerOperations, NothingIsSampledForAWindowClosedWhileItsSettingsAreRead
     ExpectAtRest();
 }
 
+TEST_F(LoggerOperations, NothingIsSampledOnceTheDeviceIsLost) {
+    const auto window = OpenSite(1);
+    window->WhenSettingsRead = [this] {
+        console_.Outside.Port.PullOut();
+        console_.Outside.Time.Run(Second);
+    };
+    SampleContinuously(console_.Operation());
+    EXPECT_EQ(console_.State.LinkRecord.LinkState, LinkDisconnected);
+    EXPECT_EQ(console_.State.SamplingRecord.ContinuousMode, SamplingIdle);
+    ExpectAtRest();
+}
+
 TEST_F(LoggerOperations, WithNoClientWindowActiveNothingHappens) {
     const auto window = OpenSite(1);
     window->Active = False;
