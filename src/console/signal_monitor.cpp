@@ -3,6 +3,7 @@
 #include "console/hex_text.h"
 #include "console/operation_shape.h"
 #include "console/signal_level.h"
+#include "link/port.h"
 #include "logger/command_codes.h"
 
 namespace {
@@ -51,6 +52,32 @@ void StepToNextRadio(const OperationContext& context, SignalMonitor& monitor, Si
     context.radio.view.SetPointer(Pointer::Normal);
 }
 
+/// Whether the device of the port is gone. That is told like any failure of the server radio,
+/// unless one was told already.
+bool DeviceIsGone(const OperationContext& context) {
+    Link& link = context.radio.link;
+    if (link.LinkState != LinkDisconnected && !link.MSComm1.PortOpen()) {
+        comm::LinkDown(link, context.radio.boxes);
+        return true;
+    }
+    return comm::DeviceLost(link);
+}
+
+bool GoesOn(const OperationContext& context, const SignalMonitor& monitor) {
+    return !StopAsked(context, monitor) && !DeviceIsGone(context);
+}
+
+/// Lets events run. A tick among them can be the first to notice that the device is gone, and tells
+/// nobody.
+void RunEvents(const OperationContext& context) {
+    Link& link = context.radio.link;
+    const bool linked = link.LinkState != LinkDisconnected;
+    link.Events.RunPendingEvents();
+    if (linked && comm::DeviceLost(link)) {
+        comm::LinkDown(link, context.radio.boxes);
+    }
+}
+
 }  // namespace
 
 void DisplayClient(const AddressBook& book, const SignalMonitor& monitor, SignalView& view) {
@@ -86,13 +113,13 @@ void RunMonitor(const OperationContext& context, SignalMonitor& monitor, SignalV
     monitor.MonitorState = MonitorRunning;
     view.EnableNext(context.windows.UpperBound() >= 1);
     std::optional<int> level = ReadSignalLevel(context, monitor);
-    while (!StopAsked(context, monitor)) {
+    while (GoesOn(context, monitor)) {
         if (monitor.NextRequested) {
             level.reset();
             StepToNextRadio(context, monitor, view);
         }
         view.ShowLevel(LevelText(level), BarLength(level));
-        context.radio.link.Events.RunPendingEvents();
+        RunEvents(context);
         level = ReadSignalLevel(context, monitor);
     }
     monitor.MonitorState = MonitorFinished;
