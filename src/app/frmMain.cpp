@@ -216,7 +216,9 @@ int frmMain::ClientCount() const {
 }
 
 int frmMain::SelectedClient() const {
-    return lvwClients_->currentRow() + 1;
+    // The current row has the focus of the keys and is not always highlighted.
+    const QList<QListWidgetItem*> selected = lvwClients_->selectedItems();
+    return selected.isEmpty() ? 0 : lvwClients_->row(selected.front()) + 1;
 }
 
 std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {

@@ -1,6 +1,7 @@
 #include "console/entry_editing.h"
 
 #include "book_bench.h"
+#include "console/client_list.h"
 
 namespace {
 
@@ -141,6 +142,27 @@ TEST_F(EntryEditingTest, NothingSelectedIsNothingToEditOrDelete) {
         EXPECT_TRUE(Shown().empty());
         EXPECT_EQ(Names(), "Site 1,Site 2,Site 3");
     }
+}
+
+TEST_F(EntryEditingTest, ItemThatTheKeysGoToButIsNotHighlightedIsNotSelected) {
+    list.TakeFocus();
+    ASSERT_EQ(console.View.Current, 1);
+    dialogs.Edited = EntryTexts{"Weir", NewAddress};
+    EditClientRadio(Entries());
+    DeleteClientRadio(Entries());
+    OpenOrActivateClient(Book(), console.State.Windows, console.View);
+    EXPECT_FALSE(dialogs.Shown);
+    EXPECT_TRUE(Shown().empty());
+    EXPECT_EQ(Names(), "Site 1,Site 2,Site 3");
+    EXPECT_EQ(console.State.Windows.NumClientWindows, 0);
+}
+
+TEST_F(EntryEditingTest, SelectionGoesToTheNeighbourOfADeletedEntry) {
+    console.View.Selected = 2;
+    DeleteClientRadio(Entries());
+    DeleteClientRadio(Entries());
+    EXPECT_EQ(Names(), "Site 1");
+    EXPECT_EQ(console.View.Selected, 1);
 }
 
 TEST_F(EntryEditingTest, NewAddressOfAnOpenWindowAppliesFromItsNextSelection) {
