@@ -84,6 +84,46 @@ TEST_F(AutoUpdateTest, AtMidnightAPassRunsAtOnceThenTheMarkRestarts) {
     EXPECT_EQ(window->Points.size(), 2U);
 }
 
+TEST_F(AutoUpdateTest, AfterAClockThatJumpedForwardOnePassRunsThenMarksCountFromThere) {
+    for (const int jumped : {121, 300, 3600, 8 * 3600}) {
+        SCOPED_TRACE(jumped);
+        console_.State.Windows = {};
+        console_.State.Book.Entries.Reset();
+        const auto window = OpenSite(1);
+        StartAutoUpdate();
+        console_.Outside.Time.Run(70 * Second);
+        ASSERT_EQ(window->Points.size(), 1U);
+        console_.Outside.Clock.Start.Second += jumped;
+        console_.Outside.Time.Run(55 * Second);
+        EXPECT_EQ(window->Points.size(), 2U) << "missed passes are not made up";
+        console_.Outside.Time.Run(10 * Second);
+        EXPECT_EQ(window->Points.size(), 3U) << "a minute from the pass";
+        sampling_.ContinuousMode = SamplingIdle;
+    }
+}
+
+TEST_F(AutoUpdateTest, AClockSetForwardByLessGivesOnePassTheMarksStay) {
+    const auto window = OpenSite(1);
+    StartAutoUpdate();
+    console_.Outside.Time.Run(70 * Second);
+    const float mark = sampling_.NextAutoUpdate;
+    console_.Outside.Clock.Start.Second += 90;
+    console_.Outside.Time.Run(10 * Second);
+    EXPECT_EQ(window->Points.size(), 2U);
+    EXPECT_EQ(sampling_.NextAutoUpdate, mark + 60);
+}
+
+TEST_F(AutoUpdateTest, AfterAClockSetBackOnePassRunsThenMarksCountFromThere) {
+    const auto window = OpenSite(1);
+    StartAutoUpdate();
+    console_.Outside.Time.Run(70 * Second);
+    console_.Outside.Clock.Start.Hour -= 1;
+    console_.Outside.Time.Run(55 * Second);
+    EXPECT_EQ(window->Points.size(), 2U);
+    console_.Outside.Time.Run(10 * Second);
+    EXPECT_EQ(window->Points.size(), 3U);
+}
+
 TEST_F(AutoUpdateTest, AutoUpdateEndsWithTheLastWindow) {
     const auto window = OpenSite(1);
     StartAutoUpdate();
@@ -130,6 +170,60 @@ TEST_P(MomentOfAPass, WindowsClosedThenDoNoHarm) {
     EXPECT_TRUE(console_.Outside.Boxes.Shown.empty());
 }
 
+TEST_P(MomentOfAPass, AnEntryDeletedThenTakesNoOtherWindowsTurn) {
+    console_.AddSite(BasicSite(1));
+    std::vector<std::shared_ptr<FakeClientWindow>> windows;
+    for (int number = 2; number <= 6; ++number) {
+        windows.push_back(OpenSite(number));
+    }
+    StartAutoUpdate();
+    console_.Outside.Time.Run(30 * Second);
+    bool inside = false;
+    InNextPass([&] {
+        inside = operations_.OperationBusy != False && sampling_.StepRuns != False;
+        console_.State.Book.Entries.Remove(1);
+        for (const auto& window : windows) {
+            window->SetClientIndex(static_cast<std::int16_t>(window->Index - 1));
+        }
+    });
+    console_.Outside.Time.Run(55 * Second);
+    EXPECT_TRUE(inside);
+    for (const auto& window : windows) {
+        EXPECT_EQ(window->Points.size(), 1U) << window->Title;
+    }
+    EXPECT_EQ(sampling_.ContinuousMode, AutoUpdateRunning);
+}
+
+TEST_P(MomentOfAPass, AWindowClosedThenAndItsEntryDeletedTakeNoOtherWindowsTurn) {
+    std::vector<std::shared_ptr<FakeClientWindow>> windows;
+    for (int number = 1; number <= 3; ++number) {
+        windows.push_back(OpenSite(number));
+    }
+    StartAutoUpdate();
+    console_.Outside.Time.Run(30 * Second);
+    InNextPass([&] {
+        windows[0]->Unload();
+        console_.State.Book.Entries.Remove(1);
+        windows[1]->SetClientIndex(1);
+        windows[2]->SetClientIndex(2);
+    });
+    console_.Outside.Time.Run(55 * Second);
+    EXPECT_EQ(windows[1]->Points.size(), 1U);
+    EXPECT_EQ(windows[2]->Points.size(), 1U);
+    EXPECT_EQ(sampling_.ContinuousMode, AutoUpdateRunning);
+}
+
+TEST_P(MomentOfAPass, AnEntryAddedThenTakesNoOtherWindowsTurn) {
+    const auto first = OpenSite(1);
+    const auto second = OpenSite(2);
+    StartAutoUpdate();
+    console_.Outside.Time.Run(30 * Second);
+    InNextPass([this] { console_.AddSite(BasicSite(3)); });
+    console_.Outside.Time.Run(55 * Second);
+    EXPECT_EQ(first->Points.size(), 1U);
+    EXPECT_EQ(second->Points.size(), 1U);
+}
+
 TEST_P(MomentOfAPass, ADeviceLostThenEndsTheMode) {
     for (int number = 1; number <= 3; ++number) {
         OpenSite(number);
@@ -149,6 +243,28 @@ TEST_P(MomentOfAPass, ADeviceLostThenEndsTheMode) {
     for (const BoxContent& box : console_.Outside.Boxes.Shown) {
         EXPECT_NE(box.Title, "Connect Error") << "nobody tries to open it for the next window";
     }
+}
+
+TEST_F(AutoUpdateTest, AWindowClosedBeforeItsTurnInAPassIsPassedOver) {
+    OpenSite(1);
+    const auto second = OpenSite(2);
+    const auto third = OpenSite(3);
+    StartAutoUpdate();
+    console_.Outside.Time.Run(30 * Second);
+    ASSERT_TRUE(console_.Outside.Time.RunUntil(
+        [this] { return operations_.OperationBusy == False; }, Second));
+    console_.Outside.Network.ClearRecord();
+    bool closed = false;
+    console_.Outside.Time.StartTimer(Millisecond, [&] {
+        if (!closed && operations_.OperationBusy != False) {
+            closed = true;
+            second->Unload();
+        }
+    });
+    console_.Outside.Time.Run(55 * Second);
+    EXPECT_TRUE(closed);
+    EXPECT_TRUE(RequestsTo(2).empty());
+    EXPECT_EQ(third->Points.size(), 1U);
 }
 
 INSTANTIATE_TEST_SUITE_P(AutoUpdate, MomentOfAPass, ::testing::Range(0, 3300, 300));
