@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTextDocument>
+#include <QWindow>
 #include <map>
 
 #include "app/contrast.h"
@@ -132,8 +133,18 @@ void frmMain::Load() {
     lblAddressBook_->clear();
     show();
     Timer2_.start();
+    AwaitPlace();
     ShowConnect();
     EndStart(state_, *this);
+}
+
+void frmMain::AwaitPlace() {
+    constexpr std::int16_t MostTicks = 10;
+    Link& link = state_.LinkRecord;
+    link.WaitTicks = MostTicks;
+    while (!windowHandle()->isExposed() && link.WaitTicks > 0 && link.ShuttingDown == False) {
+        link.Events.WaitForMoreEvents();
+    }
 }
 
 void frmMain::SetPointer(Pointer pointer) {
