@@ -90,13 +90,20 @@ void RenumberWindows(const EntryContext& context, int first) {
     }
 }
 
+/// Sampling goes on under the new number of its client. That of a deleted client is another's now:
+/// its sampling finds no client and ends.
+void FollowSampledClient(Sampling& sampling, int deleted) {
+    if (sampling.ContinuousClient > deleted) {
+        --sampling.ContinuousClient;
+    } else if (sampling.ContinuousClient == deleted) {
+        sampling.ContinuousClient = 0;
+    }
+}
+
 void TakeOut(const EntryContext& context, int number) {
     context.book.Entries.Remove(number);
     RenumberWindows(context, number);
-    // Sampling goes on under the new number of its client.
-    if (context.sampling.ContinuousClient > number) {
-        --context.sampling.ContinuousClient;
-    }
+    FollowSampledClient(context.sampling, number);
     context.list.RemoveItem(number);
 }
 

@@ -192,6 +192,33 @@ TEST_F(MainWindowTest, TheConnectButtonPressedInsideASamplingStepDisconnectsWhen
     ExpectAtRest();
 }
 
+TEST_F(MainWindowTest, TheConnectButtonShowsTheDialogAfterTheDeviceWasLostDuringSampling) {
+    StartConnected();
+    ClickClient(1);
+    Click("cmdSampleContinuously");
+    ASSERT_TRUE(host_.RunUntil(
+        [this] { return WindowOf(1)->Model().Record.LoggerState.NumDataPoints == 2; }));
+    host_.Virtual.Port.PullOut();
+    auto& button = Find<QPushButton>("cmdConnect");
+    ASSERT_TRUE(host_.RunUntil([&] { return button.text() == QStringLiteral("C&onnect"); }));
+    boxes_.Shown.clear();
+    bool shown = false;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
+        if (auto* dialog = dynamic_cast<frmConnect*>(QApplication::activeModalWidget())) {
+            shown = true;
+            dialog->findChild<QPushButton*>(QStringLiteral("cmdConnect"))->click();
+        }
+    });
+    look.start(1);
+    Click("cmdConnect");
+    EXPECT_TRUE(host_.RunUntil([&] { return shown; })) << "one press is enough";
+    EXPECT_TRUE(host_.RunUntil([this] { return host_.Virtual.Port.PortOpen(); }));
+    EXPECT_EQ(state_.SamplingRecord.ContinuousMode, SamplingIdle);
+    EXPECT_TRUE(boxes_.Shown.empty());
+    ExpectAtRest();
+}
+
 TEST_F(MainWindowTest, ClosingTheClientInsideEveryWaitOfGetSampleLeavesNothingBusy) {
     StartConnected();
     for (int moment = 100; moment <= 4000; moment += 300) {

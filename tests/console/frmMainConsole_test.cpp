@@ -408,6 +408,30 @@ TEST_F(frmMainConsoleTest, FrameOfARunningMonitorIsRefusedAndEndsIt) {
     ExpectAtRest();
 }
 
+TEST_F(frmMainConsoleTest, DeviceLostUnderTheMonitorIsToldAndEndsIt) {
+    ClickItem(1);
+    AwaitCommands();
+    const AsSoonAs pull(MonitorPolls, [this] { host_.Virtual.Port.PullOut(); });
+    bool stayed = false;
+    const Later leave(2000, [&] {
+        stayed = QApplication::activeModalWidget() != nullptr;
+        if (stayed) {
+            Press(Qt::Key_Escape);
+        }
+    });
+    Click("cmdSignalLevel");
+    EXPECT_TRUE(pull.Done());
+    EXPECT_FALSE(stayed) << "two seconds here are forty on the line";
+    ASSERT_EQ(boxes_.Shown.size(), 1U);
+    EXPECT_EQ(boxes_.Shown[0].Text, "Error: unable to communicate with server radio");
+    EXPECT_EQ(boxes_.Shown[0].Title, "Server Connection Error");
+    ASSERT_TRUE(RunEventsUntil([this] {
+        return forms_bench::Find<QLineEdit>(*window_, "txtServerState")->text() ==
+               QStringLiteral("Disconnected");
+    }));
+    ExpectAtRest();
+}
+
 TEST_F(frmMainConsoleTest, EscapeEndsTheMonitorAndItCanBeShownAgain) {
     ClickItem(1);
     AwaitCommands();

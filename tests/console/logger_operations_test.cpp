@@ -51,6 +51,38 @@ TEST_F(LoggerOperations, GetSampleActsOnTheActiveWindow) {
     EXPECT_EQ(second->Points.size(), 1U);
 }
 
+TEST_F(LoggerOperations, NothingIsSampledForAWindowClosedWhileItsSettingsAreRead) {
+    const auto window = OpenSite(1);
+    console_.AddSite(BasicSite(2));
+    std::shared_ptr<FakeClientWindow> other;
+    console_.Outside.Time.In(750 * Millisecond, [&] {
+        EXPECT_EQ(operations_.OperationBusy, True);
+        EXPECT_EQ(console_.State.LinkRecord.LinkState, LinkNormal);
+        window->Unload();
+        console_.State.Book.Entries.Remove(1);
+        other = console_.OpenWindow(1);
+    });
+    SampleContinuously(console_.Operation());
+    EXPECT_EQ(console_.State.SamplingRecord.ContinuousMode, SamplingIdle);
+    console_.Outside.Time.Run(5 * Second);
+    ASSERT_NE(other, nullptr);
+    ASSERT_EQ(console_.State.Windows.At(0), other) << "it has the slot and the number now";
+    EXPECT_TRUE(other->Points.empty()) << "the other logger's samples are not its own";
+    ExpectAtRest();
+}
+
+TEST_F(LoggerOperations, NothingIsSampledOnceTheDeviceIsLost) {
+    const auto window = OpenSite(1);
+    window->WhenSettingsRead = [this] {
+        console_.Outside.Port.PullOut();
+        console_.Outside.Time.Run(Second);
+    };
+    SampleContinuously(console_.Operation());
+    EXPECT_EQ(console_.State.LinkRecord.LinkState, LinkDisconnected);
+    EXPECT_EQ(console_.State.SamplingRecord.ContinuousMode, SamplingIdle);
+    ExpectAtRest();
+}
+
 TEST_F(LoggerOperations, WithNoClientWindowActiveNothingHappens) {
     const auto window = OpenSite(1);
     window->Active = False;
