@@ -64,6 +64,7 @@ class Run:
         self.options = options
         self.folder = options.folder.resolve()
         self.trouble = []
+        self.stopped = False
         self._printing = threading.Lock()
         # Whoever goes on writing code meanwhile does not disturb a run.
         self._files = files_of(ROOT)
@@ -156,6 +157,7 @@ class Run:
             print(text, flush=True)
 
     def stop(self):
+        self.stopped = True
         self.sample.abandon()
         for bench in self.benches:
             bench.stop.set()
@@ -195,24 +197,24 @@ def list_all(options):
 def run(options, task):
     for name in (signal.SIGINT, signal.SIGTERM):
         signal.signal(name, lambda *_: task.stop())
-    status = 0
     try:
         task.try_all()
-        if options.forms and not task.trouble:
+        if options.forms and not task.stopped:
             task.ask_forms()
     except Stopped:
-        status = 130
+        pass
     except BenchError as trouble:
         task.trouble.append(trouble)
     task.close()
     if task.trouble:
         print(f"broken off: {task.trouble[0]}", file=sys.stderr)
         return 2
-    if status == 0 and options.require is not None and \
-            report.share(task.sample.made) < options.require:
+    if task.stopped:
+        return 130
+    if options.require is not None and report.share(task.sample.made) < options.require:
         print(f"less than {options.require} % noticed", file=sys.stderr)
         return 1
-    return status
+    return 0
 
 
 if __name__ == "__main__":
