@@ -18,7 +18,7 @@ LEAST_LIMIT = 10
 TIMES_BASELINE = 5
 CLOCK_TO_PROCESSOR = 30
 MEMORY_KIB = 6 * 1024 * 1024
-OUTPUT_BLOCKS = 128 * 1024  # of 512 bytes
+OUTPUT_BLOCKS = 2 * 1024 * 1024  # of 512 bytes
 SLOW_TEST = 0.1  # seconds; such tests run when all others have passed
 BUILD_LIMIT = 3600
 
@@ -166,7 +166,8 @@ class Bench:
         report = self.tree / "build" / "tests.json"
         done = self.run_tests(program, None, 1200, f"--gtest_output=json:{report}")
         if done.status != 0:
-            raise BenchError(f"{program} fails without any mistake:\n{done.output[-4000:]}")
+            raise BenchError(f"{program} fails without any mistake, {done.reason()}:\n"
+                             f"{done.output[-4000:]}")
         tests = {}
         for suite in json.loads(report.read_text())["testsuites"]:
             for test in suite["testsuite"]:
