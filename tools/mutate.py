@@ -16,9 +16,9 @@ sys.dont_write_bytecode = True
 from mutation import report
 from mutation.bench import Bench, BenchError, Stopped, files_of
 from mutation.mutants import all_mutants
-from mutation.rooms import Includes, programs_seeing, sources_of_program
+from mutation.rooms import Includes, programs_seeing, seen_by_forms, sources_of_program
 from mutation.sample import Results, Sample, drawn
-from mutation.trial import NOTICED, Plan, baseline, try_mutant
+from mutation.trial import SURVIVED, Plan, baseline, try_mutant
 
 ROOT = Path(__file__).resolve().parent.parent
 
@@ -99,7 +99,8 @@ class Run:
         seeing = programs_seeing(first.tree, self.includes, programs)
         used = sorted({program for seen in seeing.values() for program in seen})
         self.say("running the tests without a mistake")
-        plan = Plan(seeing, baseline(first, used, self.folder / "baseline.json"))
+        plan = Plan(seeing, baseline(first, used, self.folder / "baseline.json"),
+                    seen_by_forms(first.tree))
         threads = [threading.Thread(target=self._work, args=(bench, plan))
                    for bench in self.benches]
         for thread in threads:
@@ -147,7 +148,7 @@ class Run:
         plan = Plan({mutant.path: programs for mutant in survivors}, times)
         for mutant in survivors:
             outcome, by, seconds = try_mutant(bench, plan, mutant)
-            if outcome == NOTICED:
+            if outcome != SURVIVED:
                 self.sample.replace(mutant, outcome, by, seconds)
             self.say(f"forms, {outcome} {by}: {mutant.path}:{mutant.line} {mutant.id}")
         self._keep_survivors()

@@ -2,6 +2,7 @@
 """Tries the mistakes of tools/mutate.py on small pieces of code, and what surrounds them: the order
 in which they are drawn, what is kept of a run, what is told at its end."""
 
+import dataclasses
 import sys
 import tempfile
 import unittest
@@ -312,6 +313,8 @@ class Rooms(unittest.TestCase):
         self.assertEqual(seeing["src/low/a.cpp"], ["high_tests"])
         self.assertEqual(seeing["src/low/extra.cpp"], ["low_tests"])
         self.assertEqual(seeing["src/high/c.cpp"], ["high_tests"])
+        self.assertEqual(rooms.seen_by_forms(self.root),
+                         {"src/high/frmC.cpp", "src/low/b.h", "src/low/extra.cpp"})
 
     def test_hold_logic_apart_from_forms(self):
         self.assertNotIn("src/high/frmC.cpp", logic_files(self.root))
@@ -391,6 +394,15 @@ class Trying(unittest.TestCase):
         self.assertEqual(self.verdict()[0], EQUAL)
         self.bench.compiles = False
         self.assertEqual(self.verdict()[0], STILLBORN)
+
+    def test_knows_that_no_form_was_built(self):
+        self.bench.changes = False
+        self.mutant = dataclasses.replace(self.mutant, path="src/link/piece.h")
+        self.bench.write(self.mutant.path, self.CODE)
+        for of_forms, outcome in ((set(), EQUAL), ({self.mutant.path}, SURVIVED)):
+            self.plan = Plan({self.mutant.path: ["link_tests"]},
+                             {"link_tests": {"seconds": 1, "tests": {}}}, of_forms)
+            self.assertEqual(self.verdict()[0], outcome)
 
     def test_limits_follow_the_measure(self):
         self.assertEqual(self.plan.limit("link_tests"), 45)

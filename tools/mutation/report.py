@@ -19,7 +19,8 @@ def change_of(mutant):
 
 def progress_line(number, size, mutant, entry):
     old, new = change_of(mutant)
-    by = f" by {entry['by']}" if entry["by"] and entry["outcome"] == NOTICED else ""
+    by = f" by {entry['by']}" if entry["outcome"] == NOTICED else entry["by"] and \
+        f" ({entry['by']})"
     change = f"\n        - {old}\n        + {new}" if entry["outcome"] == SURVIVED else ""
     return f"[{number:4}/{size}] {entry['outcome']}{by}: {mutant.path}:{mutant.line} " \
            f"{mutant.operator} {mutant.id} ({entry['seconds']:.1f} s){change}"

@@ -9,15 +9,15 @@ _FORM = re.compile(r"frm[A-Z]")
 
 
 class Includes:
-    """The includes of the logic and its tests, file by file."""
+    """The includes of the logic and its tests, file by file; those of forms too if asked."""
 
-    def __init__(self, root):
+    def __init__(self, root, forms=False):
         self._root = Path(root)
         self._of = {}
         self._implements = {}  # header -> sources that define what it declares
         for folder in ("src", "tests"):
             for path in sorted(Path(root, folder).rglob("*")):
-                if path.suffix in (".h", ".cpp") and not _needs_windows(path):
+                if path.suffix in (".h", ".cpp") and (forms or not _needs_windows(path)):
                     self._take(path)
 
     def _take(self, path):
@@ -76,6 +76,14 @@ def sources_of_program(root, program):
     return [path.relative_to(root).as_posix()
             for path in sorted(Path(root, "tests", room).glob("*_test.cpp"))
             if not _needs_windows(path)]
+
+
+def seen_by_forms(root):
+    """Files that a form includes, or what runs the forms."""
+    includes = Includes(root, forms=True)
+    return includes.seen_from(path.relative_to(root).as_posix()
+                              for path in sorted(Path(root, "src").rglob("*.cpp"))
+                              if _needs_windows(path))
 
 
 def _needs_windows(path):

@@ -18,14 +18,19 @@ class Plan:
     """What to run for a file: its own room's tests first, then of the others the quick ones first;
     and of each program the slow tests after all quick ones."""
 
-    def __init__(self, seeing, baseline):
+    def __init__(self, seeing, measured, of_forms=frozenset()):
         self._seeing = seeing
-        self._baseline = baseline
+        self._baseline = measured
+        self._of_forms = of_forms  # files that forms see
 
     def programs_for(self, mutant):
         own = mutant.room + "_tests"
         return sorted(self._seeing.get(mutant.path, []),
                       key=lambda program: (program != own, self._quick_seconds(program), program))
+
+    def without_trace(self, mutant):
+        """The verdict on a mistake in a header that changes nothing built: forms were not."""
+        return (SURVIVED, "only a form could show it") if mutant.path in self._of_forms else (EQUAL, "")
 
     def phases(self, program):
         """Filters for the quick tests and for the slow ones, which may be none."""
@@ -87,14 +92,14 @@ def _judge(bench, plan, mutant):
         return STILLBORN, ""
     changed = bench.changed_objects(since)
     if not changed and mutant.path.endswith(".cpp"):
-        return EQUAL, ""
+        return EQUAL, ""  # its one object is the same
     by = _run(bench, plan, first, 0) if changed else None
     if by:
         return NOTICED, by
     if rest and not bench.build(rest):
         return STILLBORN, ""
     if not changed and not bench.changed_objects(since):
-        return EQUAL, ""
+        return plan.without_trace(mutant)
     by = _run(bench, plan, rest, 0) or _run(bench, plan, programs, 1)
     return (NOTICED, by) if by else (SURVIVED, "")
 
