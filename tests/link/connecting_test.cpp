@@ -178,6 +178,16 @@ TEST_F(ConnectingTest, ToggleDisconnectsALinkThenConnectedStaysTrue) {
     EXPECT_EQ(console_.State.OperationsRecord.OperationBusy, False);
 }
 
+TEST_F(ConnectingTest, ADisconnectHoldsTheLinkUntilTheRadioIsLeft) {
+    Connect();
+    Flag held = False;
+    console_.Outside.Time.In(200 * Millisecond,
+                             [&] { held = console_.State.OperationsRecord.OperationBusy; });
+    EXPECT_EQ(comm::ToggleConnection(console_.Toggling()), comm::Toggle::Nothing);
+    EXPECT_NE(held, False);
+    EXPECT_EQ(console_.State.OperationsRecord.OperationBusy, False);
+}
+
 TEST_F(ConnectingTest, AfterADisconnectTheNextOperationReopensThePortByItself) {
     const auto window = console_.OpenWindow(console_.AddSite(BasicSite(1)));
     Connect();

@@ -190,6 +190,26 @@ TEST_F(SamplingTest, AnOperationHoldsTheContinuousModeStill) {
     EXPECT_EQ(sampling_.SampleTicks, 0);
 }
 
+TEST_F(SamplingTest, AStepOfTheContinuousModeHoldsTheLink) {
+    OpenSite(1);
+    StartContinuously();
+    console_.Outside.Network.AirDelay = 20 * Millisecond;
+    bool held = true;
+    int exchanges = 0;
+    for (int moment = 5; moment < 3000; moment += 5) {
+        console_.Outside.Time.In(moment * Millisecond, [&] {
+            if (link_.CommBusy != False) {
+                ++exchanges;
+                held = held && operations_.OperationBusy != False;
+            }
+        });
+    }
+    console_.Outside.Time.Run(3 * Second);
+    EXPECT_GT(exchanges, 10);
+    EXPECT_TRUE(held);
+    EXPECT_EQ(operations_.OperationBusy, False);
+}
+
 TEST_F(SamplingTest, AFaultEndsTheMachines) {
     OpenSite(1);
     StartContinuously();

@@ -438,6 +438,25 @@ TEST_F(SettingsTransfer, MemoryThatDoesNotTakeAValueFailsTheComparison) {
     EXPECT_FALSE(Write(state));
 }
 
+// Whichever of the 458 bytes the logger does not take. Tried at both ends of every piece and block,
+// and between.
+TEST(ReadBack, ComparesEveryByte) {
+    const LoggerState written = Filled();
+    const Bytes image = Encoded(written);
+    for (const std::size_t at : {0, 1, 64, 127, 128, 129, 200, 240, 241, 242, 243, 265, 288, 289,
+                                 290, 291, 400, 456, 457}) {
+        VirtualConsole console;
+        const int entry = console.AddSite(BasicSite(1, 3, 2));
+        console.Connect();
+        ASSERT_TRUE(comm::SelectClient(console.Radio(), console.State.Book.Entries[entry]));
+        simulator::Logger& logger = *console.Outside.Network.Loggers().front();
+        const std::size_t address = at < 242 ? 8 + at : at < 290 ? 256 + at - 242 : 512 + at - 290;
+        logger.Memory()[address] = static_cast<std::uint8_t>(~image[at]);
+        logger.IgnoreWritesAt(address);
+        EXPECT_FALSE(config::WriteLoggerSettings(console.State.Exchange, written)) << at;
+    }
+}
+
 TEST_F(SettingsTransfer, AValueThatDoesNotFitWritesNothing) {
     LoggerState state;
     ASSERT_TRUE(Read(state));

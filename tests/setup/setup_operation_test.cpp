@@ -121,6 +121,21 @@ TEST_F(SetupOperation, ReadsAgainThoughTheIdleLimitClosedThePort) {
     EXPECT_EQ(window->Valid, True);
 }
 
+TEST_F(SetupOperation, TheLinkIsHeldForTheReadBehindADialogThatLetGoOfIt) {
+    Flag held = False;
+    WhileShown = [&](const auto&) {
+        console.State.OperationsRecord.OperationBusy = False;
+        console.Outside.Time.In(5 * testing_support::Millisecond, [&] {
+            EXPECT_NE(console.State.LinkRecord.CommBusy, False) << "the read has begun";
+            held = console.State.OperationsRecord.OperationBusy;
+        });
+    };
+    Run();
+    EXPECT_EQ(window->SettingsReads, 2);
+    EXPECT_NE(held, False);
+    ExpectReleased();
+}
+
 TEST_F(SetupOperation, TheDialogCanBringTheRadioBack) {
     bool back = false;
     WhileShown = [&](const std::function<bool()>& reselect) {
