@@ -203,16 +203,12 @@ TEST_F(Lifecycle, AFaultInOneStageLeavesTheOthersWhole) {
 }
 
 /// The store as every release has written it.
-const std::map<std::string, std::string> TenKeys{{"Configuration/Port", "COM7"},
-                                                 {"Configuration/Baud", "9600"},
-                                                 {"Configuration/AddressBook", "a.obk"},
-                                                 {"Configuration/LastFilePath", "folder"},
-                                                 {"Configuration/LastFile0", "f0"},
-                                                 {"Configuration/LastFile1", "f1"},
-                                                 {"Configuration/LastFile2", "f2"},
-                                                 {"Configuration/LastFile3", "f3"},
-                                                 {"Configuration/AutoDisconnect", "1"},
-                                                 {"Configuration/CSVDateTimeSingleColumn", "Yes"}};
+const std::map<std::string, std::string> TenKeys{
+    {"Configuration/Port", "COM7"},         {"Configuration/Baud", "9600"},
+    {"Configuration/AddressBook", "a.obk"}, {"Configuration/LastFilePath", "folder"},
+    {"Configuration/LastFile0", "f0"},      {"Configuration/LastFile1", "f1"},
+    {"Configuration/LastFile2", "f2"},      {"Configuration/LastFile3", "f3"},
+    {"Configuration/AutoDisconnect", "1"},  {"Configuration/CSVDateTimeSingleColumn", "Yes"}};
 
 TEST_F(Lifecycle, AllTenKeysAreSavedAsEdited) {
     settings_ = {"COM7", "9600", "a.obk", "folder", {"f0", "f1", "f2", "f3"}, "1", "Yes"};

@@ -107,8 +107,9 @@ class UploadBench {
         return text;
     }
 
-    /// Whether record `i` of the store is record `i` of the logger: its time as the bytes stand, then
-    /// a count of two bytes, low byte first, for each channel that the logger has, and no other.
+    /// Whether record `i` of the store is record `i` of the logger: its time as the bytes stand,
+    /// then a count of two bytes, low byte first, for each channel that the logger has, and no
+    /// other.
     [[nodiscard]] bool IsRecord(std::int32_t i) const {
         const HistoryRecord& stored = Store().Records()[static_cast<std::size_t>(i)];
         const simulator::Bytes bytes = logger->Record(static_cast<std::uint32_t>(i));
