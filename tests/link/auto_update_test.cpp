@@ -42,6 +42,27 @@ TEST_F(AutoUpdateTest, AutoUpdateGoesOverAllWindows) {
     EXPECT_EQ(console_.View.Shape, Pointer::Normal);
 }
 
+TEST_F(AutoUpdateTest, WhatTheRadioSaidOnItsWayToALoggerDelaysNoRequest) {
+    OpenSite(1);
+    OpenSite(2);
+    StartAutoUpdate();
+    testing_support::Microseconds left = 0;
+    std::vector<testing_support::Microseconds> delays;
+    console_.Outside.Network.SetTrace([&](const simulator::Exchange& exchange) {
+        const auto now = console_.Outside.Time.Now();
+        if (exchange.OfRadio) {
+            left = now;
+        } else if (exchange.Request == simulator::Bytes{0x09, 0x00}) {
+            delays.push_back(now - left);
+        }
+    });
+    console_.Outside.Time.Run(10 * Second);
+    ASSERT_EQ(delays.size(), 2U);
+    for (const auto delay : delays) {
+        EXPECT_LT(delay, 150 * Millisecond) << "a pause for stray bytes is longer";
+    }
+}
+
 TEST_F(AutoUpdateTest, AutoUpdatePassesOverAWindowWithoutSettings) {
     const auto window = OpenSite(1);
     StartAutoUpdate();

@@ -29,6 +29,23 @@ TEST_F(SamplingTest, AOneShotSampleAsksTwiceThenReads) {
     EXPECT_NE(window->Points[0].Time, "");
 }
 
+TEST(OneShotSample, IsNotDelayedByAStrayByteBehindItsFirstRequest) {
+    const auto taken = [](bool stray) {
+        testing_support::VirtualConsole console;
+        const auto window = console.OpenWindow(console.AddSite(testing_support::BasicSite(1)));
+        console.Connect();
+        const auto start = console.Outside.Time.Now();
+        console.Outside.Time.In(1500 * Millisecond, [&] {
+            EXPECT_EQ(console.State.SamplingRecord.SingleSample, 2) << "between the two requests";
+            console.Outside.Port.Receive(stray ? Bytes{0x55} : Bytes{});
+        });
+        GetSample(console.Operation());
+        EXPECT_EQ(window->Points.size(), 1U);
+        return console.Outside.Time.Now() - start;
+    };
+    EXPECT_EQ(taken(true), taken(false));
+}
+
 TEST_F(SamplingTest, AOneShotSampleStepsAtTicksTenAndTwelve) {
     OpenSite(1);
     comm::StartSingleSample(sampling_, newest_);

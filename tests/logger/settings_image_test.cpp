@@ -47,14 +47,38 @@ TEST(Float24Decode, DividesOneStepAtATime) {
     EXPECT_FALSE(std::signbit(config::DecodeFloat24(0x800000))) << "a zero has no sign";
 }
 
-TEST(Float24Decode, WhatALoggerHoldsEncodesToTheSameValue) {
+TEST(Float24Decode, GivesMantissaByPowerOfTenWithItsSign) {
     std::mt19937 random(9);
+    const double powers[] = {1, 10, 100, 1e3, 1e4, 1e5, 1e6, 1e7};
     for (int i = 0; i < 100000; ++i) {
-        const auto bits = static_cast<std::int32_t>(random() % 1'000'000 + (random() % 16 << 20));
-        const double value = config::DecodeFloat24(bits);
-        const double again = config::DecodeFloat24(config::EncodeFloat24(value));
-        EXPECT_NEAR(again, value, std::fabs(value) * 1e-5 + 5e-8) << bits;
+        const auto mantissa = static_cast<std::int32_t>(random() % 1'000'000);
+        const auto scale = static_cast<std::int32_t>(random() % 8);
+        const bool negative = random() % 2 != 0;
+        const std::int32_t bits = mantissa + (scale << 20) + (negative ? 0x800000 : 0);
+        const double value = mantissa / powers[scale] * (negative ? -1 : 1);
+        // Each of the divisions rounds once, by half of the last place at most.
+        EXPECT_NEAR(config::DecodeFloat24(bits), value, std::fabs(value) * 1e-15) << bits;
     }
+}
+
+TEST(Float24Decode, WhatTheConsoleWritesComesBackToTheBit) {
+    std::mt19937 random(10);
+    for (int i = 0; i < 100000; ++i) {
+        const auto scale = static_cast<std::int32_t>(random() % 8);
+        // Six digits wherever the scale leaves room for them.
+        const auto mantissa = static_cast<std::int32_t>(scale == 7 ? 1 + random() % 999'999
+                                                                   : 100'000 + random() % 900'000);
+        const std::int32_t sign = random() % 2 != 0 ? 0x800000 : 0;
+        const std::int32_t bits = mantissa + (scale << 20) + sign;
+        EXPECT_EQ(config::EncodeFloat24(config::DecodeFloat24(bits)), bits);
+    }
+}
+
+TEST(Float24Decode, WhatAnotherProgramWroteWithFewerDigitsKeepsItsValue) {
+    EXPECT_EQ(config::EncodeFloat24(config::DecodeFloat24(5 + (1 << 20))), 500000 + (6 << 20));
+    EXPECT_EQ(config::EncodeFloat24(config::DecodeFloat24(12 + 0x800000)),
+              120000 + (4 << 20) + 0x800000);
+    EXPECT_EQ(config::EncodeFloat24(config::DecodeFloat24(99999 + (3 << 20))), 999990 + (4 << 20));
 }
 
 TEST(Float24Encode, WhatIsNoNumberIsAFault) {
