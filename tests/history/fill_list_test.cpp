@@ -106,7 +106,8 @@ TEST_F(FillListTest, FlowFollowsFromTheFirstChannelAndIsWorkedOutOnceForACount) 
     EXPECT_THAT(RowOf(table, 3), ElementsAre("1/1/24 00:00:00", "0.0", "0", "3", "0.0", "0.5"));
     EXPECT_THAT(RowOf(table, 4),
                 ElementsAre("1/1/24 00:00:00", "65535.0", "32767", "3", "131070.0", "65535.5"));
-    EXPECT_THAT(RowOf(table, 5), ElementsAre("1/1/24 00:00:00", "50.0", "25", "3", "100.0", "50.5"));
+    EXPECT_THAT(RowOf(table, 5),
+                ElementsAre("1/1/24 00:00:00", "50.0", "25", "3", "100.0", "50.5"));
 }
 
 TEST_F(FillListTest, WithoutVelocityOnlyTheFlowStandsBehindTheChannels) {
