@@ -327,7 +327,7 @@ TEST_F(SetupForm, TheFieldOfAnEditableListIsCalledLikeTheList) {
             ++fields;
         }
     }
-    EXPECT_EQ(fields, 3 * 2 + 2 * 2 + 1) << "units and places of each channel, and the roughness";
+    EXPECT_EQ(fields, 3 * 2 + 2 * 2 + 2) << "units and places of the channels; warm-up, roughness";
 }
 
 TEST_F(SetupForm, TabGoesThroughEveryPageInOrder) {

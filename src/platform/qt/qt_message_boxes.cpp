@@ -66,7 +66,8 @@ BoxAnswer AnswerOf(QMessageBox::StandardButton button) {
 }
 
 /// A box as wide as the longest line of its text, whose own line breaks are the only ones: the
-/// toolkit's box wraps what takes more than half of a screen. Only what no screen holds is wrapped.
+/// toolkit's box wraps what takes more than half of a screen. Only what no screen holds is wrapped,
+/// and a single word that none holds ends at the edge of the box.
 class LineBox final : public QMessageBox {
  public:
     using QMessageBox::QMessageBox;
@@ -74,7 +75,7 @@ class LineBox final : public QMessageBox {
  protected:
     bool event(QEvent* event) override {
         const bool done = QMessageBox::event(event);
-        // With each of these the box has chosen its size.
+        // The toolkit's box has chosen its size.
         if (event->type() == QEvent::LayoutRequest && isVisible()) {
             FitText();
         }
@@ -85,8 +86,11 @@ class LineBox final : public QMessageBox {
         QMessageBox::showEvent(event);
         const QSize before = size();
         FitText();
-        // It stands in the middle, by the size that it had.
         const QSize more = size() - before;
+        if (more.isNull()) {
+            return;
+        }
+        // It stands in the middle, by the size that it had.
         const QPoint place = pos() - QPoint(more.width() / 2, more.height() / 2);
         const QRect there = screen()->availableGeometry();
         move(std::max(place.x(), there.left()), std::max(place.y(), there.top()));
@@ -94,34 +98,22 @@ class LineBox final : public QMessageBox {
 
  private:
     void FitText() {
-        auto* text = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
-        if (text == nullptr) {
+        auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        const int most = screen()->availableGeometry().width();
+        if (label == nullptr) {
             return;
         }
-        const int most = screen()->availableGeometry().width();
-        if (WidthOf(*text, false) <= most) {
-            // A long title has made it wider than its text.
-            Fix(std::max(width(), layout()->totalMinimumSize().width()));
-        } else if (WidthOf(*text, true) <= most) {
-            Fix(most);
-        } else {
-            // A word that no screen holds is broken anywhere, which the toolkit's box can do.
-            QEvent again(QEvent::LayoutRequest);
-            QMessageBox::event(&again);
-        }
-        QCoreApplication::removePostedEvents(this, QEvent::LayoutRequest);
-    }
-
-    int WidthOf(QLabel& text, bool wraps) {
-        text.setWordWrap(wraps);
+        label->setWordWrap(false);
         layout()->activate();
-        return layout()->totalMinimumSize().width();
-    }
-
-    void Fix(int width) {
+        const int needed = layout()->totalMinimumSize().width();
+        label->setWordWrap(needed > most);
+        layout()->activate();
+        // A long title has made it wider than its text.
+        const int width = std::min(std::max(size().width(), needed), most);
         setFixedSize(width, layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
                                                           : layout()->totalMinimumSize().height());
         layout()->activate();
+        QCoreApplication::removePostedEvents(this, QEvent::LayoutRequest);
     }
 };
 
