@@ -40,10 +40,21 @@ foreach(file IN LISTS shipped)
     endif()
 endforeach()
 
-# The command starts: it shows its windows, and goes on until it is stopped.
+# A program at the console's place, started over a link as the console is, reads them there.
 file(MAKE_DIRECTORY ${prefix}/home)
-execute_process(COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen HOME=${prefix}/home
-        XDG_CONFIG_HOME=${prefix}/home ASAN_OPTIONS=detect_leaks=0 ${command}
+set(offscreen ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen HOME=${prefix}/home
+    XDG_CONFIG_HOME=${prefix}/home ASAN_OPTIONS=detect_leaks=0)
+cmake_path(GET CHECK FILENAME check)
+file(COPY ${CHECK} DESTINATION ${folder})
+file(CREATE_LINK ${folder}/${check} ${prefix}/bin/${check} SYMBOLIC)
+execute_process(COMMAND ${offscreen} ${prefix}/bin/${check} ${DATA}
+    RESULT_VARIABLE wrong OUTPUT_VARIABLE read)
+if(wrong)
+    message(FATAL_ERROR "the installed catalogues are not read: ${wrong}\n${read}")
+endif()
+
+# The command starts: it shows its windows, and goes on until it is stopped.
+execute_process(COMMAND ${offscreen} ${command}
     TIMEOUT 3 RESULT_VARIABLE ended ERROR_VARIABLE said)
 if(NOT ended MATCHES "timeout")
     message(FATAL_ERROR "the installed console ended by itself: ${ended} ${said}")
