@@ -298,6 +298,17 @@ TEST_F(Transfer, FlowModesAboveTheLastShowNoFlow) {
     }
 }
 
+TEST(SetupControlsTest, BeginWithNothingChosen) {
+    const SetupControls controls;
+    EXPECT_FALSE(controls.chkException || controls.chkSOD || controls.chkWrap);
+    EXPECT_EQ(controls.cmbBaud, NoSelection);
+    EXPECT_EQ(controls.FlowOption, NoSelection);
+    for (const AlarmControls& alarm : controls.Alarms) {
+        EXPECT_FALSE(alarm.chkAlarm);
+        EXPECT_EQ(alarm.cmbAlarm, 0);
+    }
+}
+
 TEST_F(Transfer, EveryListOfFlowIsTaken) {
     for (const int item : {0, 1}) {
         Show();
