@@ -47,7 +47,7 @@ inline constexpr std::size_t MostRatingColumns = 3;
 using RatingRow = std::array<double, MostRatingColumns>;
 
 /// Most rows that a device keeps.
-inline constexpr std::size_t MostRatingRows = 1001;
+inline constexpr std::size_t MostRatingRows = 1000;
 
 /// Whom a kind of device stands with in a list.
 enum class RatingGroup { ThinPlate, LongThroated, Flume, Channel, OwnPoints };
@@ -126,7 +126,8 @@ struct RatingRowsRead {
 
 /// Takes typed, pasted or comma-separated text as the device's rows. Blanks, tabs, semicolons and
 /// commas separate; figures in quotes count, and so does a decimal comma where tabs or semicolons
-/// separate. A column may be missing from the third on: it takes the figure of the row before.
+/// separate. From the third on a column may be missing: 0, which leaves the figure to the row
+/// before.
 RatingRowsRead SetRatingRowsText(RatingDevice& device, std::string_view text);
 
 #endif  // ORVIA_FLOW_RATING_DEVICE_H

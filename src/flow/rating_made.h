@@ -24,18 +24,18 @@ struct RatingRemark {
     int Field = -1;  ///< position of the field that it is about, -1 for none
 };
 
-/// How far one of the operator's own points lies from the curve.
+/// How far one of the operator's own points lies from the power law fitted to them.
 struct RatingResidual {
     double Head = 0;     ///< feet
     double Flow = 0;     ///< cfs, as given
-    double Percent = 0;  ///< by which the given flow exceeds the curve's
+    double Percent = 0;  ///< by which the given flow exceeds that of the law
     bool Outlier = false;
 };
 
 /// A rating. Without points it was refused, and a remark tells why.
 struct Rating {
     FlowTable Points;      ///< feet and cfs; straight lines between them are at most 0.1 % off
-    double LeastHead = 0;  ///< feet: the range in which the method holds and the points lie
+    double LeastHead = 0;  ///< feet: where the method holds and points lie; both 0 if nowhere
     double GreatestHead = 0;
     double LeastFlow = 0;  ///< cfs, at the ends of that range
     double GreatestFlow = 0;
