@@ -1,0 +1,78 @@
+// Pictures of the window of ratings for each kind of device, light and dark.
+#include <QDir>
+#include <QPalette>
+#include <QPixmap>
+
+#include "flow/rating_support.h"
+#include "frmRating_fixture.h"
+
+namespace rating_testing {
+namespace {
+
+class RatingScreens : public RatingFormTest, public ::testing::WithParamInterface<bool> {
+ protected:
+    RatingScreens() : before_(QApplication::palette()) {
+        QPalette dark(QColor(53, 53, 53), QColor(53, 53, 53));
+        dark.setColor(QPalette::Base, QColor(35, 35, 35));
+        dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
+        QApplication::setPalette(GetParam() ? dark : QPalette(QColor(239, 239, 239)));
+    }
+    ~RatingScreens() override { QApplication::setPalette(before_); }
+
+    void Keep(const std::string& name) {
+        QTest::qWait(1);
+        QCoreApplication::processEvents();
+        const QPixmap picture = form_->grab();
+        EXPECT_FALSE(picture.isNull());
+        const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
+        if (!folder.isEmpty()) {
+            const QString file =
+                QStringLiteral("frmRating-%1-%2-%3x.png")
+                    .arg(ToQt(name), GetParam() ? QStringLiteral("dark") : QStringLiteral("light"))
+                    .arg(form_->devicePixelRatioF());
+            EXPECT_TRUE(QDir().mkpath(folder));
+            EXPECT_TRUE(picture.save(QDir(folder).filePath(file)));
+        }
+    }
+
+ private:
+    QPalette before_;
+};
+
+TEST_P(RatingScreens, OfEveryKind) {
+    Open();
+    form_->resize(1000, 560);
+    for (const RatingKind& kind : RatingKinds()) {
+        ChooseKind(kind.Key);
+        Control<QPlainTextEdit>("txtRows")->setPlainText(ToQt(RatingRowsText(SomeDevice(kind))));
+        EXPECT_TRUE(RunEventsUntil([&] { return TableRows() > 0; })) << kind.Key;
+        Control("pctCurve")->setFocus();
+        for (int i = 0; i < 12; ++i) {
+            Press(Qt::Key_Right);
+        }
+        Keep(std::string(kind.Key));
+    }
+}
+
+TEST_P(RatingScreens, OfOutliersAndFaultsAndLogarithms) {
+    Open();
+    form_->resize(1000, 560);
+    ChooseKind("points");
+    Control<QPlainTextEdit>("txtRows")->setPlainText(
+        QStringLiteral("0.1 0.12\n0.2 0.36\n0.4 1.1\n0.5 3\n0.6 2.13\n0.8 3.42\n1 4.95\n"));
+    EXPECT_TRUE(RunEventsUntil([&] { return TableRows() > 0; }));
+    Click("chkLogarithmic");
+    Control<QTabWidget>("TabStrip")->setCurrentIndex(1);
+    Keep("outlier");
+    ChooseKind("rectangular-weir");
+    Type(InputOf("rectangular-weir", "crest"), "two");
+    Type(InputOf("rectangular-weir", "crest-height"), "4000");
+    EXPECT_TRUE(RunEventsUntil([&] { return TableRows() == 0; }));
+    Keep("faults");
+}
+
+INSTANTIATE_TEST_SUITE_P(Palettes, RatingScreens, ::testing::Bool(),
+                         [](const auto& dark) { return dark.param ? "Dark" : "Light"; });
+
+}  // namespace
+}  // namespace rating_testing

@@ -1,0 +1,455 @@
+#include <QAccessible>
+#include <QAction>
+#include <QGroupBox>
+#include <map>
+#include <set>
+
+#include "frmRating_fixture.h"
+
+namespace rating_testing {
+namespace {
+
+// ----- every kind shows its fields
+
+class RatingFormKind : public RatingFormTest, public ::testing::WithParamInterface<std::size_t> {
+ protected:
+    const RatingKind& Kind() const { return RatingKinds()[GetParam()]; }
+};
+
+TEST_P(RatingFormKind, ShowsItsFieldsWithCaptionsUnitsAndHints) {
+    Open();
+    ChooseKind(Kind().Key);
+    EXPECT_EQ(LabelText("lblKind"), Kind().Hint);
+    for (std::size_t i = 0; i < Kind().Fields.size(); ++i) {
+        const RatingField& told = Kind().Fields[i];
+        const std::string index = "(" + std::to_string(i) + ")";
+        auto* input = Control(InputOf(Kind().Key, told.Key));
+        EXPECT_TRUE(input->isVisible());
+        auto* caption = Control<QLabel>("lblDimension" + index);
+        EXPECT_EQ(FromQt(caption->text()), std::string(told.Caption) + ":");
+        EXPECT_EQ(caption->buddy(), input);
+        EXPECT_GE(caption->width(), caption->sizeHint().width()) << told.Caption;
+        if (auto* list = qobject_cast<QComboBox*>(input)) {
+            EXPECT_EQ(list->count(), static_cast<int>(told.Choices.size()));
+            continue;
+        }
+        const RatingDevice device = DefaultRatingDevice(Kind(), 0);
+        EXPECT_EQ(Text("txtDimension" + index), RatingFieldText(device, i));
+        EXPECT_EQ(LabelText("lblUnit" + index), RatingUnitText(device, told.Units));
+        EXPECT_TRUE(input->toolTip().contains(ToQt(told.Hint)));
+        EXPECT_TRUE(input->accessibleDescription().contains(ToQt(told.Hint)));
+        EXPECT_FALSE(input->accessibleDescription().isEmpty());
+    }
+    EXPECT_EQ(Control("fraRows")->isVisible(), !Kind().Columns.empty());
+}
+
+TEST_P(RatingFormKind, ShowsARatingOrWhyThereIsNone) {
+    Open();
+    ChooseKind(Kind().Key);
+    if (Kind().Columns.empty()) {
+        EXPECT_GT(TableRows(), 10);
+        EXPECT_TRUE(AboutSays("Range:") && AboutSays("Equations:") && AboutSays("Sources:"));
+        EXPECT_NE(LabelText("lblCursor").find("flow"), std::string::npos);
+    } else {
+        EXPECT_EQ(TableRows(), 0);
+        EXPECT_TRUE(AboutSays("No table can be made"));
+    }
+    EXPECT_FALSE(form_->isWindowModified());
+    EXPECT_TRUE(Boxes().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, RatingFormKind,
+                         ::testing::Range(std::size_t{0}, RatingKinds().size()),
+                         [](const auto& kind) {
+                             std::string name(RatingKinds()[kind.param].Key);
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
+                         });
+
+TEST_F(RatingFormTest, TheListOfKindsIsInGroupsWhoseHeadingsCannotBeChosen) {
+    Open();
+    auto* list = Control<QComboBox>("cmbKind");
+    EXPECT_EQ(FromQt(list->itemText(0)), RatingGroupName(RatingGroup::ThinPlate));
+    EXPECT_FALSE(list->model()->flags(list->model()->index(0, 0)) & Qt::ItemIsSelectable);
+    list->setFocus();
+    std::set<std::string> seen{FromQt(list->currentText())};
+    for (std::size_t i = 1; i < RatingKinds().size(); ++i) {
+        Press(Qt::Key_Down);
+        seen.insert(LabelText("lblKind").empty() ? "" : FromQt(list->currentText()));
+    }
+    EXPECT_EQ(seen.size(), RatingKinds().size());
+}
+
+// ----- typing
+
+TEST_F(RatingFormTest, TheRatingFollowsTyping) {
+    Open();
+    const std::string before = Cell("lvwTable", 20, 1);
+    Type(InputOf("v-notch", "angle"), "90");
+    EXPECT_EQ(Cell("lvwTable", 20, 1), before) << "worked out while typing";
+    Settle([&] { return Cell("lvwTable", 20, 1) != before; });
+    EXPECT_TRUE(form_->isWindowModified());
+}
+
+TEST_F(RatingFormTest, ATextThatIsNoFigureIsToldBesideItsFieldAndStays) {
+    Open();
+    const std::string angle = InputOf("v-notch", "angle");
+    Type(angle, "x9");
+    auto* sign = form_->findChild<QAction*>(QStringLiteral("actSign(0)"));
+    ASSERT_NE(sign, nullptr);
+    EXPECT_TRUE(sign->isVisible());
+    EXPECT_TRUE(
+        Control(angle)->accessibleDescription().contains(QStringLiteral("\"x9\" is not a number")));
+    Settle([this] { return AboutSays("\"x9\" is not a number"); });
+    EXPECT_EQ(TableRows(), 0);
+    EXPECT_EQ(LabelText("lblCursor"), "");
+    EXPECT_EQ(Text(angle), "x9");
+    Type(angle, "70");
+    Settle([this] { return TableRows() > 0; });
+    EXPECT_FALSE(sign->isVisible());
+    EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(RatingFormTest, AFigureOutsideItsLimitsIsToldWithThem) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "1000");
+    Settle([this] { return AboutSays("has to lie between 10 and 150 degrees"); });
+    Type(InputOf("v-notch", "angle"), "");
+    Settle([this] { return AboutSays("Angle of the notch is missing."); });
+}
+
+TEST_F(RatingFormTest, WhatIsOutsideTheLimitsOfTheMethodIsToldInWords) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "140");
+    Settle([this] { return AboutSays("Outside the limits:"); });
+    EXPECT_GT(TableRows(), 0);
+    EXPECT_FALSE(Control(InputOf("v-notch", "angle"))->toolTip().isEmpty());
+}
+
+TEST_F(RatingFormTest, UnitsTurnTheFiguresAndTheRating) {
+    Open();
+    ChooseKind("standard-weir");
+    Control<QComboBox>("cmbLengthUnit")->setCurrentIndex(1);
+    EXPECT_EQ(Text(InputOf("standard-weir", "crest")), "24");
+    EXPECT_EQ(LabelText("lblUnit(0)"), "inches");
+    Control<QComboBox>("cmbFlowUnit")->setCurrentIndex(4);
+    EXPECT_NE(LabelText("lblCursor").find("LPS"), std::string::npos);
+    EXPECT_TRUE(AboutSays("inches, "));
+    const auto* model = Control<QTableView>("lvwTable")->model();
+    EXPECT_EQ(FromQt(model->headerData(0, Qt::Horizontal).toString()), "Head, inches");
+    EXPECT_EQ(FromQt(model->headerData(1, Qt::Horizontal).toString()), "Flow, LPS");
+}
+
+TEST_F(RatingFormTest, FiguresOfAKindAreThereWhenItComesBack) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "77");
+    ChooseKind("parshall");
+    ChooseKind("v-notch");
+    EXPECT_EQ(Text(InputOf("v-notch", "angle")), "77");
+}
+
+TEST_F(RatingFormTest, AChoiceMakesAnotherRating) {
+    Open();
+    ChooseKind("parshall");
+    const std::string before = About();
+    Control<QComboBox>(InputOf("parshall", "size"))->setCurrentIndex(9);
+    Settle([&] { return About() != before; });
+}
+
+TEST_F(RatingFormTest, EnterInAFieldPressesNoButton) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "70");
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(form_->isVisible());
+    EXPECT_TRUE(host_.Dialogs.Queries.empty());
+}
+
+// ----- rows
+
+TEST_F(RatingFormTest, RowsAreTypedAndTheirResidualsShown) {
+    Open();
+    ChooseKind("points");
+    EXPECT_TRUE(LabelText("lblColumns").find("Level in feet, Flow in CFS") != std::string::npos);
+    auto* rows = Control<QPlainTextEdit>("txtRows");
+    rows->setFocus();
+    QTest::keyClicks(rows, QStringLiteral("0.1 0.12\n0.2 0.36\n0.4 1.1\nlater\n0.6 2.13\n"));
+    EXPECT_EQ(LabelText("lblRows"), "4 rows; 1 line is no row and is passed over.");
+    Settle([this] { return TableRows() > 0; });
+    EXPECT_TRUE(Control<QTabWidget>("TabStrip")->isTabVisible(1));
+    EXPECT_EQ(Control<QTableView>("lvwResiduals")->model()->rowCount(), 4);
+    ChooseKind("v-notch");
+    EXPECT_FALSE(Control<QTabWidget>("TabStrip")->isTabVisible(1));
+    ChooseKind("points");
+    EXPECT_NE(FromQt(rows->toPlainText()).find("later"), std::string::npos);
+}
+
+TEST_F(RatingFormTest, RowsComeFromAFileAndCanBeTakenBack) {
+    WriteFile(PathOf("gauged.csv"), "Level,Flow\r\n0.5,1.2\r\n1.0,4.1\r\n2.0,13\r\n");
+    Open();
+    ChooseKind("points");
+    auto* rows = Control<QPlainTextEdit>("txtRows");
+    QTest::keyClicks(rows, QStringLiteral("1 2"));
+    Pick("gauged.csv");
+    Click("cmdRows");
+    EXPECT_EQ(LabelText("lblRows"), "3 rows; 1 line is no row and is passed over.");
+    EXPECT_GT(TableRows(), 0);
+    rows->undo();
+    EXPECT_EQ(FromQt(rows->toPlainText()), "1 2");
+    Pick("missing.csv");
+    Click("cmdRows");
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_EQ(FromQt(rows->toPlainText()), "1 2");
+}
+
+// ----- curve and table
+
+TEST_F(RatingFormTest, TheCursorOfTheCurveTellsItsValue) {
+    Open();
+    auto* curve = Control("pctCurve");
+    auto* table = Control<QTableView>("lvwTable");
+    curve->setFocus();
+    Press(Qt::Key_Home);
+    EXPECT_EQ(table->currentIndex().row(), 0);
+    const std::string first = LabelText("lblCursor");
+    for (const auto& [key, row] :
+         std::initializer_list<std::pair<Qt::Key, int>>{{Qt::Key_Right, 1},
+                                                        {Qt::Key_Up, 2},
+                                                        {Qt::Key_PageUp, 12},
+                                                        {Qt::Key_Left, 11},
+                                                        {Qt::Key_Down, 10},
+                                                        {Qt::Key_PageDown, 0},
+                                                        {Qt::Key_Left, 0},
+                                                        {Qt::Key_End, TableRows() - 1},
+                                                        {Qt::Key_Right, TableRows() - 1}}) {
+        Press(key);
+        EXPECT_EQ(table->currentIndex().row(), row) << key;
+        const std::string told = LabelText("lblCursor");
+        EXPECT_NE(told.find("Head " + Cell("lvwTable", row, 0) + " feet"), std::string::npos);
+        EXPECT_NE(told.find(Cell("lvwTable", row, 1) + " CFS"), std::string::npos);
+        EXPECT_EQ(FromQt(curve->accessibleDescription()), told);
+    }
+    EXPECT_NE(LabelText("lblCursor"), first);
+}
+
+TEST_F(RatingFormTest, ARowOfTheTableMovesTheCursor) {
+    Open();
+    auto* table = Control<QTableView>("lvwTable");
+    table->setFocus();
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Down);
+    EXPECT_NE(LabelText("lblCursor").find("Head " + Cell("lvwTable", 2, 0)), std::string::npos);
+}
+
+TEST_F(RatingFormTest, AClickIntoTheCurveMovesTheCursor) {
+    Open();
+    auto* curve = Control("pctCurve");
+    QCoreApplication::processEvents();
+    QTest::mouseClick(curve, Qt::LeftButton, {}, QPoint(curve->width() - 40, curve->height() / 2));
+    const int right = Control<QTableView>("lvwTable")->currentIndex().row();
+    QTest::mouseClick(curve, Qt::LeftButton, {}, QPoint(curve->width() / 2, curve->height() / 2));
+    const int middle = Control<QTableView>("lvwTable")->currentIndex().row();
+    EXPECT_GT(right, middle);
+    EXPECT_GT(middle, TableRows() / 5);
+}
+
+TEST_F(RatingFormTest, LogarithmicAxesDrawOtherwise) {
+    Open();
+    auto* curve = Control("pctCurve");
+    QCoreApplication::processEvents();
+    const QImage straight = curve->grab().toImage();
+    Click("chkLogarithmic");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(Control<QCheckBox>("chkLogarithmic")->isChecked());
+    EXPECT_NE(curve->grab().toImage(), straight);
+    Click("chkLogarithmic");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(curve->grab().toImage(), straight);
+}
+
+// ----- files
+
+TEST_F(RatingFormTest, SavesATableThatOpensAgain) {
+    Open();
+    ChooseKind("cipolletti");
+    Type("txtName", "Mill & Co");
+    Type(InputOf("cipolletti", "crest"), "3");
+    Pick("mill.tbl");
+    Click("cmdSave");
+    EXPECT_FALSE(form_->isWindowModified());
+    EXPECT_EQ(FromQt(form_->windowTitle()), "Flow Table - mill.tbl[*]");
+    EXPECT_EQ(LabelText("lblState").substr(0, 7), "Saved: ");
+    EXPECT_TRUE(Boxes().empty());
+    form_->close();
+    Open();
+    EXPECT_EQ(FromQt(form_->windowTitle()), "New Flow Table[*]");
+    Pick("mill.tbl");
+    Click("cmdOpen");
+    EXPECT_EQ(LabelText("lblKind"), FindRatingKind("cipolletti")->Hint);
+    EXPECT_EQ(Text("txtName"), "Mill & Co");
+    EXPECT_EQ(Text(InputOf("cipolletti", "crest")), "3");
+    EXPECT_GT(TableRows(), 0);
+    EXPECT_FALSE(form_->isWindowModified());
+}
+
+TEST_F(RatingFormTest, SavingRightBehindTheLastKeyTakesIt) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "80");
+    Pick("mill.tbl");
+    Click("cmdSave");
+    EXPECT_NE(FileContents(PathOf("mill.tbl")).find("angle = 80"), std::string::npos);
+}
+
+TEST_F(RatingFormTest, WhatIsRefusedIsNotSaved) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "no");
+    Click("cmdSave");
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_TRUE(host_.Dialogs.Queries.empty());
+    EXPECT_EQ(Text(InputOf("v-notch", "angle")), "no");
+}
+
+TEST_F(RatingFormTest, AFileThatIsNoTableLeavesTheWindowAsItIs) {
+    WriteFile(PathOf("letter.tbl"), "Dear all,\n");
+    Open();
+    ChooseKind("h-flume");
+    Pick("letter.tbl");
+    Click("cmdOpen");
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_EQ(LabelText("lblKind"), FindRatingKind("h-flume")->Hint);
+}
+
+// ----- closing
+
+TEST_F(RatingFormTest, ClosesWithoutAQuestionIfNothingWasTyped) {
+    Open();
+    ChooseKind("points");
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(form_->isVisible());
+    EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(RatingFormTest, ClosingAsksAboutChanges) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "80");
+    host_.Boxes.Answers = {BoxAnswer::Cancel, BoxAnswer::No};
+    Press(Qt::Key_Escape);
+    EXPECT_TRUE(form_->isVisible());
+    EXPECT_EQ(Text(InputOf("v-notch", "angle")), "80");
+    Click("cmdClose");
+    EXPECT_FALSE(form_->isVisible());
+    EXPECT_EQ(Boxes().size(), 2U);
+    EXPECT_TRUE(form_->MayClose()) << "what was given up is not asked about again";
+    EXPECT_EQ(Boxes().size(), 2U);
+    Open();
+    EXPECT_EQ(Text(InputOf("v-notch", "angle")), "60");
+}
+
+TEST_F(RatingFormTest, AskedForAgainItComesToTheFrontAsItIs) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "80");
+    form_->ShowOrRaise();
+    EXPECT_EQ(Text(InputOf("v-notch", "angle")), "80");
+}
+
+TEST_F(RatingFormTest, UnloadedItGoesWithoutAWordAndStaysAway) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "80");
+    form_->Unload();
+    EXPECT_FALSE(form_->isVisible());
+    EXPECT_TRUE(form_->close());
+    form_->ShowOrRaise();
+    EXPECT_FALSE(form_->isVisible());
+    EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(RatingFormTest, UnloadedUnderItsOwnQuestionItUnwinds) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "80");
+    Pick("late.tbl");
+    host_.Boxes.WhileShown = [this] { form_->Unload(); };
+    host_.Boxes.Answers = {BoxAnswer::Yes};
+    Click("cmdClose");
+    EXPECT_FALSE(form_->isVisible());
+    EXPECT_TRUE(FileContents(PathOf("late.tbl")).empty());
+}
+
+// ----- reach
+
+TEST_F(RatingFormTest, EveryControlHasANameForThoseWhoCannotSeeIt) {
+    Open();
+    for (const char* kind : {"throat-rectangular", "points"}) {
+        ChooseKind(kind);
+        int stops = 0;
+        for (const QWidget* widget : form_->findChildren<QWidget*>()) {
+            const bool own =
+                !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
+            if (!own || !widget->isVisible() || (widget->focusPolicy() & Qt::TabFocus) == 0) {
+                continue;
+            }
+            ++stops;
+            QAccessibleInterface* reader =
+                QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
+            ASSERT_NE(reader, nullptr);
+            EXPECT_FALSE(reader->text(QAccessible::Name).isEmpty()) << FromQt(widget->objectName());
+        }
+        EXPECT_GE(stops, 13);
+    }
+}
+
+TEST_F(RatingFormTest, NoTwoControlsHaveTheSameKey) {
+    Open();
+    for (const RatingKind& kind : RatingKinds()) {
+        ChooseKind(kind.Key);
+        std::map<QChar, std::string> keys;
+        const auto take = [&keys](const QString& text) {
+            const auto at = QString(text)
+                                .replace(QStringLiteral("&&"), QStringLiteral("  "))
+                                .indexOf(QLatin1Char('&'));
+            if (at >= 0) {
+                const auto [known, fresh] = keys.emplace(text[at + 1].toLower(), FromQt(text));
+                EXPECT_TRUE(fresh) << FromQt(text) << " and " << known->second;
+            }
+        };
+        for (const QLabel* label : form_->findChildren<QLabel*>()) {
+            take(label->buddy() != nullptr ? label->text() : QString());
+        }
+        for (const QAbstractButton* button : form_->findChildren<QAbstractButton*>()) {
+            take(button->text());
+        }
+        for (const QGroupBox* box : form_->findChildren<QGroupBox*>()) {
+            take(box->title());
+        }
+        const auto* tabs = Control<QTabWidget>("TabStrip");
+        take(tabs->tabText(0));
+        take(tabs->tabText(1));
+        EXPECT_GE(keys.size(), 14U);
+    }
+}
+
+TEST_F(RatingFormTest, TheTabKeyGoesThroughTheWindowInItsOrder) {
+    Open();
+    ChooseKind("points");
+    Control("cmbKind")->setFocus();
+    std::vector<std::string> order;
+    for (int i = 0; i < 14; ++i) {
+        order.push_back(FromQt(QApplication::focusWidget()->objectName()));
+        Press(Qt::Key_Tab);
+    }
+    EXPECT_EQ(order, (std::vector<std::string>{"cmbKind", "txtName", "cmbLengthUnit", "cmbFlowUnit",
+                                               "cmbDimension(0)", "txtRows", "cmdRows", "pctCurve",
+                                               "chkLogarithmic", "qt_tabwidget_tabbar", "lvwTable",
+                                               "txtAbout", "cmdOpen", "cmdSave"}));
+}
+
+TEST_F(RatingFormTest, FitsASmallScreenForEveryKind) {
+    Open();
+    for (const RatingKind& kind : RatingKinds()) {
+        ChooseKind(kind.Key);
+        QCoreApplication::processEvents();
+        EXPECT_LE(form_->minimumSizeHint().width(), 1000) << kind.Key;
+        EXPECT_LE(form_->minimumSizeHint().height(), 560) << kind.Key;
+    }
+}
+
+}  // namespace
+}  // namespace rating_testing
