@@ -28,7 +28,7 @@ QString ChapterHtml(const RatingChapter& chapter) {
         lines.push_back(ToQt(line).toHtmlEscaped());
     }
     const QString heading = ToQt(chapter.Heading).toHtmlEscaped();
-    return QStringLiteral("<p><b>%1%2:</b> %3</p>")
+    return QStringLiteral("<p style=\"margin-top:0; margin-bottom:4px\"><b>%1%2:</b> %3</p>")
         .arg(chapter.Weighty ? QStringLiteral("! ") : QString(), heading,
              lines.join(QStringLiteral("<br>")));
 }
@@ -92,10 +92,10 @@ void frmRating::ShowKind() {
     fields_->Build(entry);
     const bool rows = !entry.Kind().Columns.empty();
     fraRows_->setVisible(rows);
-    // The fields take what they need and no more, so that rows get the rest.
-    const QMargins frame = scroll_->parentWidget()->contentsMargins();
-    scroll_->setMaximumHeight(fields_->sizeHint().height() + frame.bottom());
-    rows ? scroll_->setMinimumHeight(scroll_->maximumHeight()) : scroll_->setMinimumHeight(0);
+    // Beside rows the fields, few then, take what they need and no more.
+    const int height = fields_->sizeHint().height();
+    scroll_->setMinimumHeight(rows ? height : 0);
+    scroll_->setMaximumHeight(rows ? height : QWIDGETSIZE_MAX);
     OrderTabs();
 }
 

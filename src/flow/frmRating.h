@@ -80,7 +80,7 @@ class frmRating final : public QDialog {
     std::unique_ptr<RatingSession> session_;
     RatingPicture picture_;
     std::size_t stop_ = 0;
-    QString words_;  ///< that txtAbout holds
+    QString words_;         ///< that txtAbout holds
     bool showing_ = false;  ///< the program, not the operator, changes the controls
     bool unloaded_ = false;
     QTimer pause_;  ///< between typing and working out

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 
+#include "common/number_text.h"
 #include "platform/qt/text_qt.h"
 
 /// The parts of the plot; all belong to it.
@@ -53,8 +54,13 @@ std::vector<RatingSpot> Only(const std::vector<RatingSpot>& spots, bool marked) 
     return some;
 }
 
-void ShowInLegend(QCPGraph& graph) {
-    graph.data()->isEmpty() ? graph.removeFromLegend() : graph.addToLegend();
+/// Marks at 1, 2 and 5, which the plot's own marks of powers alone are too sparse for.
+QSharedPointer<QCPAxisTicker> LogTicker(const QCPRange& range) {
+    auto ticker = QSharedPointer<QCPAxisTickerText>::create();
+    for (const double tick : LogarithmicTicks(range.lower, range.upper)) {
+        ticker->addTick(tick, ToQt(DoubleToText(tick)));
+    }
+    return ticker;
 }
 
 QCPGraph* AddGraph(QCustomPlot& plot, const char* meaning) {
@@ -143,16 +149,15 @@ void RatingCurveView::FitAxes() {
     QCustomPlot& plot = *plot_->Widget;
     for (QCPAxis* axis : {plot.xAxis, plot.yAxis}) {
         axis->setScaleType(logarithmic_ ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
-        axis->setTicker(logarithmic_ ? QSharedPointer<QCPAxisTicker>(new QCPAxisTickerLog)
-                                     : QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
     }
     plot.rescaleAxes();
-    if (!logarithmic_) {
-        for (QCPAxis* axis : {plot.xAxis, plot.yAxis}) {
-            axis->setRangeLower(std::min(0.0, axis->range().lower));
-            constexpr double Headroom = 1.03;
-            axis->setRangeUpper(axis->range().upper * Headroom);
-        }
+    constexpr double Headroom = 1.03;
+    for (QCPAxis* axis : {plot.xAxis, plot.yAxis}) {
+        const QCPRange range = axis->range();
+        const double low = logarithmic_ ? range.lower / Headroom : std::min(0.0, range.lower);
+        axis->setRange(low, range.upper * Headroom);
+        axis->setTicker(logarithmic_ ? LogTicker(axis->range())
+                                     : QSharedPointer<QCPAxisTicker>::create());
     }
 }
 
@@ -168,12 +173,12 @@ void RatingCurveView::Show(const RatingPicture& picture, std::size_t stop) {
     SetData(*plot_->Above, picture.Above, logarithmic_);
     SetData(*plot_->Own, Only(picture.OwnPoints, false), logarithmic_);
     SetData(*plot_->Outliers, Only(picture.OwnPoints, true), logarithmic_);
-    for (QCPGraph* graph :
-         {plot_->Inside, plot_->Above, plot_->Below, plot_->Own, plot_->Outliers}) {
-        ShowInLegend(*graph);
-    }
-    if (!plot_->Above->data()->isEmpty()) {
-        plot_->Below->removeFromLegend();
+    plot.legend->clearItems();
+    QCPGraph* estimate = picture.Above.empty() ? plot_->Below : plot_->Above;
+    for (QCPGraph* graph : {plot_->Inside, estimate, plot_->Own, plot_->Outliers}) {
+        if (!graph->data()->isEmpty()) {
+            graph->addToLegend();
+        }
     }
     plot.legend->setVisible(plot.legend->itemCount() > 1);
     plot_->Cursor->setVisible(drawn && stop < picture.Stops.size());

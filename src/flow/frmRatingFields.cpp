@@ -49,6 +49,10 @@ void RatingFields::Build(const RatingEntry& entry) {
         }
         fields_.push_back(field);
     }
+    for (int row = 0; row < grid_->rowCount(); ++row) {
+        grid_->setRowStretch(row, 0);
+    }
+    grid_->setRowStretch(static_cast<int>(fields_.size()), 1);
     // A layout shows its widgets later; until then it would take no room for them.
     for (QWidget* made : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         made->show();

@@ -73,7 +73,7 @@ frmRating::frmRating(const Host& outside, QWidget* parent)
     BuildRating(*right);
     auto* body = new QHBoxLayout;
     auto* panel = new QWidget(this);
-    constexpr int LeftCharacters = 50;
+    constexpr int LeftCharacters = 60;
     panel->setFixedWidth(fontMetrics().averageCharWidth() * LeftCharacters);
     panel->setLayout(left);
     left->setContentsMargins(0, 0, 0, 0);
@@ -171,6 +171,7 @@ void frmRating::BuildUnits(QBoxLayout& column) {
 void frmRating::BuildFields(QBoxLayout& column) {
     auto* frame = new QGroupBox(QStringLiteral("&Dimensions"), this);
     frame->setObjectName(Named("fraDimensions"));
+    frame->setFlat(true);
     scroll_ = new QScrollArea(frame);
     scroll_->setWidgetResizable(true);
     scroll_->setFrameShape(QFrame::NoFrame);
@@ -181,9 +182,12 @@ void frmRating::BuildFields(QBoxLayout& column) {
         Typed();
     });
     scroll_->setWidget(fields_);
+    // On the ground of the window, whatever the style gives a frame.
+    scroll_->viewport()->setAutoFillBackground(false);
+    fields_->setAutoFillBackground(false);
     auto* inner = new QVBoxLayout(frame);
     inner->setContentsMargins(0, 0, 0, 0);
-    inner->addWidget(scroll_);
+    inner->addWidget(scroll_, 1);
     column.addWidget(frame, 1);
 }
 
@@ -245,6 +249,7 @@ QWidget* frmRating::BuildCurve() {
 QWidget* frmRating::BuildTables() {
     tabs_ = new QTabWidget(this);
     tabs_->setObjectName(Named("TabStrip"));
+    tabs_->setAccessibleName(QStringLiteral("Table and residuals"));
     lvwTable_ =
         new RatingSheetView(tabs_, Named("lvwTable"), QStringLiteral("Table of the rating"));
     lvwTable_->RowChosen = [this](int row) { GoTo(static_cast<std::size_t>(row)); };

@@ -1,5 +1,6 @@
 #include "flow/rating_entry.h"
 
+#include <algorithm>
 #include <sstream>
 #include <utility>
 
@@ -142,13 +143,16 @@ void RatingEntry::ChangeFlowUnit(int unit) {
 }
 
 Rating RatingEntry::MadeRating() const {
+    if (std::find(unread_.begin(), unread_.end(), true) == unread_.end()) {
+        return ComputeRating(device_);
+    }
     Rating refused;
     for (std::size_t i = 0; i < texts_.size(); ++i) {
-        if (unread_[i]) {
-            refused.Remarks.push_back({RatingWeight::Refused, FieldFault(i), static_cast<int>(i)});
+        if (const std::string fault = FieldFault(i); !fault.empty()) {
+            refused.Remarks.push_back({RatingWeight::Refused, fault, static_cast<int>(i)});
         }
     }
-    return refused.Remarks.empty() ? ComputeRating(device_) : refused;
+    return refused;
 }
 
 bool RatingEntry::Equals(const RatingEntry& other) const {

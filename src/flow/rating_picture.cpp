@@ -67,7 +67,7 @@ void TakeOwnPoints(const RatingDevice& device, const Rating& rating, RatingPictu
     if (rating.Residuals.empty()) {
         return;
     }
-    picture.Residuals.Headings = {picture.HeadTitle, picture.FlowTitle, "Off the law, %"};
+    picture.Residuals.Headings = {picture.HeadTitle, picture.FlowTitle, "Residual, %"};
     for (const RatingResidual& residual : rating.Residuals) {
         const double head = ShownHead(residual.Head, device.LengthUnit);
         const double flow = CfsToFlow(residual.Flow, device.FlowUnit);
@@ -121,6 +121,26 @@ std::size_t NearestStop(const RatingPicture& picture, double head) {
     return nearest == picture.Stops.end()
                ? 0
                : static_cast<std::size_t>(nearest - picture.Stops.begin());
+}
+
+std::vector<double> LogarithmicTicks(double first, double last) {
+    constexpr double LongAxis = 3;  // powers of ten
+    std::vector<double> ticks;
+    if (!(first > 0 && last > first && std::isfinite(last))) {
+        return ticks;
+    }
+    const int low = static_cast<int>(std::floor(std::log10(first)));
+    const int high = static_cast<int>(std::floor(std::log10(last)));
+    const bool powersAlone = std::log10(last / first) > LongAxis;
+    for (int power = low; power <= high; ++power) {
+        for (const double step : {1.0, 2.0, 5.0}) {
+            const double tick = RoundTo(step * std::pow(10.0, power), 1);
+            if (tick >= first && tick <= last && (step == 1 || !powersAlone)) {
+                ticks.push_back(tick);
+            }
+        }
+    }
+    return ticks;
 }
 
 std::vector<RatingChapter> ChaptersOf(const RatingDevice& device, const Rating& rating) {

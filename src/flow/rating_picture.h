@@ -50,6 +50,10 @@ struct RatingPicture {
 /// The stop nearest to a head; 0 if there is none.
 [[nodiscard]] std::size_t NearestStop(const RatingPicture& picture, double head);
 
+/// Values to mark on a logarithmic axis from `first` to `last`: 1, 2 and 5 times the powers of ten,
+/// on a long axis the powers alone. None unless 0 < first < last.
+[[nodiscard]] std::vector<double> LogarithmicTicks(double first, double last);
+
 /// A heading and the lines below it.
 struct RatingChapter {
     std::string Heading;

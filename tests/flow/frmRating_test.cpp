@@ -172,7 +172,10 @@ TEST_F(RatingFormTest, RowsAreTypedAndTheirResidualsShown) {
     EXPECT_TRUE(LabelText("lblColumns").find("Level in feet, Flow in CFS") != std::string::npos);
     auto* rows = Control<QPlainTextEdit>("txtRows");
     rows->setFocus();
-    QTest::keyClicks(rows, QStringLiteral("0.1 0.12\n0.2 0.36\n0.4 1.1\nlater\n0.6 2.13\n"));
+    for (const char* row : {"0.1 0.12", "0.2 0.36", "0.4 1.1", "later", "0.6 2.13"}) {
+        QTest::keyClicks(rows, QLatin1String(row));
+        QTest::keyClick(rows, Qt::Key_Return);
+    }
     EXPECT_EQ(LabelText("lblRows"), "4 rows; 1 line is no row and is passed over.");
     Settle([this] { return TableRows() > 0; });
     EXPECT_TRUE(Control<QTabWidget>("TabStrip")->isTabVisible(1));

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include "common/path_text.h"
@@ -72,6 +73,14 @@ TEST_F(RatingSessionTest, ATextThatIsNoFigureStaysAndRefusesTheRating) {
     Type("angle", "45");
     EXPECT_EQ(Fault("angle"), "");
     EXPECT_TRUE(session_.Made().Made());
+}
+
+TEST_F(RatingSessionTest, EveryFieldThatIsNotAcceptedIsTold) {
+    Choose("rectangular-weir");
+    Type("crest", "two");
+    Type("crest-height", "4000");
+    EXPECT_EQ(session_.Made().Remarks.size(), 2U);
+    EXPECT_TRUE(Remarks(session_.Made(), RatingWeight::Refused, "has to lie between"));
 }
 
 TEST_F(RatingSessionTest, AFieldIsMarkedForItsFaultAndForARemarkOnIt) {
@@ -353,15 +362,26 @@ TEST(RatingPicture, SpeaksTheUnitsOfTheDevice) {
 }
 
 TEST(RatingPicture, ShowsOwnPointsWithTheirResiduals) {
-    const RatingDevice device =
-        RowsOf("points", "0.1 0.12\n0.2 0.36\n0.4 1.1\n0.5 3\n0.6 2.13\n0.8 3.42\n1 4.95");
+    const RatingDevice device = RowsOf("points",
+                                       "0.1 0.0949\n0.2 0.268\n0.3 0.493\n0.4 0.759\n0.5 2.1\n"
+                                       "0.6 1.394\n0.7 1.757\n0.8 2.147\n0.9 2.561\n1 3");
     const RatingPicture picture = PictureOf(device, ComputeRating(device));
     EXPECT_EQ(picture.HeadTitle, "Level, feet");
-    ASSERT_EQ(picture.OwnPoints.size(), 7U);
-    EXPECT_TRUE(picture.OwnPoints[3].Marked);
-    EXPECT_TRUE(picture.Residuals.Rows[3].Marked);
-    EXPECT_EQ(picture.Residuals.Rows[3].Cells[0], "0.5");
+    ASSERT_EQ(picture.OwnPoints.size(), 10U);
+    EXPECT_TRUE(picture.OwnPoints[4].Marked);
+    EXPECT_TRUE(picture.Residuals.Rows[4].Marked);
+    EXPECT_EQ(picture.Residuals.Rows[4].Cells[0], "0.5");
     EXPECT_FALSE(picture.OwnPoints[0].Marked);
+}
+
+TEST(RatingPicture, MarksALogarithmicAxisAtRoundFigures) {
+    EXPECT_EQ(LogarithmicTicks(0.12, 5), (std::vector<double>{0.2, 0.5, 1, 2, 5}));
+    EXPECT_EQ(LogarithmicTicks(0.001, 50), (std::vector<double>{0.001, 0.01, 0.1, 1, 10}));
+    EXPECT_EQ(LogarithmicTicks(100, 100.5), (std::vector<double>{100}));
+    for (const auto& [first, last] : {std::pair(0.0, 1.0), std::pair(-1.0, 1.0),
+                                      std::pair(2.0, 1.0), std::pair(1.0, HUGE_VAL)}) {
+        EXPECT_TRUE(LogarithmicTicks(first, last).empty());
+    }
 }
 
 TEST(RatingPicture, EveryKindTellsRangeUncertaintyEquationsAndSources) {
