@@ -12,7 +12,7 @@ namespace {
 
 constexpr double Foot = 0.3048;
 constexpr double CubicFoot = Foot * Foot * Foot;
-constexpr int Rounds = 25;
+constexpr int Rounds = 15;
 
 class Geometry {
  public:
