@@ -24,9 +24,10 @@ inline constexpr std::size_t FewestFitPoints = 4;
 
 /// The law with the least squares of the relative residuals, B held to 0.5 to 5 as open channels
 /// have it; nothing for fewer than FewestFitPoints, levels that do not differ, or flows that are
-/// not above 0. `left` marks points to leave out (empty: none).
+/// not above 0. `weights`, one a point, tell how much each counts (empty: all alike; 0: not at
+/// all).
 [[nodiscard]] std::optional<PowerLaw> FitPowerLaw(std::span<const FlowTablePoint> points,
-                                                  const std::vector<bool>& left = {});
+                                                  const std::vector<double>& weights = {});
 
 /// A law and how the points lie about it.
 struct PowerLawFit {
@@ -36,8 +37,8 @@ struct PowerLawFit {
     double Spread = 0;              ///< standard deviation of the others' residuals, percent
 };
 
-/// Fits twice: what lies farther from the first law than three and a half times the usual residual,
-/// and 2 % at least, is left out of the second.
+/// Finds the law that most points lie near, whatever the others do; what is farther from it than
+/// three and a half times the usual residual, and 2 % at least, is left out of the fit.
 [[nodiscard]] std::optional<PowerLawFit> FitWithoutOutliers(std::span<const FlowTablePoint> points);
 
 #endif  // ORVIA_FLOW_POWER_LAW_FIT_H

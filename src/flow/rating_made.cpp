@@ -217,7 +217,7 @@ double RoundStep(double span, int parts) {
     const double rough = span / std::max(1, parts);
     const double power = std::pow(10.0, std::floor(std::log10(rough)));
     for (const double step : {1.0, 2.0, 5.0}) {
-        if (rough <= step * power * 1.0001) {
+        if (rough <= step * power * 1.25) {
             return step * power;
         }
     }

@@ -11,6 +11,8 @@ namespace {
 constexpr double LeastOverLength = 0.07;
 constexpr double GreatestOverLength = 0.7;
 constexpr double GreatestFroude = 0.5;
+constexpr double LeastNarrowing = 0.95;  // area of the throat over that of the approach
+constexpr double FastestFroude = 0.75;   // above, the flow is near critical before the throat too
 constexpr double PipeFilling = 0.9;  // of the pipe before the throat: nearer its crown flow pulses
 
 /// A throat with all that it is made of.
@@ -114,7 +116,12 @@ void SayModularLimit(RatingMethod& method, const LongThroat& throat, double leas
 
 /// Ends the table where the throat no longer rules the flow; false if it nowhere does.
 bool HoldToThroat(RatingMethod& method, const RatingDevice& device, const LongThroat& throat) {
-    const auto rules = [&](double head) { return FlowThroughThroat(throat, head).has_value(); };
+    const auto rules = [&](double head) {
+        const std::optional<ThroatFlow> flow = FlowThroughThroat(throat, head);
+        return flow && flow->Froude <= FastestFroude &&
+               throat.Throat->Area(head - throat.Displaced) <=
+                   LeastNarrowing * throat.Approach->Area(head + throat.Sill);
+    };
     if (!rules(method.First)) {
         // Shallow water over a long throat may be boundary layer throughout: begin higher.
         double first = method.First;

@@ -58,8 +58,9 @@ TEST_P(RatingScreens, OfOutliersAndFaultsAndLogarithms) {
     Open();
     form_->resize(1000, 560);
     ChooseKind("points");
-    Control<QPlainTextEdit>("txtRows")->setPlainText(
-        QStringLiteral("0.1 0.12\n0.2 0.36\n0.4 1.1\n0.5 3\n0.6 2.13\n0.8 3.42\n1 4.95\n"));
+    Control<QPlainTextEdit>("txtRows")->setPlainText(QStringLiteral(
+        "0.1 0.0949\n0.2 0.268\n0.3 0.493\n0.4 0.759\n0.5 2.1\n0.6 1.394\n0.7 1.757\n"
+        "0.8 2.147\n0.9 2.561\n1 3\n"));
     EXPECT_TRUE(RunEventsUntil([&] { return TableRows() > 0; }));
     Click("chkLogarithmic");
     Control<QTabWidget>("TabStrip")->setCurrentIndex(1);

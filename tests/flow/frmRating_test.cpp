@@ -1,6 +1,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QGroupBox>
+#include <QScrollArea>
 #include <map>
 #include <set>
 
@@ -451,6 +452,9 @@ TEST_F(RatingFormTest, FitsASmallScreenForEveryKind) {
         QCoreApplication::processEvents();
         EXPECT_LE(form_->minimumSizeHint().width(), 1000) << kind.Key;
         EXPECT_LE(form_->minimumSizeHint().height(), 560) << kind.Key;
+        const auto* scroll = form_->findChild<QScrollArea*>();
+        EXPECT_LE(scroll->widget()->minimumSizeHint().width(), scroll->viewport()->width())
+            << kind.Key << " has fields that are cut off";
     }
 }
 

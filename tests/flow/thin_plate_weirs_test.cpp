@@ -80,14 +80,16 @@ TEST(ThinPlateWeirs, AContractedWeirAgreesWithAWorkedExampleButForItsHeadCorrect
     EXPECT_NEAR(RectangularWeirFlow(1, 0, 0.5, 0.2) / (0.155459 * correction), 1, 0.0015);
 }
 
-// A worked sheet: crest 2 ft in a channel of 4 ft, 1 ft high, head 0.45 ft. With the corrections
-// 0.003 ft to the head and 0.010 ft to the crest (the sheet has them changed round) its figures
-// give 1.9614 cfs.
-TEST(ThinPlateWeirs, APartlyContractedWeirAgreesWithAWorkedSheet) {
-    const double sheet = (0.0612 * 0.45 + 3.152) * (2 + 0.010) * std::pow(0.45 + 0.003, 1.5);
-    EXPECT_NEAR(sheet, 1.948, 0.001);
-    EXPECT_NEAR(RectangularWeirFlow(2 * Foot, 0.5, Foot, 0.45 * Foot) / CubicFoot / sheet, 1,
-                0.006);
+// A worked sheet: crest 2 ft in a channel of 4 ft, 1 ft high, head 0.45 ft, 1.981 cfs. It takes C2
+// from another row of its own table (3.152 for 3.173) and has the corrections of head (0.003 ft)
+// and crest (0.010 ft) changed round; put right, its figures give 1.961.
+TEST(ThinPlateWeirs, APartlyContractedWeirAgreesWithAWorkedSheetPutRight) {
+    const double asPrinted = (0.0612 * 0.45 + 3.152) * (2 - 0.003) * std::pow(0.45 + 0.010, 1.5);
+    EXPECT_NEAR(asPrinted, 1.981, 0.0005);
+    const double right = (0.0612 * 0.45 + 3.173) * (2 + 0.010) * std::pow(0.45 + 0.003, 1.5);
+    EXPECT_NEAR(right, 1.961, 0.0005);
+    EXPECT_NEAR(RectangularWeirFlow(2 * Foot, 0.5, Foot, 0.45 * Foot) / CubicFoot / right, 1,
+                0.003);
 }
 
 // Water Measurement Manual: C = C1 h / P + C2 in feet, by crest over channel. Bos gives the same
