@@ -94,6 +94,8 @@ void frmRating::ShowKind() {
     fraRows_->setVisible(rows);
     // Beside rows the fields, few then, take what they need and no more.
     const int height = fields_->sizeHint().height();
+    scroll_->parentWidget()->setSizePolicy(QSizePolicy::Preferred,
+                                           rows ? QSizePolicy::Maximum : QSizePolicy::Preferred);
     scroll_->setMinimumHeight(rows ? height : 0);
     scroll_->setMaximumHeight(rows ? height : QWIDGETSIZE_MAX);
     OrderTabs();

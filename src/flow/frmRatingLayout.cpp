@@ -73,7 +73,7 @@ frmRating::frmRating(const Host& outside, QWidget* parent)
     BuildRating(*right);
     auto* body = new QHBoxLayout;
     auto* panel = new QWidget(this);
-    constexpr int LeftCharacters = 60;
+    constexpr int LeftCharacters = 55;
     panel->setFixedWidth(fontMetrics().averageCharWidth() * LeftCharacters);
     panel->setLayout(left);
     left->setContentsMargins(0, 0, 0, 0);
@@ -237,12 +237,13 @@ QWidget* frmRating::BuildCurve() {
             [this](bool on) { pctCurve_->SetLogarithmic(on); });
     auto* above = new QHBoxLayout;
     above->addWidget(caption);
-    above->addWidget(lblCursor_, 1);
+    above->addStretch();
     above->addWidget(chkLogarithmic_);
     auto* inner = new QVBoxLayout(panel);
     inner->setContentsMargins(0, 0, 0, 0);
     inner->addLayout(above);
     inner->addWidget(pctCurve_, 1);
+    inner->addWidget(lblCursor_);
     return panel;
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int TableLines = 60;
 constexpr int ShownDigits = 5;
-constexpr std::string_view BeyondText = "outside the limits of the method";
+constexpr std::string_view BeyondText = "an estimate";
 constexpr std::string_view OutlierText = "far from what the others suggest";
 
 std::string HeadName(const RatingDevice& device) {

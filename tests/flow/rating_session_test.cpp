@@ -357,7 +357,10 @@ TEST(RatingPicture, SpeaksTheUnitsOfTheDevice) {
     const double feet = picture.Stops.back().Head / 30.48;
     EXPECT_NEAR(picture.Stops.back().Flow, RatingFlowAt(rating, feet) * 28.3167, 0.01);
     const std::string told = StopText(picture, device, NearestStop(picture, 10));
-    EXPECT_EQ(told.substr(0, 20), "Head 10 cm, flow 1.8") << told;
+    // 8/15 x 0.577 x sqrt(2 g) x tan 30 degrees x (0.1 m + 0.001 m)^2.5 = 2.55 litres a second.
+    EXPECT_EQ(told, "Head 10.0 cm, flow 2.559 LPS.");
+    EXPECT_EQ(StopText(picture, device, 0).substr(0, 7), "Head 1.");
+    EXPECT_NE(StopText(picture, device, 0).find(", an estimate."), std::string::npos);
     EXPECT_EQ(StopText(picture, device, picture.Stops.size()), "");
 }
 
