@@ -6,6 +6,7 @@
 #include <sstream>
 #include <string>
 
+#include "common/characters.h"
 #include "flow/catalogues.h"
 
 namespace {
@@ -17,7 +18,7 @@ void Require(bool condition) {
 }
 
 void RequireForm(const FlowDeviceEntry& entry) {
-    Require(entry.Tag.size() <= 8);
+    Require(CountCharacters(entry.Tag) <= 8);
     Require(entry.IsTable == 0 || entry.IsTable == 1);
     Require(entry.IsTable == 1 || entry.TableFile.empty());
     Require(std::isfinite(entry.EqOffset) && std::isfinite(entry.EqExponent) &&

@@ -37,6 +37,8 @@ void AskLogger(Network& network, const Logger& logger, Microseconds now) {
     if (records > 0) {
         const std::size_t size = 4 + 2 * (logger.AnalogChannels() + logger.PulseChannels());
         Require(logger.Record(0).size() == size && logger.Record(records - 1).size() == size);
+        const std::string first = Control(network, "recorded " + logger.Name() + " 1", now).Text;
+        Require(first.ends_with("\nok"));
     }
 }
 

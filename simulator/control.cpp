@@ -276,7 +276,7 @@ ControlResult SetStrength(Network& network, std::string_view value) {
 }
 
 std::string CountersText(const Counters& counters) {
-    const std::array<std::pair<std::string_view, int>, 8> rows = {{
+    const std::array<std::pair<std::string_view, std::int64_t>, 8> rows = {{
         {"written", counters.BytesWritten},
         {"to-console", counters.BytesToConsole},
         {"radio-commands", counters.RadioCommands},

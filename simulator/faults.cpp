@@ -197,7 +197,9 @@ std::vector<Sending> Suffer(const LineFault& fault, const Answer& answer) {
 }
 
 FaultScript& FaultScript::Queue(const LineFault& fault, int times) {
-    queue_.insert(queue_.end(), static_cast<std::size_t>(std::max(times, 0)), fault);
+    if (times > 0) {
+        queue_.push_back({times, fault});
+    }
     return *this;
 }
 
@@ -250,8 +252,11 @@ LineFault FaultScript::Choose(std::uint8_t code) {
         }
     }
     if (!queue_.empty()) {
-        LineFault fault = std::move(queue_.front());
-        queue_.pop_front();
+        Entry& next = queue_.front();
+        LineFault fault = next.Fault;
+        if (--next.Left == 0) {
+            queue_.pop_front();
+        }
         return fault;
     }
     return always_.Kind == FaultKind::None ? ByChance() : always_;

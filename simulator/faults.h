@@ -110,13 +110,18 @@ class FaultScript {
         int Left = 0;
         LineFault Fault;
     };
+    /// What the next requests suffer; a million of them take no more room than one.
+    struct Entry {
+        int Left = 0;
+        LineFault Fault;
+    };
 
     FaultScript& Queue(const LineFault& fault, int times);
     [[nodiscard]] LineFault Choose(std::uint8_t code);
     [[nodiscard]] LineFault ByChance();
     [[nodiscard]] double Draw();
 
-    std::deque<LineFault> queue_;
+    std::deque<Entry> queue_;
     std::vector<Rule> rules_;
     LineFault always_;
     double probability_ = 0;

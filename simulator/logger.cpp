@@ -122,7 +122,11 @@ std::uint32_t Logger::RecordsAt(Microseconds now) const {
 }
 
 Microseconds Logger::RecordMoment(std::uint32_t index) const {
-    const SiteSeconds since = history_.TimesOf(index).Taken - static_cast<SiteSeconds>(start_);
+    // A million records, each tens of thousands of days behind the other, reach back further than
+    // the engine counts; whoever adds to the moment still has room.
+    constexpr SiteSeconds farthest = 9e12;
+    const SiteSeconds since = std::clamp(
+        history_.TimesOf(index).Taken - static_cast<SiteSeconds>(start_), -farthest, farthest);
     return static_cast<Microseconds>(std::llround(since * static_cast<SiteSeconds>(Second)));
 }
 

@@ -34,7 +34,7 @@ CivilSeconds Network::DefaultStart() {
 void Network::Write(Microseconds now, std::span<const std::uint8_t> bytes) {
     Advance(now);
     fromConsole_.Send(now_, bytes, LineBaud);
-    counters_.BytesWritten += static_cast<int>(bytes.size());
+    counters_.BytesWritten += static_cast<std::int64_t>(bytes.size());
     if (KeepsRecord) {
         written_.insert(written_.end(), bytes.begin(), bytes.end());
     }
@@ -61,7 +61,7 @@ Bytes Network::Read(Microseconds now) {
     for (auto due = toConsole_.NextDue(); due && *due <= now_; due = toConsole_.NextDue()) {
         bytes.push_back(toConsole_.Take().Byte);
     }
-    counters_.BytesToConsole += static_cast<int>(bytes.size());
+    counters_.BytesToConsole += static_cast<std::int64_t>(bytes.size());
     return bytes;
 }
 
@@ -219,7 +219,7 @@ void Network::Depart(Microseconds now, const Outgoing& outgoing) {
     if (outgoing.From != nullptr) {
         if (radio_.IsSilent() || radio_.InCommandMode() ||
             radio_.Channel() != outgoing.From->Channel()) {
-            counters_.Drowned += static_cast<int>(outgoing.Data.size());
+            counters_.Drowned += static_cast<std::int64_t>(outgoing.Data.size());
             return;
         }
         radio_.Hear(outgoing.From->SignalAt(now));

@@ -31,14 +31,14 @@ struct Exchange {
 
 /// What has gone through since the start.
 struct Counters {
-    int BytesWritten = 0;  ///< by the console
-    int BytesToConsole = 0;
-    int RadioCommands = 0;
-    int Requests = 0;    ///< good frames that reached a logger
-    int BadFrames = 0;   ///< malformed, cut short or with a wrong CRC
-    int Unanswered = 0;  ///< good frames met with silence: unknown, or wrong guard bytes
-    int Unheard = 0;     ///< bytes sent through the air to nobody
-    int Drowned = 0;     ///< bytes of loggers that the radio did not hear, being elsewhere
+    std::int64_t BytesWritten = 0;  ///< by the console
+    std::int64_t BytesToConsole = 0;
+    std::int64_t RadioCommands = 0;
+    std::int64_t Requests = 0;    ///< good frames that reached a logger
+    std::int64_t BadFrames = 0;   ///< malformed, cut short or with a wrong CRC
+    std::int64_t Unanswered = 0;  ///< good frames met with silence: unknown, or wrong guard bytes
+    std::int64_t Unheard = 0;     ///< bytes sent through the air to nobody
+    std::int64_t Drowned = 0;     ///< bytes of loggers that the radio did not hear, being elsewhere
 };
 
 /// The whole network behind the console's serial port: a server radio and any number of loggers.

@@ -267,8 +267,9 @@ constexpr std::array LoggerKeys = {
         }},
     Key{"sample-delay", "milliseconds, 0 to 60000",
         [](const Target& t, std::string_view v) {
-            const bool good = TakeInteger(v, 0, 60000, t.Logger().SampleDelay);
-            t.Logger().SampleDelay *= Millisecond;
+            Microseconds milliseconds = 0;
+            const bool good = TakeInteger(v, 0, 60000, milliseconds);
+            t.Logger().SampleDelay = good ? milliseconds * Millisecond : t.Logger().SampleDelay;
             return good;
         }},
     Key{"signal", "0 to 255",

@@ -3,7 +3,7 @@
 # quickly, where all of it is there.
 set -euo pipefail
 packages=(
-    g++ cmake ninja-build ccache git ca-certificates
+    g++ cmake ninja-build ccache git python3 ca-certificates
     qt6-base-dev qt6-serialport-dev qt6-svg-dev libqt6svg6 libgl-dev
     libqcustomplot-dev
     libgtest-dev libgmock-dev libbenchmark-dev libboost-dev

@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTextDocument>
+#include <QWindow>
 #include <map>
 
 #include "app/contrast.h"
@@ -134,8 +135,18 @@ void frmMain::Load() {
     lblAddressBook_->clear();
     show();
     Timer2_.start();
+    AwaitPlace();
     ShowConnect();
     EndStart(state_, *this);
+}
+
+void frmMain::AwaitPlace() {
+    constexpr std::int16_t MostTicks = 10;
+    Link& link = state_.LinkRecord;
+    link.WaitTicks = MostTicks;
+    while (!windowHandle()->isExposed() && link.WaitTicks > 0 && link.ShuttingDown == False) {
+        link.Events.WaitForMoreEvents();
+    }
 }
 
 void frmMain::SetPointer(Pointer pointer) {
@@ -218,7 +229,9 @@ int frmMain::ClientCount() const {
 }
 
 int frmMain::SelectedClient() const {
-    return lvwClients_->currentRow() + 1;
+    // The current row has the focus of the keys and is not always highlighted.
+    const QList<QListWidgetItem*> selected = lvwClients_->selectedItems();
+    return selected.isEmpty() ? 0 : lvwClients_->row(selected.front()) + 1;
 }
 
 std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {

@@ -90,6 +90,9 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     QAction* AddItem(QMenu& menu, const QString& name, const QString& text,
                      std::function<void()> action);
 
+    /// Lets the window system bring the window to the screen, which gives it its place: a dialog
+    /// that comes up before stands over another one. Not for longer than a second.
+    void AwaitPlace();
     void ShowConnect();
     void ShowSetup(const OperationContext& context);
     void ToggleConnection();

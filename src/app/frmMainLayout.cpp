@@ -14,6 +14,7 @@
 #include "console/logger_orders.h"
 #include "history/frmGetHistory.h"
 #include "link/sampling.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 
@@ -57,8 +58,7 @@ void frmMain::BuildTopPanel() {
     lblComPort_ = Caption(pctTop_, QStringLiteral("lblComPort"), QStringLiteral("Com Port:"));
     txtComPort_ =
         ShowingField(pctTop_, QStringLiteral("txtComPort"), QStringLiteral("Com Port"), 7);
-    cmdConnect_ = new QPushButton(QStringLiteral("C&onnect"), pctTop_);
-    cmdConnect_->setObjectName(QStringLiteral("cmdConnect"));
+    cmdConnect_ = NamedButton(pctTop_, QStringLiteral("cmdConnect"), QStringLiteral("C&onnect"));
     connect(cmdConnect_, &QPushButton::clicked, this, [this] { ToggleConnection(); });
 
     auto* row = new QHBoxLayout(pctTop_);
@@ -98,8 +98,7 @@ void frmMain::BuildLeftPanel() {
 
 QPushButton* frmMain::AddButton(const QString& name, const QString& text,
                                 const Operation& operation) {
-    auto* button = new QPushButton(text, Picture1_);
-    button->setObjectName(name);
+    QPushButton* button = NamedButton(Picture1_, name, text);
     button->setEnabled(false);
     connect(button, &QPushButton::clicked, this, [this, operation] { operation(Operating()); });
     Picture1_->layout()->addWidget(button);

@@ -12,6 +12,7 @@
 
 #include "client/frmClientColumn.h"
 #include "client/layout.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 
@@ -128,7 +129,7 @@ QWidget* frmClientControls::MakeControl(const ControlRow& row, int index) {
             return column;
         }
         case ControlKind::Button:
-            return new QPushButton(around);
+            return NamedButton(around, {}, {});
         default: {
             auto* label = new QLabel(around);
             label->setTextFormat(Qt::PlainText);
@@ -205,7 +206,7 @@ void frmClientControls::Show(const ClientPanel& panel) {
 // What a column shows hangs on the display mode.
 void frmClientControls::DescribeFor(std::int16_t displayMode) {
     for (const Group& group : groups_) {
-        if (group.Row->Kind == ControlKind::Button) {
+        if (group.Row->Kind == ControlKind::Button || group.Row->Shows.empty()) {
             continue;  // told by name
         }
         int index = 0;
@@ -289,7 +290,12 @@ void frmClientControls::FitTexts(const Group& group) const {
     for (QLabel* label : labels) {
         label->setFont(font);
         // A tip has no plain text of its own: what looks like markup would be taken for it.
-        label->setToolTip(Fits(*label, font) ? QString() : Qt::convertFromPlainText(label->text()));
+        const bool fits = Fits(*label, font);
+        label->setToolTip(fits ? QString() : Qt::convertFromPlainText(label->text()));
+        if (group.Row->Shows.empty()) {
+            // A reader that finds no words here would take those of the tip, markup and all.
+            label->setAccessibleDescription(fits ? QString() : label->text());
+        }
     }
 }
 

@@ -12,8 +12,8 @@ constexpr std::size_t ChunkSize = std::size_t{64} * 1024;
 
 }  // namespace
 
-LineReader::LineReader(std::istream& input, std::uintmax_t limit)
-    : input_(input), left_(limit), chunk_(ChunkSize) {}
+LineReader::LineReader(std::istream& input, std::uintmax_t limit, std::size_t longest)
+    : input_(input), left_(limit), longest_(longest), chunk_(ChunkSize) {}
 
 bool LineReader::Next(std::string_view& line) {
     do {
@@ -65,14 +65,14 @@ bool LineReader::TakeLine() {
 }
 
 void LineReader::Keep(std::string_view piece) {
-    tooLong_ = tooLong_ || line_.size() + piece.size() > LongestLine;
+    tooLong_ = tooLong_ || line_.size() + piece.size() > longest_;
     if (!tooLong_) {
         line_ += piece;
     }
 }
 
 bool OpenTextFile(std::string_view path, std::uintmax_t largest, TextFile& file) {
-    if (!FileExists(path)) {
+    if (!IsRegularFile(path)) {
         return false;
     }
     const std::filesystem::path native(NativePath(path));

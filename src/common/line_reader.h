@@ -9,21 +9,24 @@
 #include <string_view>
 #include <vector>
 
-/// Longest line that is looked at, in bytes. Nothing meant comes near it; a longer line is
-/// passed over, so that a file without line ends takes no more memory than this.
+/// Longest line that is looked at where a reader is told no other length, in bytes. Nothing meant
+/// comes near it; a longer line is passed over, so that a file without line ends takes no more
+/// memory than this.
 inline constexpr std::size_t LongestLine = std::size_t{64} * 1024;
 
 /// Hands out the lines of a text one by one; CR LF, LF and CR each end a line. Reads in chunks and
 /// keeps one line at a time. Bytes are taken as they are, whatever the encoding.
 class LineReader {
  public:
-    /// Reads `input` up to its end, or as far as `limit` bytes if it goes on behind them.
-    explicit LineReader(std::istream& input, std::uintmax_t limit = UINTMAX_MAX);
+    /// Reads `input` up to its end, or as far as `limit` bytes if it goes on behind them. Lines of
+    /// more than `longest` bytes are passed over.
+    explicit LineReader(std::istream& input, std::uintmax_t limit = UINTMAX_MAX,
+                        std::size_t longest = LongestLine);
 
     /// The next line, without its end; it stands until the next call. False behind the last one.
     [[nodiscard]] bool Next(std::string_view& line);
 
-    /// Lines passed over so far, as longer than LongestLine.
+    /// Lines passed over so far, as too long.
     [[nodiscard]] int PassedOver() const { return passedOver_; }
 
     /// Whether no read has failed so far.
@@ -36,6 +39,7 @@ class LineReader {
 
     std::istream& input_;
     std::uintmax_t left_;      // bytes that may still be read
+    std::size_t longest_;      // bytes of the longest line that is kept
     std::vector<char> chunk_;  // the bytes read last
     std::string_view rest_;    // the part of the chunk not yet handed out
     std::string line_;

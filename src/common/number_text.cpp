@@ -54,20 +54,20 @@ std::size_t NumberLength(std::string_view text) {
     return digits == 0 ? 0 : end + ExponentLength(text, end);
 }
 
-/// Power of ten of the exponent part, held to what an int takes; 0 if there is none.
-long ExponentOf(std::string_view number) {
+/// Power of ten of the exponent part, held to what leaves room to add the length of a text; 0 if
+/// there is none.
+std::int64_t ExponentOf(std::string_view number) {
+    constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
     const std::size_t mark = number.find_first_of("eE");
     if (mark == std::string_view::npos) {
         return 0;
     }
     const bool negative = number[mark + 1] == '-';
     const std::size_t first = mark + (IsDigit(number[mark + 1]) ? 1 : 2);
-    long exponent = 0;
+    std::int64_t exponent = 0;
     const auto result =
         std::from_chars(number.data() + first, number.data() + number.size(), exponent);
-    if (result.ec != std::errc()) {
-        exponent = std::numeric_limits<int>::max();
-    }
+    exponent = result.ec == std::errc() ? std::min(exponent, largest) : largest;
     return negative ? -exponent : exponent;
 }
 
@@ -76,8 +76,8 @@ long ExponentOf(std::string_view number) {
 bool Underflows(std::string_view number) {
     const std::size_t first = number.find_first_of("123456789");
     const std::size_t point = std::min(number.find('.'), number.find_first_of("eE"));
-    const auto end = static_cast<long>(std::min(point, number.size()));
-    return end - static_cast<long>(first) + ExponentOf(number) < 0;
+    const auto end = static_cast<std::int64_t>(std::min(point, number.size()));
+    return end - static_cast<std::int64_t>(first) + ExponentOf(number) < 0;
 }
 
 /// The value of a text that NumberLength has measured.

@@ -45,11 +45,18 @@ std::filesystem::file_type TypeAt(std::string_view path) {
 }  // namespace
 
 bool FileExists(std::string_view path) {
+    using std::filesystem::file_type;
+    const file_type type = TypeAt(path);
+    return type != file_type::none && type != file_type::not_found && type != file_type::directory;
+}
+
+bool IsRegularFile(std::string_view path) {
     return TypeAt(path) == std::filesystem::file_type::regular;
 }
 
 bool TakesFile(std::string_view path) {
-    const std::filesystem::file_type type = TypeAt(path);
-    return type == std::filesystem::file_type::regular ||
-           type == std::filesystem::file_type::not_found;
+    using std::filesystem::file_type;
+    const file_type type = TypeAt(path);
+    return type == file_type::regular || type == file_type::not_found ||
+           type == file_type::character;
 }

@@ -26,11 +26,15 @@ inline constexpr char Separator = '/';
 /// The path as this system opens it: backslashes turned where the separator is the slash.
 [[nodiscard]] std::string NativePath(std::string_view path);
 
-/// Whether a regular file of that name exists; never fails.
+/// Whether something that is no folder stands at the path, a device as well as a file; never fails.
 [[nodiscard]] bool FileExists(std::string_view path);
 
-/// Whether a file could be written there: a regular file, or a name that is free. A pipe or a
-/// device of that name would hold the writer up.
+/// Whether a file stands there that can be read to its end: a pipe or a device may hold a reader up
+/// for ever.
+[[nodiscard]] bool IsRegularFile(std::string_view path);
+
+/// Whether a file could be written there: a regular file, a device that takes characters, or a name
+/// that is free. A pipe would hold the writer up, and a disk is not written over.
 [[nodiscard]] bool TakesFile(std::string_view path);
 
 #endif  // ORVIA_COMMON_PATH_TEXT_H

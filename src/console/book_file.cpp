@@ -1,10 +1,9 @@
 #include "console/book_file.h"
 
-#include <fstream>
 #include <istream>
 
+#include "common/file_rewrite.h"
 #include "common/line_reader.h"
-#include "common/path_text.h"
 #include "common/text.h"
 #include "console/hex_text.h"
 
@@ -12,8 +11,8 @@ namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
 constexpr std::size_t DigitsOfMac = 12;
-/// Bytes of the largest file that is taken for a book.
-constexpr std::uintmax_t LargestBook = 64U << 20U;
+/// Bytes of the largest file that is taken for a book, and so of its longest line.
+constexpr std::size_t LargestBook = std::size_t{64} << 20U;
 
 /// Whether a line without blanks at its ends is meant as an entry.
 bool BeginsEntry(std::string_view line) {
@@ -87,7 +86,7 @@ std::string BookLine(const ClientRadio& entry) {
 }
 
 int ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries) {
-    LineReader lines(file);
+    LineReader lines(file, UINTMAX_MAX, LargestBook);
     std::string_view line;
     int dropped = 0;
     while (lines.Next(line)) {
@@ -108,14 +107,11 @@ int ReadBookFile(std::string_view path, NumberedArray<ClientRadio>& entries) {
 }
 
 bool WriteBookFile(std::string_view path, const NumberedArray<ClientRadio>& entries) {
-    if (!TakesFile(path)) {
-        return false;
-    }
-    std::ofstream file(NativePath(path), std::ios::binary | std::ios::trunc);
+    std::string text;
     for (const ClientRadio& entry : entries) {
-        file << BookLine(entry) << LineEnd;
+        text += BookLine(entry);
+        text += LineEnd;
     }
-    file << LineEnd;
-    file.close();
-    return file.good();
+    text += LineEnd;
+    return RewriteFile(path, text);
 }

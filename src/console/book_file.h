@@ -21,16 +21,15 @@ inline constexpr int MostEntries = 32767;
 [[nodiscard]] std::string BookLine(const ClientRadio& entry);
 
 /// Appends what the file holds to `entries`; lines that are no entries are passed over. Gives the
-/// number of lines that begin as an entry and were dropped, as too short or as too many, and of
-/// those above LongestLine.
+/// number of lines that begin as an entry and were dropped, as too short or as too many.
 int ReadBook(std::istream& file, NumberedArray<ClientRadio>& entries);
 
 /// Reads the file at `path` in place of the entries; a file that cannot be read leaves those that
 /// could. Gives the number of lines dropped, as ReadBook does.
 int ReadBookFile(std::string_view path, NumberedArray<ClientRadio>& entries);
 
-/// Rewrites the file at `path` from the entries, in place; False if that failed, with the file as
-/// far as it was written.
+/// Rewrites the file at `path` from the entries, in place; False if that failed, with a file that
+/// was there as it was.
 [[nodiscard]] bool WriteBookFile(std::string_view path, const NumberedArray<ClientRadio>& entries);
 
 #endif  // ORVIA_CONSOLE_BOOK_FILE_H

@@ -5,6 +5,7 @@
 
 #include "common/path_text.h"
 #include "console/book_file.h"
+#include "console/entry_texts.h"
 #include "link/book_choice.h"
 #include "link/busy_guard.h"
 
@@ -47,7 +48,7 @@ void TakeBook(const BookContext& context, const std::string& path) {
 void RefreshClientList(const AddressBook& book, MainView& view) {
     view.ClearClients();
     for (const ClientRadio& entry : book.Entries) {
-        view.AddClient(entry.Name, entry.SmallIcon);
+        view.AddClient(ShownName(entry.Name), entry.SmallIcon);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "console/entry_texts.h"
+
 namespace {
 
 /// Tops grow down the list, so the items at or above `y` come first.
@@ -57,7 +59,7 @@ std::int16_t OpenClientWindow(const ClientRadio& entry, ClientWindows& windows, 
     const auto index = slot - windows.Slots.begin();
     const std::shared_ptr<ClientWindow> window = view.NewClientWindow();
     windows.Slots[static_cast<std::size_t>(index)] = window;
-    window->SetCaption(entry.Name);
+    window->SetCaption(ShownName(entry.Name));
     window->ResetDisplay();
     return static_cast<std::int16_t>(index);
 }

@@ -46,7 +46,7 @@ bool AddressIsFree(const EntryContext& context, const ClientRadio& entry) {
     }
     context.boxes.Show({.Text = "Error: the following client radio already has the same channel "
                                 "and MAC number:\n\n    " +
-                                context.book.Entries[*holder].Name,
+                                ShownName(context.book.Entries[*holder].Name),
                         .Title = "Channel/MAC Not Unique",
                         .Icon = BoxIcon::Exclamation});
     return false;
@@ -90,13 +90,20 @@ void RenumberWindows(const EntryContext& context, int first) {
     }
 }
 
+/// Sampling goes on under the new number of its client. That of a deleted client is another's now:
+/// its sampling finds no client and ends.
+void FollowSampledClient(Sampling& sampling, int deleted) {
+    if (sampling.ContinuousClient > deleted) {
+        --sampling.ContinuousClient;
+    } else if (sampling.ContinuousClient == deleted) {
+        sampling.ContinuousClient = 0;
+    }
+}
+
 void TakeOut(const EntryContext& context, int number) {
     context.book.Entries.Remove(number);
     RenumberWindows(context, number);
-    // Sampling goes on under the new number of its client.
-    if (context.sampling.ContinuousClient > number) {
-        --context.sampling.ContinuousClient;
-    }
+    FollowSampledClient(context.sampling, number);
     context.list.RemoveItem(number);
 }
 
@@ -146,7 +153,7 @@ void DeleteClientRadio(const EntryContext& context) {
     const int number = context.view.SelectedClient();
     const auto& entries = context.book.Entries;
     if (!entries.Holds(number) || !MayDelete(context, number) ||
-        !ConfirmDelete(context, std::string(entries[number].Name))) {
+        !ConfirmDelete(context, ShownName(entries[number].Name))) {
         return;
     }
     if (entries.Holds(number) && entries[number].WindowIndex == NoWindow) {

@@ -41,6 +41,20 @@ std::string KeptName(std::string_view text) {
     return std::string(Trim(name));
 }
 
+std::string ShownName(std::string_view name) {
+    constexpr std::size_t most = 1000;
+    std::size_t length = std::min(name.size(), most);
+    // The bytes behind the first of a character are 10xxxxxx; a character has three of them at
+    // most.
+    const auto continues = [&] {
+        return (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80;
+    };
+    for (int i = 0; i < 3 && length < name.size() && continues(); ++i) {
+        --length;
+    }
+    return std::string(name.substr(0, length));
+}
+
 AddressTexts OfferedAddress(const AddressBook& book) {
     const auto& prefix = book.LastMacPrefix;
     return TextsOf(book.LastChannel, {prefix[0], prefix[1], prefix[2], 0, 0, 0});

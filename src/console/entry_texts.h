@@ -35,6 +35,10 @@ void ReadAddress(const AddressTexts& texts, ClientRadio& entry);
 /// and line feed, which would break the book's lines. All else stays, tabs too.
 [[nodiscard]] std::string KeptName(std::string_view text);
 
+/// The name as lists, titles and boxes show it: the first kilobyte of one that is longer, never
+/// part of a character. Laid out as text, a name of a megabyte would stop every window.
+[[nodiscard]] std::string ShownName(std::string_view name);
+
 /// What the add wizard offers for the next entry.
 [[nodiscard]] AddressTexts OfferedAddress(const AddressBook& book);
 

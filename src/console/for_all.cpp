@@ -40,7 +40,7 @@ class WalkStep {
 bool WorkOn(const OperationContext& context, const WalkOperation& operation) {
     const Target target = WindowOfWalk(context);
     try {
-        if (!target.Window || !SelectRadioOf(context, *target.Window)) {
+        if (!SelectRadioOf(context, target)) {
             return false;
         }
         context.log.AppendLog(std::string(operation.Beginning) + target.Window->Caption() + "...");
@@ -61,7 +61,7 @@ void StepOnWindow(const OperationContext& context, int slot, const WalkOperation
 template <typename Visit>
 bool VisitWindows(const OperationContext& context, Visit visit) {
     for (int slot = 0; slot <= context.windows.UpperBound(); ++slot) {
-        const Target target{context.windows.At(slot), static_cast<std::int16_t>(slot)};
+        const Target target = WindowInSlot(context, slot);
         if (context.radio.link.ShuttingDown != False || (target.Window && !visit(target))) {
             return false;
         }

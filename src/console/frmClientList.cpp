@@ -41,6 +41,14 @@ void ClientListWidget::RemoveItem(int number) {
     delete takeItem(number - 1);
 }
 
+QItemSelectionModel::SelectionFlags ClientListWidget::selectionCommand(const QModelIndex& index,
+                                                                       const QEvent* event) const {
+    const bool clicked = event != nullptr && (event->type() == QEvent::MouseButtonPress ||
+                                              event->type() == QEvent::MouseButtonRelease);
+    return clicked && !index.isValid() ? QItemSelectionModel::NoUpdate
+                                       : QListWidget::selectionCommand(index, event);
+}
+
 void ClientListWidget::mousePressEvent(QMouseEvent* event) {
     pressed_ = true;
     QListWidget::mousePressEvent(event);

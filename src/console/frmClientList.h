@@ -30,6 +30,9 @@ class ClientListWidget final : public QListWidget, public ClientListView {
     void RemoveItem(int number) override;
 
  protected:
+    /// A click below the items leaves the highlight where it is: it is for that item.
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex& index, const QEvent* event) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void startDrag(Qt::DropActions actions) override;

@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr int ChannelCharacters = 2;
-constexpr int MacCharacters = 8;
+constexpr std::size_t ChannelCharacters = 2;
+constexpr std::size_t MacCharacters = 8;
 
 /// The focus leaves a field or comes back without the operator going elsewhere in the window.
 bool IsOfWindow(Qt::FocusReason reason) {
@@ -28,8 +28,14 @@ bool IsCommand(Qt::KeyboardModifiers held) {
     return held != Qt::NoModifier && held != (Qt::ControlModifier | Qt::AltModifier);
 }
 
-std::size_t CharactersOf(const QLineEdit& field) {
-    return static_cast<std::size_t>(field.text().toUcs4().size());
+std::size_t CharactersOf(const QString& text) {
+    return static_cast<std::size_t>(text.toUcs4().size());
+}
+
+/// Whether a typed character would be one more than the field takes.
+bool IsFull(int field, const QLineEdit& edit) {
+    const std::size_t kept = CharactersOf(edit.text()) - CharactersOf(edit.selectedText());
+    return kept >= (field == ChannelField ? ChannelCharacters : MacCharacters);
 }
 
 }  // namespace
@@ -40,10 +46,11 @@ HexAddressFields::HexAddressFields(QWidget& window, FocusGuard& guard, MessageBo
     for (int field = ChannelField; field < HexFields; ++field) {
         const bool isChannel = field == ChannelField;
         const int number = field - FirstMacField;
-        QLineEdit* made = MakeField(
-            window,
-            isChannel ? QStringLiteral("txtChannel") : QStringLiteral("txtMAC(%1)").arg(number),
-            isChannel ? ChannelCharacters : MacCharacters);
+        QLineEdit* made = MakeField(window, isChannel ? QStringLiteral("txtChannel")
+                                                      : QStringLiteral("txtMAC(%1)").arg(number));
+        if (!isChannel) {
+            made->setMaxLength(static_cast<int>(MacCharacters));
+        }
         made->setAccessibleName(isChannel
                                     ? QStringLiteral("Radio Channel, hexadecimal 00 to 37")
                                     : QStringLiteral("Radio MAC, number %1 of 6").arg(number + 1));
@@ -54,11 +61,10 @@ HexAddressFields::HexAddressFields(QWidget& window, FocusGuard& guard, MessageBo
     }
 }
 
-QLineEdit* HexAddressFields::MakeField(QWidget& window, const QString& name, int characters) const {
+QLineEdit* HexAddressFields::MakeField(QWidget& window, const QString& name) const {
     constexpr int ShownCharacters = 4;
     auto* field = new QLineEdit(QStringLiteral("FF"), &window);
     field->setObjectName(name);
-    field->setMaxLength(characters);
     // What an input method composes would pass by the keys.
     field->setAttribute(Qt::WA_InputMethodEnabled, false);
     field->setAlignment(Qt::AlignCenter);
@@ -119,7 +125,7 @@ bool HexAddressFields::eventFilter(QObject* watched, QEvent* event) {
     QLineEdit& edit = *fields_[static_cast<std::size_t>(field)];
     switch (event->type()) {
         case QEvent::KeyPress:
-            return SwallowsKey(edit, static_cast<const QKeyEvent&>(*event));
+            return SwallowsKey(field, static_cast<const QKeyEvent&>(*event));
         case QEvent::FocusIn:
             TakeFocus(field, static_cast<const QFocusEvent*>(event)->reason());
             return false;
@@ -140,7 +146,8 @@ int HexAddressFields::NumberOf(const QObject* widget) const {
     return static_cast<int>(std::find(fields_.begin(), fields_.end(), widget) - fields_.begin());
 }
 
-bool HexAddressFields::SwallowsKey(QLineEdit& field, const QKeyEvent& event) {
+bool HexAddressFields::SwallowsKey(int field, const QKeyEvent& event) {
+    QLineEdit& edit = *fields_[static_cast<std::size_t>(field)];
     const auto typed = event.text().toUcs4();
     // Keys that move and delete come without a character that could be shown.
     if (typed.size() != 1 || !QChar::isPrint(typed.front())) {
@@ -152,9 +159,11 @@ bool HexAddressFields::SwallowsKey(QLineEdit& field, const QKeyEvent& event) {
     }
     switch (TakesHexKey(typed.front())) {
         case HexKey::Pass:
-            return false;
+            return IsFull(field, edit);
         case HexKey::Replace:
-            field.insert(event.text().toUpper());
+            if (!IsFull(field, edit)) {
+                edit.insert(event.text().toUpper());
+            }
             return true;
         case HexKey::Refuse:
             boxes_.Show(HexKeyRefusal());
@@ -196,7 +205,7 @@ bool HexAddressFields::Validate(int field) {
 void HexAddressFields::TextChanged(int field) {
     const auto at = static_cast<std::size_t>(field);
     if (replacing_ || !fields_[at]->isVisible() ||
-        !focus_.IsComplete(field, CharactersOf(*fields_[at])) || !Validate(field)) {
+        !focus_.IsComplete(field, CharactersOf(fields_[at]->text())) || !Validate(field)) {
         return;
     }
     focus_.Disarm();

@@ -37,9 +37,9 @@ class HexAddressFields final : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    [[nodiscard]] QLineEdit* MakeField(QWidget& window, const QString& name, int characters) const;
+    [[nodiscard]] QLineEdit* MakeField(QWidget& window, const QString& name) const;
     [[nodiscard]] int NumberOf(const QObject* widget) const;
-    [[nodiscard]] bool SwallowsKey(QLineEdit& field, const QKeyEvent& event);
+    [[nodiscard]] bool SwallowsKey(int field, const QKeyEvent& event);
     void TakeFocus(int field, Qt::FocusReason reason);
     void EndClick(QLineEdit& field);
     [[nodiscard]] bool Validate(int field);

@@ -20,7 +20,6 @@ NextCancel NextAndCancel(QDialog& dialog, const QString& nextText) {
     buttons.cmdNext = NamedButton(&dialog, QStringLiteral("cmdNext"), nextText);
     buttons.cmdNext->setDefault(true);
     buttons.cmdCancel = NamedButton(&dialog, QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    buttons.cmdCancel->setAutoDefault(false);
     buttons.Row = new QHBoxLayout;
     buttons.Row->addStretch();
     buttons.Row->addWidget(buttons.cmdNext);

@@ -12,7 +12,7 @@ class QWidget;
 /// A field for a name of `characters` characters at most.
 [[nodiscard]] QLineEdit* NameField(QWidget* parent, const QString& name, int characters);
 
-/// `cmdNext`, which Enter presses, and `cmdCancel`, which Escape presses, in a row to the right.
+/// `cmdNext`, the default button, and `cmdCancel`, which Escape presses, in a row to the right.
 struct NextCancel {
     QPushButton* cmdNext = nullptr;
     QPushButton* cmdCancel = nullptr;

@@ -40,9 +40,9 @@ void frmSelectClient::reject() {
 bool frmSelectClient::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<const QKeyEvent*>(event)->key();
-        if ((key == Qt::Key_Return || key == Qt::Key_Enter) &&
-            !lstClients_->selectedItems().isEmpty()) {
-            Choose(lstClients_->currentRow());
+        const QList<QListWidgetItem*> selected = lstClients_->selectedItems();
+        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && !selected.isEmpty()) {
+            Choose(lstClients_->row(selected.front()));
             return true;
         }
     }

@@ -76,7 +76,6 @@ void frmSignalLevel::BuildBar() {
 
 void frmSignalLevel::BuildButtons() {
     cmdNext_ = NamedButton(this, QStringLiteral("cmdNext"), QStringLiteral("&Next Radio"));
-    cmdNext_->setAutoDefault(false);
     QPushButton* cmdExit = NamedButton(this, QStringLiteral("cmdExit"), QStringLiteral("E&xit"));
     cmdExit->setDefault(true);
     auto* row = new QHBoxLayout;

@@ -48,9 +48,12 @@ void SampleContinuously(const OperationContext& context) {
     if (!MayStart(context)) {
         return;
     }
-    OnActiveWindow(context, [&sampling](const Target& target) {
+    OnActiveWindow(context, [&context, &sampling](const Target& target) {
         static_cast<void>(target.Window->GetSettings());
-        if (target.Window->SettingsValid() == False) {
+        // Slot and number of a window that was closed meanwhile can be another's by now, and a
+        // device that was lost does not end a mode that begins behind that.
+        if (target.Window->SettingsValid() == False || !IsOpen(context, target) ||
+            context.radio.link.LinkState == LinkDisconnected) {
             return;
         }
         target.Window->ClientSetNumChannels();

@@ -1,7 +1,5 @@
 #include "console/operation_shape.h"
 
-#include <utility>
-
 bool LinkIsFree(const OperationContext& context) {
     return context.operations.OperationBusy == False && context.sampling.StepRuns == False &&
            context.sampling.ContinuousMode == SamplingIdle && context.radio.link.Connected != False;
@@ -11,29 +9,35 @@ bool MayStart(const OperationContext& context) {
     return LinkIsFree(context) && context.windows.NumClientWindows != 0;
 }
 
-Target ActiveWindow(const ClientWindows& windows) {
-    for (int slot = 0; slot <= windows.UpperBound(); ++slot) {
-        auto window = windows.At(slot);
+Target WindowInSlot(const OperationContext& context, int slot) {
+    Target target{context.windows.At(slot), static_cast<std::int16_t>(slot), std::nullopt};
+    const auto& entries = context.book.Entries;
+    if (target.Window && entries.Holds(target.Window->ClientIndex())) {
+        target.Radio = entries[target.Window->ClientIndex()];
+    }
+    return target;
+}
+
+Target ActiveWindow(const OperationContext& context) {
+    for (int slot = 0; slot <= context.windows.UpperBound(); ++slot) {
+        const auto window = context.windows.At(slot);
         if (window && window->IsActive() != False) {
-            return {std::move(window), static_cast<std::int16_t>(slot)};
+            return WindowInSlot(context, slot);
         }
     }
     return {};
 }
 
 Target WindowOfWalk(const OperationContext& context) {
-    const std::int16_t slot = context.operations.ForAllWindow;
-    return {context.windows.At(slot), slot};
+    return WindowInSlot(context, context.operations.ForAllWindow);
 }
 
-bool SelectRadioOf(const OperationContext& context, const ClientWindow& window) {
-    const auto& entries = context.book.Entries;
-    if (!entries.Holds(window.ClientIndex())) {
-        return false;
-    }
-    // A copy: the operator can edit the book while the radio answers.
-    const ClientRadio client = entries[window.ClientIndex()];
-    return comm::SelectClient(context.radio, client);
+bool SelectRadioOf(const OperationContext& context, const Target& target) {
+    return target.Radio && comm::SelectClient(context.radio, *target.Radio);
+}
+
+bool IsOpen(const OperationContext& context, const Target& target) {
+    return target.Window && context.windows.At(target.Slot) == target.Window;
 }
 
 void StartOnActiveWindow(const OperationContext& context, OperationWork work) {

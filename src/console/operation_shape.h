@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "common/fault.h"
 #include "console/logger_operations.h"
@@ -10,11 +11,12 @@
 // The shape that the operations on one logger share: a guard, the window that they are for, its
 // radio selected, and the link let go of on every way out.
 
-/// The window that an operation is for, and the slot it stands in. Held for the whole operation: a
-/// click during a wait can close it.
+/// The window that an operation is for, the slot it stands in, and its radio. Held for the whole
+/// operation: a click during a wait can close the window, and change or delete the entry.
 struct Target {
     std::shared_ptr<ClientWindow> Window;
     std::int16_t Slot = 0;
+    std::optional<ClientRadio> Radio;  ///< nothing for a window without an entry
 };
 
 /// Whether the link is connected and neither an operation nor a sampling mode holds it.
@@ -23,14 +25,20 @@ struct Target {
 /// The guard of an operation: the link is free and a window is open.
 [[nodiscard]] bool MayStart(const OperationContext& context);
 
+/// The window in a slot; none if the slot is empty.
+[[nodiscard]] Target WindowInSlot(const OperationContext& context, int slot);
+
 /// The first window that is the active one; none if there is none.
-[[nodiscard]] Target ActiveWindow(const ClientWindows& windows);
+[[nodiscard]] Target ActiveWindow(const OperationContext& context);
 
 /// The window that a walk over all windows has come to; none if its slot is empty.
 [[nodiscard]] Target WindowOfWalk(const OperationContext& context);
 
-/// Brings the server radio to the radio of `window`.
-[[nodiscard]] bool SelectRadioOf(const OperationContext& context, const ClientWindow& window);
+/// Brings the server radio to the radio of `target`; false for one without.
+[[nodiscard]] bool SelectRadioOf(const OperationContext& context, const Target& target);
+
+/// Whether the window of `target` has not been closed since.
+[[nodiscard]] bool IsOpen(const OperationContext& context, const Target& target);
 
 /// Holds the link for an operation, under the hourglass; lets go of both on every way out.
 class OperationScope {
@@ -55,9 +63,9 @@ class OperationScope {
 template <typename Work>
 void OnActiveWindow(const OperationContext& context, Work work) {
     const OperationScope scope(context);
-    const Target target = ActiveWindow(context.windows);
+    const Target target = ActiveWindow(context);
     try {
-        if (target.Window && SelectRadioOf(context, *target.Window)) {
+        if (SelectRadioOf(context, target)) {
             work(target);
         }
     } catch (const Fault&) {

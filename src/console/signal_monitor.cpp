@@ -1,10 +1,10 @@
 #include "console/signal_monitor.h"
 
-#include <memory>
-
+#include "console/entry_texts.h"
 #include "console/hex_text.h"
 #include "console/operation_shape.h"
 #include "console/signal_level.h"
+#include "link/port.h"
 #include "logger/command_codes.h"
 
 namespace {
@@ -26,30 +26,57 @@ int SlotInView(const OperationContext& context, const SignalMonitor& monitor) {
     return entries.Holds(monitor.ClientIndex) ? entries[monitor.ClientIndex].WindowIndex : NoWindow;
 }
 
-/// The window in the next slot that has one, going round; nothing if there is none at all. It is
-/// the same window again if there is no other.
-std::shared_ptr<ClientWindow> NextWindow(const OperationContext& context, int slot) {
+/// The window in the next slot that has one, going round; none if there is none at all. It is the
+/// same window again if there is no other.
+Target NextWindow(const OperationContext& context, int slot) {
     const int count = context.windows.UpperBound() + 1;
     for (int step = 1; step <= count; ++step) {
-        if (auto window = context.windows.At((slot + step) % count)) {
-            return window;
+        const int next = (slot + step) % count;
+        if (context.windows.At(next)) {
+            return WindowInSlot(context, next);
         }
     }
-    return nullptr;
+    return {};
 }
 
 void StepToNextRadio(const OperationContext& context, SignalMonitor& monitor, SignalView& view) {
     monitor.NextRequested = false;
-    const auto window = NextWindow(context, SlotInView(context, monitor));
-    if (!window || !context.book.Entries.Holds(window->ClientIndex())) {
+    const Target next = NextWindow(context, SlotInView(context, monitor));
+    if (!next.Radio) {
         return;
     }
-    monitor.ClientIndex = window->ClientIndex();
+    monitor.ClientIndex = next.Window->ClientIndex();
     DisplayClient(context.book, monitor, view);
     context.radio.view.SetPointer(Pointer::Hourglass);
     // A radio that cannot be selected has told so, and gives no readings.
-    static_cast<void>(SelectRadioOf(context, *window));
+    static_cast<void>(SelectRadioOf(context, next));
     context.radio.view.SetPointer(Pointer::Normal);
+}
+
+/// Whether the device of the port is gone. That is told like any failure of the server radio,
+/// unless one was told already.
+bool DeviceIsGone(const OperationContext& context) {
+    Link& link = context.radio.link;
+    if (link.LinkState != LinkDisconnected && !link.MSComm1.PortOpen()) {
+        comm::LinkDown(link, context.radio.boxes);
+        return true;
+    }
+    return comm::DeviceLost(link);
+}
+
+bool GoesOn(const OperationContext& context, const SignalMonitor& monitor) {
+    return !StopAsked(context, monitor) && !DeviceIsGone(context);
+}
+
+/// Lets events run. A tick among them can be the first to notice that the device is gone, and tells
+/// nobody.
+void RunEvents(const OperationContext& context) {
+    Link& link = context.radio.link;
+    const bool linked = link.LinkState != LinkDisconnected;
+    link.Events.RunPendingEvents();
+    if (linked && comm::DeviceLost(link)) {
+        comm::LinkDown(link, context.radio.boxes);
+    }
 }
 
 }  // namespace
@@ -57,7 +84,7 @@ void StepToNextRadio(const OperationContext& context, SignalMonitor& monitor, Si
 void DisplayClient(const AddressBook& book, const SignalMonitor& monitor, SignalView& view) {
     if (book.Entries.Holds(monitor.ClientIndex)) {
         const ClientRadio& entry = book.Entries[monitor.ClientIndex];
-        view.ShowRadio({entry.Name, HyphenedMac(entry.Mac), ByteToHex(entry.Channel)});
+        view.ShowRadio({ShownName(entry.Name), HyphenedMac(entry.Mac), ByteToHex(entry.Channel)});
     }
 }
 
@@ -87,13 +114,13 @@ void RunMonitor(const OperationContext& context, SignalMonitor& monitor, SignalV
     monitor.MonitorState = MonitorRunning;
     view.EnableNext(context.windows.UpperBound() >= 1);
     std::optional<int> level = ReadSignalLevel(context, monitor);
-    while (!StopAsked(context, monitor)) {
+    while (GoesOn(context, monitor)) {
         if (monitor.NextRequested) {
             level.reset();
             StepToNextRadio(context, monitor, view);
         }
         view.ShowLevel(LevelText(level), BarLength(level));
-        context.radio.link.Events.RunPendingEvents();
+        RunEvents(context);
         level = ReadSignalLevel(context, monitor);
     }
     monitor.MonitorState = MonitorFinished;
@@ -121,6 +148,8 @@ void ShowSignalLevel(const OperationContext& context, SignalMonitorDialog& dialo
     }
     OnActiveWindow(context, [&](const Target& target) {
         context.radio.view.SetPointer(Pointer::Normal);
-        dialog.ShowMonitor(context, target.Window->ClientIndex());
+        if (IsOpen(context, target)) {
+            dialog.ShowMonitor(context, target.Window->ClientIndex());
+        }
     });
 }

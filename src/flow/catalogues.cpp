@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 
+#include "common/characters.h"
 #include "common/line_reader.h"
 #include "common/number_text.h"
 #include "common/text.h"
@@ -39,7 +40,7 @@ std::optional<std::string> TakeTag(std::string_view line, std::size_t& at) {
         return std::nullopt;
     }
     at = close + 1;
-    return ToUpper(Trim(line.substr(1, close - 1))).substr(0, LongestTag);
+    return CutText(ToUpper(Trim(line.substr(1, close - 1))), LongestTag);
 }
 
 /// The first three numbers of the text, words between them passed over.

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
-#include <numeric>
+#include <memory>
 
+#include "common/file_rewrite.h"
 #include "common/number_text.h"
-#include "common/path_text.h"
 #include "common/text.h"
 #include "flow/flow_mode.h"
 #include "flow/unit_names.h"
@@ -46,49 +45,6 @@ std::string DeviceText(const LoggerRecord& logger) {
     }
 }
 
-/// Gathers text and hands it on to a file in large pieces.
-class TextWriter {
- public:
-    explicit TextWriter(const std::string& path)
-        : file_(NativePath(path), std::ios::binary | std::ios::trunc), room_(PieceSize, '\0') {}
-
-    /// Where the next text goes, with room for `size` characters.
-    [[nodiscard]] char* Begin(std::size_t size) {
-        if (size > room_.size() - used_) {
-            Flush();
-            room_.resize(std::max(room_.size(), size));
-        }
-        return room_.data() + used_;
-    }
-    /// Ends the text that began there.
-    void End(const char* end) { used_ = static_cast<std::size_t>(end - room_.data()); }
-
-    void Put(std::string_view text) {
-        End(std::copy(text.begin(), text.end(), Begin(text.size())));
-    }
-
-    [[nodiscard]] bool IsGood() const { return file_.good(); }
-
-    /// Writes the rest; True if all that was put is in the file.
-    [[nodiscard]] bool Close() {
-        Flush();
-        file_.close();
-        return file_.good();
-    }
-
- private:
-    static constexpr std::size_t PieceSize = std::size_t{1} << 18U;
-
-    void Flush() {
-        file_.write(room_.data(), static_cast<std::streamsize>(used_));
-        used_ = 0;
-    }
-
-    std::ofstream file_;
-    std::string room_;
-    std::size_t used_ = 0;
-};
-
 char* Copy(char* out, std::string_view text) {
     return std::copy(text.begin(), text.end(), out);
 }
@@ -117,18 +73,22 @@ char* CopyTime(char* out, std::string_view time, bool singleColumn) {
     return Copy(out, time.substr(std::min(blank + 1, time.size())));
 }
 
-void PutRow(TextWriter& file, const HistoryTable::Row& row, bool singleColumn) {
-    const std::size_t length =
-        std::accumulate(row.Lengths.begin(), row.Lengths.end(), std::size_t{0});
-    char* out = file.Begin(length + (row.Lengths.size() + 1) * FieldMark.size() + LineEnd.size() +
-                           HistoryTable::Overread);
+char* PutRow(char* out, const HistoryTable::Row& row, bool singleColumn) {
     out = CopyTime(out, {row.Texts, row.Lengths[0]}, singleColumn);
     const char* text = row.Texts + row.Lengths[0];
     for (const std::uint16_t cell : row.Lengths.subspan(1)) {
         out = CopyCell(PutMark(out), text, cell);
         text += cell;
     }
-    file.End(Copy(out, LineEnd));
+    return Copy(out, LineEnd);
+}
+
+/// Bytes that the rows take at most in the file, with what is copied behind the last of them.
+std::size_t RoomForRows(const HistoryTable& table) {
+    // A time in two columns has a mark more.
+    const auto marks = static_cast<std::size_t>(table.ColumnCount()) * FieldMark.size();
+    const auto rows = static_cast<std::size_t>(table.RowCount());
+    return table.TextRoom() + rows * (marks + LineEnd.size()) + HistoryTable::Overread;
 }
 
 }  // namespace
@@ -166,18 +126,21 @@ std::string CsvHeadingLine(const HistoryTable& table, bool singleColumn) {
 }
 
 bool WriteCsv(const std::string& path, const CsvContents& contents, ProgressBar& bar) {
-    // A pipe or a device would hold the writer up.
-    if (!TakesFile(path)) {
+    FileRewrite file(path);
+    if (!file.IsReady()) {
         return false;
     }
-    TextWriter file(path);
-    file.Put(contents.TitleLine);
-    file.Put(LineEnd);
-    file.Put(CsvHeadingLine(contents.Table, contents.SingleColumn));
-    file.Put(LineEnd);
-    for (int row = 0; row < contents.Table.RowCount() && file.IsGood(); ++row) {
+    std::string head = contents.TitleLine;
+    head += LineEnd;
+    head += CsvHeadingLine(contents.Table, contents.SingleColumn);
+    head += LineEnd;
+    // The whole file at once, since it is written so; nothing of it needs to be zero before.
+    const auto text =
+        std::make_unique_for_overwrite<char[]>(head.size() + RoomForRows(contents.Table));
+    char* end = Copy(text.get(), head);
+    for (int row = 0; row < contents.Table.RowCount(); ++row) {
         bar.SetValue(row + 1);
-        PutRow(file, contents.Table.RowAt(row), contents.SingleColumn);
+        end = PutRow(end, contents.Table.RowAt(row), contents.SingleColumn);
     }
-    return file.Close();
+    return file.Take({text.get(), static_cast<std::size_t>(end - text.get())});
 }

@@ -29,9 +29,9 @@ struct CsvContents {
     bool SingleColumn;  ///< date and time in one column
 };
 
-/// Writes the file at `path`, in place of what was there. False if it could not be opened, or not
-/// be written to its end: it then stays as far as it came. The bar is moved to the number of each
-/// row, from 1.
+/// Writes the file at `path`, in place of what was there. False if it could not be opened, before
+/// any row, or there is no room for all of it: a file that was there is then as it was. The bar is
+/// moved to the number of each row, from 1.
 [[nodiscard]] bool WriteCsv(const std::string& path, const CsvContents& contents, ProgressBar& bar);
 
 #endif  // ORVIA_HISTORY_CSV_H

@@ -5,6 +5,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 frmGetHistoryData::frmGetHistoryData(const HistoryContext& history, std::int32_t totalRecords,
@@ -49,8 +50,7 @@ void frmGetHistoryData::BuildButtons() {
     auto* row = new QHBoxLayout;
     row->addStretch();
     const auto button = [this, row](const char* name, const char* text, const char* tag) {
-        auto* made = new QPushButton(QLatin1String(text), this);
-        made->setObjectName(QLatin1String(name));
+        QPushButton* made = NamedButton(this, QLatin1String(name), QLatin1String(text));
         connect(made, &QPushButton::clicked, this, [this, tag] { Press(tag); });
         row->addWidget(made);
         return made;
@@ -58,7 +58,7 @@ void frmGetHistoryData::BuildButtons() {
     cmdOkay_ = button("cmdOkay", "Okay", TagOkay);
     cmdOkay_->setEnabled(false);
     cmdCancel_ = button("cmdCancel", "Stop", TagCancel);
-    // Enter, still held from the press that began the upload, shall not end it.
+    // No default button yet: Enter elsewhere in the dialog shall not end the upload.
     cmdCancel_->setAutoDefault(false);
     static_cast<QBoxLayout*>(layout())->addLayout(row);
 }

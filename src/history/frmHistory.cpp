@@ -13,6 +13,7 @@
 #include "history/frmHistoryOptions.h"
 #include "history/frmProgress.h"
 #include "history/save_history.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 frmHistory::frmHistory(const HistoryContext& history, std::shared_ptr<ClientWindow> window,
@@ -66,8 +67,7 @@ void frmHistory::BuildList() {
 
 QPushButton* frmHistory::AddButton(const char* name, const char* text,
                                    void (frmHistory::*press)()) {
-    auto* button = new QPushButton(QLatin1String(text), this);
-    button->setObjectName(QLatin1String(name));
+    QPushButton* button = NamedButton(this, QLatin1String(name), QLatin1String(text));
     connect(button, &QPushButton::clicked, this, press);
     return button;
 }

@@ -6,6 +6,7 @@
 #include <QRadioButton>
 
 #include "history/save_history.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 frmHistoryOptions::frmHistoryOptions(Settings& settings, QWidget* parent)
@@ -41,13 +42,12 @@ void frmHistoryOptions::BuildChoice() {
 void frmHistoryOptions::BuildButtons() {
     auto* row = new QHBoxLayout;
     row->addStretch();
-    auto* cmdOK = new QPushButton(QStringLiteral("Close"), this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    QPushButton* cmdOK = NamedButton(this, QStringLiteral("cmdOK"), QStringLiteral("Close"));
     cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, [this] { Store(); });
     row->addWidget(cmdOK);
-    auto* cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+    QPushButton* cmdCancel =
+        NamedButton(this, QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
     connect(cmdCancel, &QPushButton::clicked, this, [this] { reject(); });
     row->addWidget(cmdCancel);
     static_cast<QBoxLayout*>(layout())->addLayout(row);

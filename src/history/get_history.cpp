@@ -13,9 +13,8 @@ class GetHistoryOperation {
 
     /// False if the logger could not be reached.
     [[nodiscard]] bool Run() {
-        const Target target = ActiveWindow(context_.windows);
-        if (!target.Window || !SelectRadioOf(context_, *target.Window) ||
-            !target.Window->GetStatus()) {
+        const Target target = ActiveWindow(context_);
+        if (!SelectRadioOf(context_, target) || !target.Window->GetStatus()) {
             return false;
         }
         Point(Pointer::Normal);

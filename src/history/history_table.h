@@ -28,6 +28,8 @@ class HistoryTable {
     /// Bytes of memory that texts and lengths hold: the benchmark and the viewer's test hold it to
     /// a limit.
     [[nodiscard]] std::size_t Memory() const;
+    /// Bytes that the texts of all rows take at most.
+    [[nodiscard]] std::size_t TextRoom() const { return end_; }
     /// The texts of a row, one behind another, and the length of each. Overread bytes behind the
     /// last one can be read too.
     struct Row {

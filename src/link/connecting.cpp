@@ -123,7 +123,9 @@ bool CancelConnect(const Link& link, ConnectDialog& dialog, MessageBoxes& boxes)
 Toggle ToggleConnection(const ToggleContext& context) {
     Link& link = context.radio.link;
     Sampling& sampling = context.sampling;
-    if (link.LinkState != LinkDisconnected && sampling.ContinuousMode != SamplingIdle) {
+    // A mode that a lost device has told to end is waited for as well.
+    const bool ends = link.LinkState != LinkDisconnected || sampling.StopContinuous != False;
+    if (ends && sampling.ContinuousMode != SamplingIdle) {
         sampling.StopContinuous = True;
         if (sampling.StepRuns != False) {
             return Toggle::Postponed;

@@ -67,7 +67,7 @@ enum class Toggle {
 };
 
 /// The connect button of the main window: ends a sampling mode, then disconnects, or asks for
-/// the dialog when the link is down.
+/// the dialog when the link is down. With the link down only a mode that ends already is awaited.
 [[nodiscard]] Toggle ToggleConnection(const ToggleContext& context);
 
 }  // namespace comm

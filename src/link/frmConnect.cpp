@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "link/frmConnectSetup.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 frmConnect::frmConnect(const comm::LinkContext& radio, Settings& settings, const Host& host,
@@ -45,13 +46,11 @@ void frmConnect::BuildLabels() {
 void frmConnect::BuildButtons() {
     auto* column = new QVBoxLayout;
     const auto button = [this, column](const char* name, const char* text) {
-        auto* made = new QPushButton(QLatin1String(text), this);
-        made->setObjectName(QLatin1String(name));
+        QPushButton* made = NamedButton(this, QLatin1String(name), QLatin1String(text));
         column->addWidget(made);
         return made;
     };
     QPushButton* cmdSetup = button("cmdSetup", "Change &Settings");
-    cmdSetup->setAutoDefault(false);
     QPushButton* cmdConnect = button("cmdConnect", "C&onnect");
     cmdConnect->setDefault(true);
     QPushButton* cmdCancel = button("cmdCancel", "Cancel");

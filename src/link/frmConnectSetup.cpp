@@ -59,7 +59,6 @@ void frmConnectSetup::BuildAddressBook(QGridLayout& rows) {
     txtAddressBook_->setObjectName(QStringLiteral("txtAddressBook"));
     QPushButton* cmdBrowse =
         NamedButton(this, QStringLiteral("cmdBrowse"), QStringLiteral("&Browse"));
-    cmdBrowse->setAutoDefault(false);
     rows.addWidget(
         CaptionFor(txtAddressBook_, QStringLiteral("Label3"), QStringLiteral("&Address Book")), 3,
         0);
@@ -73,7 +72,6 @@ void frmConnectSetup::BuildButtons() {
     cmdOK->setDefault(true);
     QPushButton* cmdCancel =
         NamedButton(this, QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
-    cmdCancel->setAutoDefault(false);
     auto* row = new QHBoxLayout;
     row->addStretch();
     row->addWidget(cmdOK);

@@ -62,6 +62,7 @@ bool OpenPort(Link& link, MainView& view, int port, const std::string& settings)
     try {
         if (device.PortOpen()) {
             if (device.Settings() == settings && device.CommPort() == port) {
+                link.PortHeld = True;
                 EmptyInput(link);
                 return true;
             }
@@ -72,6 +73,7 @@ bool OpenPort(Link& link, MainView& view, int port, const std::string& settings)
         device.SetPortOpen(true);
         device.SetDTREnable(true);
         EmptyInput(link);
+        link.PortHeld = ToFlag(device.PortOpen());
         return device.PortOpen();
     } catch (const Fault&) {
         return false;
@@ -82,17 +84,24 @@ void ClosePort(Link& link) {
     // A device that is gone cannot be closed any better.
     TrapFault([&link] {
         if (link.MSComm1.PortOpen()) {
+            link.PortHeld = False;
             link.MSComm1.SetDTREnable(false);
             link.MSComm1.SetPortOpen(false);
         }
     });
 }
 
-void NoticeLostDevice(Link& link) {
+bool DeviceLost(const Link& link) {
+    return link.PortHeld != False && !link.MSComm1.PortOpen();
+}
+
+bool NoticeLostDevice(Link& link) {
     const bool open = link.LinkState == LinkNormal || link.LinkState == LinkCommand;
-    if (open && link.CommBusy == False && !link.MSComm1.PortOpen()) {
-        link.LinkState = LinkDisconnected;
+    if (!open || link.CommBusy != False || link.MSComm1.PortOpen()) {
+        return false;
     }
+    link.LinkState = LinkDisconnected;
+    return true;
 }
 
 }  // namespace comm

@@ -45,12 +45,16 @@ void SendText(Link& link, std::string_view text);
 /// another one is closed first. False if the port cannot be opened.
 [[nodiscard]] bool OpenPort(Link& link, MainView& view, int port, const std::string& settings);
 
-/// Closes the port if it is open; never fails.
+/// Closes the port if it is open; never fails. One that lost its device stays so until it is
+/// opened.
 void ClosePort(Link& link);
 
+/// Whether the device went away under the open port, which nobody has opened again since.
+[[nodiscard]] bool DeviceLost(const Link& link);
+
 /// A device that was pulled out has closed its port by itself: between two exchanges the link is
-/// then disconnected.
-void NoticeLostDevice(Link& link);
+/// then disconnected. True if that was so.
+bool NoticeLostDevice(Link& link);
 
 }  // namespace comm
 

@@ -2,9 +2,12 @@
 
 #include <limits>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "common/fault.h"
 #include "link/busy_guard.h"
+#include "link/port.h"
 #include "logger/commands.h"
 
 namespace comm {
@@ -16,6 +19,7 @@ constexpr std::int16_t ReadAt = 12;           // of SampleTicks
 constexpr std::int16_t NextRoundFrom = 2;     // of SampleTicks: one sample a second
 constexpr std::int16_t SingleSampleLimit = 25;
 constexpr float UpdateSeconds = 60;
+constexpr float JumpSeconds = 120;  // behind the mark: the clock has jumped
 
 // Values of SingleSample.
 constexpr std::int16_t SingleFirstRequest = 1;
@@ -111,14 +115,15 @@ float SecondsSinceMidnight(const SystemClock& clock) {
 }
 
 /// Whether a pass is due, and if so moves the mark on. A day that has turned restarts the marks
-/// from now.
+/// from now, and so does a clock that jumped forward: passes that were missed are not made up.
 bool UpdateIsDue(const SamplingContext& context) {
     float& mark = context.sampling.NextAutoUpdate;
     const float now = SecondsSinceMidnight(context.clock);
     if (mark <= now && now <= mark + UpdateSeconds) {
         return false;
     }
-    mark = now < mark ? now : mark + UpdateSeconds;
+    const bool jumped = now < mark || now > mark + JumpSeconds;
+    mark = jumped ? now : mark + UpdateSeconds;
     return true;
 }
 
@@ -132,11 +137,15 @@ void ReadUpdate(const SamplingContext& context, ClientWindow& window) {
     static_cast<void>(window.GetStatus());
 }
 
-/// One window's share of a pass; False if its radio could not be selected.
+/// Whether the window has not been closed since it was looked up: its entry still leads to it.
+bool IsOpen(const SamplingContext& context, const std::shared_ptr<ClientWindow>& window) {
+    const auto& entries = context.book.Entries;
+    const std::int16_t number = window->ClientIndex();
+    return entries.Holds(number) && context.windows.At(entries[number].WindowIndex) == window;
+}
+
+/// One open window's share of a pass; False if its radio could not be selected.
 bool UpdateWindow(const SamplingContext& context, ClientWindow& window) {
-    if (!context.book.Entries.Holds(window.ClientIndex())) {
-        return true;
-    }
     const ClientRadio client = context.book.Entries[window.ClientIndex()];
     if (!SelectClient(context.radio, client)) {
         return false;
@@ -167,15 +176,30 @@ void TellUpdateFailed(const SamplingContext& context, const ClientWindow& window
          .Icon = BoxIcon::Exclamation});
 }
 
-/// Updates all open windows; stops at one whose radio cannot be selected, and returns that.
+/// The open windows, in the order of the book.
+std::vector<std::shared_ptr<ClientWindow>> WindowsInOrder(const SamplingContext& context) {
+    std::vector<std::shared_ptr<ClientWindow>> windows;
+    for (const ClientRadio& entry : context.book.Entries) {
+        if (auto window = context.windows.At(entry.WindowIndex)) {
+            windows.push_back(std::move(window));
+        }
+    }
+    return windows;
+}
+
+/// Updates all open windows; stops at one whose radio cannot be selected, and returns that. A
+/// device that is lost ends the pass, as it ends the mode.
 std::shared_ptr<ClientWindow> UpdateWindows(const SamplingContext& context) {
     const BusyGuard busy(context.operations.OperationBusy);
     context.radio.view.SetPointer(Pointer::Hourglass);
-    // The book can change while an exchange waits, so its bound is looked at anew each time.
-    for (int number = 1; number <= context.book.Entries.UpperBound(); ++number) {
-        auto window = context.windows.At(context.book.Entries[number].WindowIndex);
-        if (window && !UpdateWindow(context, *window)) {
+    // An entry can be deleted while an exchange waits, and those behind it move up: who has a turn
+    // is settled before.
+    for (const auto& window : WindowsInOrder(context)) {
+        if (IsOpen(context, window) && !UpdateWindow(context, *window)) {
             return window;
+        }
+        if (DeviceLost(context.radio.link)) {
+            break;
         }
     }
     context.radio.view.SetPointer(Pointer::Normal);

@@ -54,12 +54,6 @@ BoxContent ServerRadioFailure() {
             .Icon = BoxIcon::Stop};
 }
 
-void LinkDown(Link& link, MessageBoxes& boxes) {
-    link.LinkState = LinkDisconnected;
-    ClosePort(link);
-    boxes.Show(ServerRadioFailure());
-}
-
 /// In command mode, by going there if need be. A radio that will not go takes the link down.
 bool ReachCommandMode(Link& link, MessageBoxes& boxes) {
     if (link.LinkState == LinkCommand || EnterCommandMode(link)) {
@@ -141,6 +135,12 @@ bool ReachNormalMode(Link& link) {
 }
 
 }  // namespace
+
+void LinkDown(Link& link, MessageBoxes& boxes) {
+    link.LinkState = LinkDisconnected;
+    ClosePort(link);
+    boxes.Show(ServerRadioFailure());
+}
 
 bool EnterCommandMode(Link& link) {
     for (int attempt = 0; attempt < EnterAttempts && link.ShuttingDown == False; ++attempt) {

@@ -25,6 +25,9 @@ bool LeaveCommandMode(Link& link);
 /// The radio's system identifier, NoSystemID when its answer is wrong. In command mode.
 [[nodiscard]] std::uint8_t ReadServerSystemID(Link& link);
 
+/// Takes the link down, with the message that the server radio does not answer.
+void LinkDown(Link& link, MessageBoxes& boxes);
+
 // These three take the radio to command mode if it is not there. False when another exchange is
 // on the link, and after a radio that does not answer or answers wrong, which closes the port
 // with a message. In the first two an answer too short to look at is a Fault instead.

@@ -33,6 +33,13 @@ void CountIdleTicks(Link& link, const Operations& operations) {
     link.LinkState = LinkDisconnected;
 }
 
+/// The mode that runs ends with its step, or on its next tick.
+void EndSampling(Sampling& sampling) {
+    if (sampling.ContinuousMode != SamplingIdle) {
+        sampling.StopContinuous = True;
+    }
+}
+
 CommandStates StatesOf(const SupervisionContext& context) {
     const bool enable = context.windows.NumClientWindows >= 1 && context.link.Connected != False;
     const std::int16_t mode = context.sampling.ContinuousMode;
@@ -87,7 +94,9 @@ void SuperviseTick(const SupervisionContext& context) {
     if (!context.view.IsVisible()) {
         return;
     }
-    NoticeLostDevice(link);
+    if (NoticeLostDevice(link)) {
+        EndSampling(context.sampling);
+    }
     CountIdleTicks(link, context.operations);
     if (link.LinkState != link.LinkStateShown) {
         UpdateServerState(link, context.view);

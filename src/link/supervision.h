@@ -13,7 +13,7 @@ namespace comm {
 /// What the supervising tick looks at and keeps in step.
 struct SupervisionContext {
     Link& link;
-    const Sampling& sampling;
+    Sampling& sampling;
     const Operations& operations;
     AddressBook& book;
     const ClientWindows& windows;
@@ -21,7 +21,8 @@ struct SupervisionContext {
 };
 
 /// One tick of the main timer: counts waits and the idle limit, notices a device that vanished,
-/// and keeps buttons, texts and icons in step with the state. Never waits, never shows a box.
+/// which ends a sampling mode, and keeps buttons, texts and icons in step with the state. Never
+/// waits, never shows a box.
 void SuperviseTick(const SupervisionContext& context);
 
 /// Writes text and colour of the link's state to the main window.

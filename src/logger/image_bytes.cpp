@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/characters.h"
 #include "common/fault.h"
 #include "common/text.h"
 #include "logger/float24.h"
@@ -64,10 +65,9 @@ void PutFloat24(double value, Bytes& image, int offset) {
 
 void PutString(std::string_view text, Bytes& image, int offset, int size) {
     CheckField(image.size(), offset, size);
-    const auto length = std::min(text.size(), static_cast<std::size_t>(size));
-    const auto field = image.begin() + offset;
-    std::fill_n(field, size, static_cast<std::uint8_t>(' '));
-    std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length), field,
+    std::string bytes = ToLatin1(text);
+    bytes.resize(static_cast<std::size_t>(size), ' ');
+    std::transform(bytes.begin(), bytes.end(), image.begin() + offset,
                    [](char c) { return static_cast<std::uint8_t>(c); });
 }
 

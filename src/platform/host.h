@@ -112,8 +112,9 @@ class FileDialogs {
 
     /// Path of an existing file; nothing when cancelled.
     virtual std::optional<std::string> PickExisting(const FileQuery& query) = 0;
-    /// Path for a file to write, in an existing folder; nothing when cancelled. Asks about
-    /// overwriting only with `promptOverwrite`.
+    /// Path for a file that can be written, in an existing folder; nothing when cancelled. What
+    /// cannot is refused by the dialog, which tells why and stays. Asks about overwriting only with
+    /// `promptOverwrite`.
     virtual std::optional<std::string> PickForSaving(const FileQuery& query,
                                                      bool promptOverwrite) = 0;
 };

@@ -32,6 +32,8 @@ struct Link {
     std::int16_t WaitTicks = 0;   ///< countdown of the timed wait
     std::int16_t ReplyTicks = 8;  ///< ticks allowed for a reply byte
     int IdleTicks = 0;            ///< countdown to the idle limit
+    /// The port was opened and not closed again: one that is closed all the same lost its device.
+    Flag PortHeld = False;
     /// The last acknowledge was another byte: more of its kind may be on the way.
     Flag StrayInput = False;
     std::uint8_t ServerSystemID = 0;

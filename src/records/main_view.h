@@ -45,11 +45,12 @@ class MainView {
     virtual void SetCommandStates(const CommandStates& states) = 0;
 
     virtual void SetAddressBookName(const std::string& text) = 0;  // lblAddressBook
-    // lvwClients; items count from 1, 0 is none.
+    // lvwClients; items count from 1.
     virtual void ClearClients() = 0;
     virtual void AddClient(const std::string& name, std::uint8_t icon) = 0;
     virtual void SetClientIcon(int item, std::uint8_t icon) = 0;
     [[nodiscard]] virtual int ClientCount() const = 0;
+    /// The item that the operator sees highlighted, 0 if none is, whichever the keys would go to.
     [[nodiscard]] virtual int SelectedClient() const = 0;
 
     /// Makes a client window, loaded but without caption, not yet in any slot.

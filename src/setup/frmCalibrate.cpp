@@ -60,7 +60,6 @@ void frmCalibrate::BuildButtons() {
     auto* row = new QHBoxLayout;
     row->addStretch();
     for (QPushButton* button : {cmdBack_, cmdNext_, cmdCancel_, cmdHelp}) {
-        button->setAutoDefault(false);
         row->addWidget(button);
     }
     cmdNext_->setDefault(true);

@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QKeyEvent>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QTabBar>
@@ -159,16 +158,5 @@ void frmSetup::closeEvent(QCloseEvent* event) {
     if (closes) {
         Timer1_.stop();
         done(Rejected);
-    }
-}
-
-void frmSetup::keyPressEvent(QKeyEvent* event) {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    auto* button = qobject_cast<QPushButton*>(focusWidget());
-    if (!enter) {
-        QDialog::keyPressEvent(event);
-    } else if (button != nullptr) {
-        // No button is the default one: Enter presses the one that has the focus.
-        button->click();
     }
 }

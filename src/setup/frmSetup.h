@@ -43,7 +43,6 @@ class frmSetup final : public QDialog, private SetupView {
 
  protected:
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
  private:
     // SetupView

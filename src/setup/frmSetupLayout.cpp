@@ -152,6 +152,7 @@ void frmSetup::ConnectPages() {
             }
         });
     }
+    // No button is the default one: Enter in a field programs nothing.
     for (QPushButton* button : findChildren<QPushButton*>()) {
         button->setAutoDefault(false);
     }

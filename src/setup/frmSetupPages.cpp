@@ -22,6 +22,28 @@ void Enable(const std::vector<QWidget*>& widgets, bool on) {
     }
 }
 
+/// What a list is called: by itself, or by the label beside it.
+QString NameOf(const QComboBox& list, const QWidget& pages) {
+    if (!list.accessibleName().isEmpty()) {
+        return list.accessibleName();
+    }
+    for (const QLabel* label : pages.findChildren<QLabel*>()) {
+        if (label->buddy() == &list) {
+            return label->text();
+        }
+    }
+    return {};
+}
+
+/// The focus is in the field of a list that takes text, so the field is called like its list.
+void NameFieldsOfLists(const QWidget& pages) {
+    for (const QComboBox* list : pages.findChildren<QComboBox*>()) {
+        if (QLineEdit* field = list->lineEdit()) {
+            field->setAccessibleName(NameOf(*list, pages));
+        }
+    }
+}
+
 }  // namespace
 
 frmSetupPages::frmSetupPages(const SetupRecords& records, QWidget* parent)
@@ -31,6 +53,7 @@ frmSetupPages::frmSetupPages(const SetupRecords& records, QWidget* parent)
     BuildAnalogPage();
     BuildDigitalPage();
     BuildFlowPage();
+    NameFieldsOfLists(*this);
 }
 
 void frmSetupPages::BuildFrames() {

@@ -1,8 +1,8 @@
 #include "setup/setup_filing.h"
 
-#include <filesystem>
-#include <fstream>
+#include <sstream>
 
+#include "common/file_rewrite.h"
 #include "common/line_reader.h"
 #include "common/path_text.h"
 #include "logger/settings_image.h"
@@ -32,16 +32,12 @@ bool MayOverwrite(const SetupContext& context, const std::string& path) {
 }
 
 bool WriteFileAt(const SetupContext& context, const std::string& path) {
-    if (!TakesFile(path)) {
-        return false;
-    }
     const LocalTime now = context.outside.Clock.Now();
-    std::ofstream file(std::filesystem::path(NativePath(path)), std::ios::binary);
-    WriteSetupFile(file, context.global,
+    std::ostringstream text;
+    WriteSetupFile(text, context.global,
                    {context.version, context.outside.Clock.DateText(now),
                     context.outside.Clock.TimeText(now)});
-    file.close();
-    return !file.fail();
+    return RewriteFile(path, text.view());
 }
 
 /// Reads a file over the defaults: keys that it lacks take those.

@@ -1,5 +1,6 @@
 #include "setup/setup_flow_page.h"
 
+#include "common/characters.h"
 #include "common/number_text.h"
 #include "common/path_text.h"
 #include "flow/flow_table.h"
@@ -88,7 +89,7 @@ void BrowseTable(const SetupContext& context) {
         return;
     }
     const std::string path = TablePathOf(*chosen, outside.AppPath);
-    if (path.size() > LongestTablePath) {
+    if (CountCharacters(path) > LongestTablePath) {
         outside.Boxes.Show(
             {.Text = "Error: the file path is longer than 128 characters which is the limit.",
              .Title = "File Path Too Long",

@@ -28,9 +28,13 @@ void Setup(const OperationContext& context,
     OnActiveWindow(context, [&](const Target& target) {
         ClientWindow& window = *target.Window;
         static_cast<void>(window.GetSettings());
+        if (!IsOpen(context, target)) {
+            return;
+        }
         window.ClientSetGlobalState();
         context.radio.view.SetPointer(Pointer::Normal);
-        const std::function<bool()> reselect = [&] { return SelectRadioOf(context, window); };
+        // By the radio that was read, whatever becomes of the entry.
+        const std::function<bool()> reselect = [&] { return SelectRadioOf(context, target); };
         show(reselect);
         ReadAgain(context, window, reselect);
     });

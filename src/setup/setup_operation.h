@@ -7,7 +7,7 @@
 
 /// "Setup": reads the settings of the logger whose window is the active one, has `show` show the
 /// dialog on them, and reads them again when it is closed. `show` is handed what brings the server
-/// radio back to that logger.
+/// radio back to that logger. No dialog is shown for a window that was closed meanwhile.
 void Setup(const OperationContext& context,
            const std::function<void(const std::function<bool()>& reselect)>& show);
 

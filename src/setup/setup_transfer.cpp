@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "common/characters.h"
 #include "common/fault.h"
 #include "common/number_text.h"
 #include "common/text.h"

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "common/characters.h"
 #include "common/fault.h"
 #include "common/number_text.h"
 #include "common/text.h"
@@ -83,19 +84,6 @@ TimeTexts SplitTime(std::string_view text) {
 }
 
 }  // namespace
-
-std::string CutText(std::string_view text, std::size_t longest) {
-    if (text.size() <= longest) {
-        return std::string(text);
-    }
-    const auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
-    std::size_t end = longest;
-    while (end > 0 && continues(text[end])) {
-        --end;
-    }
-    // Bytes that begin no character have no border to cut at.
-    return std::string(text.substr(0, end == 0 ? longest : end));
-}
 
 std::string Float24Text(double value) {
     return DoubleToText(config::DecodeFloat24(config::EncodeFloat24(value)));

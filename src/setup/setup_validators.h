@@ -1,7 +1,6 @@
 #ifndef ORVIA_SETUP_SETUP_VALIDATORS_H
 #define ORVIA_SETUP_SETUP_VALIDATORS_H
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -20,9 +19,6 @@ struct FieldCheck {
     std::optional<std::string> Text;  ///< what the field shows from now on
     std::optional<BoxContent> Box;    ///< to be shown, once
 };
-
-/// The text cut to `longest` bytes, at the border of a character.
-[[nodiscard]] std::string CutText(std::string_view text, std::size_t longest);
 
 /// A number as a three-byte float will hold it, as text.
 [[nodiscard]] std::string Float24Text(double value);

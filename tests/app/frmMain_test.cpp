@@ -97,6 +97,15 @@ TEST_F(MainWindowTest, AnOperationActsOnTheWindowThatWasClickedLast) {
     EXPECT_EQ(WindowOf(3)->SettingsValid(), False);
 }
 
+TEST_F(MainWindowTest, EnterPressesTheButtonThatHasTheFocus) {
+    StartConnected();
+    ClickClient(1);
+    auto& button = Find<QPushButton>("cmdGetSettings");
+    ASSERT_TRUE(host_.RunUntil([&] { return button.isEnabled(); }));
+    QTest::keyClick(&button, Qt::Key_Return);
+    EXPECT_NE(WindowOf(1)->SettingsValid(), False);
+}
+
 TEST_F(MainWindowTest, EnterOnTheListOpensTheClient) {
     StartConnected();
     auto& list = Find<QListWidget>("lvwClients");
@@ -179,6 +188,33 @@ TEST_F(MainWindowTest, TheConnectButtonPressedInsideASamplingStepDisconnectsWhen
     ASSERT_TRUE(host_.RunUntil([this] { return !host_.Virtual.Port.PortOpen(); }));
     EXPECT_TRUE(pressed);
     EXPECT_EQ(state_.SamplingRecord.ContinuousMode, SamplingIdle);
+    ExpectAtRest();
+}
+
+TEST_F(MainWindowTest, TheConnectButtonShowsTheDialogAfterTheDeviceWasLostDuringSampling) {
+    StartConnected();
+    ClickClient(1);
+    Click("cmdSampleContinuously");
+    ASSERT_TRUE(host_.RunUntil(
+        [this] { return WindowOf(1)->Model().Record.LoggerState.NumDataPoints == 2; }));
+    host_.Virtual.Port.PullOut();
+    auto& button = Find<QPushButton>("cmdConnect");
+    ASSERT_TRUE(host_.RunUntil([&] { return button.text() == QStringLiteral("C&onnect"); }));
+    boxes_.Shown.clear();
+    bool shown = false;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
+        if (auto* dialog = dynamic_cast<frmConnect*>(QApplication::activeModalWidget())) {
+            shown = true;
+            dialog->findChild<QPushButton*>(QStringLiteral("cmdConnect"))->click();
+        }
+    });
+    look.start(1);
+    Click("cmdConnect");
+    EXPECT_TRUE(host_.RunUntil([&] { return shown; })) << "one press is enough";
+    EXPECT_TRUE(host_.RunUntil([this] { return host_.Virtual.Port.PortOpen(); }));
+    EXPECT_EQ(state_.SamplingRecord.ContinuousMode, SamplingIdle);
+    EXPECT_TRUE(boxes_.Shown.empty());
     ExpectAtRest();
 }
 

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <map>
+#include <string>
+
 #include "app/contrast.h"
 #include "app/stored_settings.h"
 #include "common/fault.h"
@@ -30,6 +34,19 @@ class Lifecycle : public ::testing::Test {
             }
         });
     }
+    /// Values everywhere that a start has to replace.
+    void LeaveTraces() {
+        settings_ = {"COM9", "9600", "old.obk", "folder", {"f0", "f1", "f2", "f3"}, "1", "Yes"};
+        link_.LinkState = LinkNormal;
+        link_.CurrentChannel = 7;
+        link_.CurrentMAC = {1, 2, 3};
+        console_.State.Book.Entries.Append({});
+        console_.State.Book.LastChannel = 9;
+        console_.View.ServerState = "Connected - Normal";
+        console_.View.SystemID = "42";
+        console_.View.ComPort = "COM9";
+        console_.View.LinkFields = true;
+    }
     std::string Stored(const std::string& key) {
         return console_.Outside.Store.Values["Configuration/" + key];
     }
@@ -43,16 +60,23 @@ class Lifecycle : public ::testing::Test {
 };
 
 TEST_F(Lifecycle, AFirstStartWithAnEmptyStoreHasTheDefaults) {
+    LeaveTraces();
     BeginStart(console_.State, console_.View);
     EXPECT_EQ(settings_.PortName, "Com1");
     EXPECT_EQ(settings_.BaudRate, "38400");
     EXPECT_EQ(settings_.AddressBookPath, "");
+    EXPECT_EQ(settings_.LastFilePath, "");
+    EXPECT_EQ(settings_.LastFile, (std::array<std::string, 4>{}));
     EXPECT_EQ(settings_.AutoDisconnect, "");
     EXPECT_EQ(settings_.CSVDateTimeSingleColumn, "");
+    EXPECT_EQ(link_.LinkState, LinkDisconnected);
     EXPECT_EQ(console_.View.ServerState, "Disconnected");
+    EXPECT_EQ(console_.View.SystemID, "");
+    EXPECT_EQ(console_.View.ComPort, "");
     EXPECT_FALSE(console_.View.LinkFields);
+    EXPECT_EQ(console_.State.Book.Entries.UpperBound(), 0);
     EndStart(console_.State, console_.View);
-    EXPECT_TRUE(console_.View.Clients.empty());
+    EXPECT_EQ(console_.View.BookName, "-- None --");
     EXPECT_EQ(console_.State.Book.LastChannel, 16);
     EXPECT_EQ(link_.CurrentChannel, 255);
     EXPECT_EQ(link_.CurrentMAC, (RadioAddress{0xFF, 0xFF, 0xFF}));
@@ -178,22 +202,30 @@ TEST_F(Lifecycle, AFaultInOneStageLeavesTheOthersWhole) {
     EXPECT_EQ(link_.ShuttingDown, True);
 }
 
+/// The store as every release has written it.
+const std::map<std::string, std::string> TenKeys{
+    {"Configuration/Port", "COM7"},         {"Configuration/Baud", "9600"},
+    {"Configuration/AddressBook", "a.obk"}, {"Configuration/LastFilePath", "folder"},
+    {"Configuration/LastFile0", "f0"},      {"Configuration/LastFile1", "f1"},
+    {"Configuration/LastFile2", "f2"},      {"Configuration/LastFile3", "f3"},
+    {"Configuration/AutoDisconnect", "1"},  {"Configuration/CSVDateTimeSingleColumn", "Yes"}};
+
 TEST_F(Lifecycle, AllTenKeysAreSavedAsEdited) {
-    settings_.PortName = "COM7";
-    settings_.BaudRate = "9600";
-    settings_.AddressBookPath = "a.obk";
-    settings_.LastFilePath = "folder";
-    settings_.LastFile = {"f0", "f1", "f2", "f3"};
-    settings_.AutoDisconnect = "1";
-    settings_.CSVDateTimeSingleColumn = "Yes";
+    settings_ = {"COM7", "9600", "a.obk", "folder", {"f0", "f1", "f2", "f3"}, "1", "Yes"};
     EXPECT_TRUE(Close());
-    EXPECT_EQ(console_.Outside.Store.Values.size(), 10U);
-    EXPECT_EQ(Stored("Port"), "COM7");
-    EXPECT_EQ(Stored("LastFile3"), "f3");
-    const Settings again = ReadSettings(console_.Outside.Store);
-    EXPECT_EQ(again.BaudRate, "9600");
-    EXPECT_EQ(again.LastFile, settings_.LastFile);
-    EXPECT_EQ(again.CSVDateTimeSingleColumn, "Yes");
+    EXPECT_EQ(console_.Outside.Store.Values, TenKeys);
+}
+
+TEST_F(Lifecycle, AllTenKeysAreReadAsStored) {
+    console_.Outside.Store.Values = TenKeys;
+    const Settings read = ReadSettings(console_.Outside.Store);
+    EXPECT_EQ(read.PortName, "COM7");
+    EXPECT_EQ(read.BaudRate, "9600");
+    EXPECT_EQ(read.AddressBookPath, "a.obk");
+    EXPECT_EQ(read.LastFilePath, "folder");
+    EXPECT_EQ(read.LastFile, (std::array<std::string, 4>{"f0", "f1", "f2", "f3"}));
+    EXPECT_EQ(read.AutoDisconnect, "1");
+    EXPECT_EQ(read.CSVDateTimeSingleColumn, "Yes");
 }
 
 TEST_F(Lifecycle, AfterAFailedConnectTheStoreHoldsTheEditedPort) {

@@ -64,9 +64,10 @@ TEST_F(Client, GetSettingsReadsTheLoggerAndShowsIt) {
 }
 
 TEST_F(Client, GetSettingsWorksOutTheDecimalsOfFlow) {
-    State().FlowDecPlaces = -1;
+    State().FlowDecPlaces = State().VelDecPlaces = -1;
     ASSERT_TRUE(window.GetSettings());
-    EXPECT_GE(State().FlowDecPlaces, 0);
+    EXPECT_EQ(State().FlowDecPlaces, 4) << "up to 3.6 cfs";
+    EXPECT_EQ(State().VelDecPlaces, 3) << "up to 4.8 feet per second";
 }
 
 TEST_F(Client, GetSettingsLooksTheFlowDeviceUp) {

@@ -24,6 +24,23 @@ TEST(ClientPanel, MembersOfAnArrayHaveTheirIndexInTheName) {
     }
 }
 
+TEST(ClientPanel, WhatStandsOnceForEachChannelIsAnArray) {
+    std::set<std::string> indexed;
+    std::set<std::string> numbered;
+    for (const ControlRow& row : ClientControls()) {
+        if (row.Naming == ControlNaming::Indexed) {
+            indexed.emplace(row.Name);
+        } else if (row.Naming == ControlNaming::Numbered) {
+            numbered.emplace(row.Name);
+        }
+    }
+    EXPECT_EQ(indexed,
+              (std::set<std::string>{"lblData", "lblData2", "fraMeter", "fraColumn", "lblValue",
+                                     "lblUnits", "lblMax", "lblMin", "lblHistory", "lblPulse2",
+                                     "lblPulse3", "lblAlarm", "lblAlarm2", "lblAlarm3"}));
+    EXPECT_EQ(numbered, std::set<std::string>{"fraAlarm"});
+}
+
 class DescriptionsInMode : public ::testing::TestWithParam<std::int16_t> {};
 
 // Of everything that changes, by name.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QGroupBox>
 #include <QImage>
@@ -389,6 +390,14 @@ TEST_F(Form, ButtonsAreInTabOrderWithNamesAndKeys) {
     }
 }
 
+TEST_F(Form, EnterPressesTheButtonThatHasTheFocus) {
+    const auto window = Open();
+    window->GiveFocus();
+    Find(*window, "cmdMeter")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(window->Model().Record.DisplayMode, DisplayMeter);
+}
+
 TEST_F(Form, AKeyChoosesTheModeOfTheActiveWindowAlone) {
     const auto first = Open("first");
     const auto second = Open("second");
@@ -404,6 +413,23 @@ TEST_F(Form, LabelsThatChangeSayWhatTheyShowAndKeepTheirTextAsName) {
     const QWidget* reading = Find(*window, "lblData2(0)");
     EXPECT_EQ(FromQt(reading->accessibleDescription()), "Channel 1 reading");
     EXPECT_EQ(FromQt(reading->accessibleName()), "");
+}
+
+TEST_F(Form, NoWordsForAScreenReaderAreMarkup) {
+    const auto window = Open();
+    ASSERT_TRUE(window->GetSettings());
+    int captionsWithTip = 0;
+    for (const char* mode : {"cmdSmall", "cmdMedium", "cmdWide", "cmdMeter", "cmdFlow"}) {
+        Click(*window, mode);
+        for (QLabel* label : window->findChildren<QLabel*>()) {
+            const std::string words = FromQt(
+                QAccessible::queryAccessibleInterface(label)->text(QAccessible::Description));
+            EXPECT_EQ(words.find('<'), std::string::npos) << words << " in " << mode;
+            const bool captionIsCut = !label->toolTip().isEmpty() && words == TextOf(label);
+            captionsWithTip += captionIsCut ? 1 : 0;
+        }
+    }
+    EXPECT_GT(captionsWithTip, 0) << "a caption that is cut has a tip, and says it in plain words";
 }
 
 TEST_F(Form, ColumnsFourAndFiveSayWhatTheyShowInTheFlowMode) {

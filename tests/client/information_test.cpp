@@ -96,6 +96,19 @@ TEST(Information, AnAlarmThatIsOffIsDisabled) {
     EXPECT_EQ(panel.lblAlarm2[0].Text, panel.lblAlarm[0].Text);
 }
 
+TEST(Information, EachAlarmShowsItsOwnTimeInBothItsLabels) {
+    LoggerRecord record;
+    record.AlarmHour = {7, 19};
+    record.AlarmMin = {15, 45};
+    record.AlarmSec = {1, 2};
+    ClientPanel panel;
+    ShowSettings(record, panel);
+    EXPECT_EQ(panel.lblAlarm[0].Text, "7:15:01 AM");
+    EXPECT_EQ(panel.lblAlarm2[0].Text, "7:15:01 AM");
+    EXPECT_EQ(panel.lblAlarm[1].Text, "7:45:02 PM");
+    EXPECT_EQ(panel.lblAlarm2[1].Text, "7:45:02 PM");
+}
+
 TEST(Information, BlankDisplayEmptiesReadingsAndInformationAndKeepsHeadings) {
     const ClientPanel design = DesignPanel();
     ClientPanel panel = design;

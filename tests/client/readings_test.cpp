@@ -38,6 +38,14 @@ TEST_F(Readings, RawAboveTheRawScaleIsNotLimited) {
     EXPECT_EQ(Shown().lblValue[0].Text, "20.000");
 }
 
+TEST_F(Readings, TheLimitOfASpanIsATenThousandth) {
+    State().LowerLimit[0] = 0;
+    State().UpperLimit[0] = 0.0001;
+    EXPECT_EQ(ScaleLiveReading(State(), 0, 150), 0.00005);
+    State().UpperLimit[0] = -0.0001;
+    EXPECT_EQ(ScaleLiveReading(State(), 0, 150), -0.00005);
+}
+
 TEST_F(Readings, EqualRawLimitsGiveTheLowerLimit) {
     State().RawScaleUpper[0] = 100;
     State().LowerLimit[0] = 3;
@@ -71,6 +79,7 @@ TEST_F(Readings, NegativeSpanScalesDownwards) {
 
 TEST_F(Readings, AChannelThatNoLoggerHasIsAFault) {
     EXPECT_THROW(static_cast<void>(ScaleLiveReading(State(), AnalogChannels, 0)), Fault);
+    EXPECT_THROW(static_cast<void>(ScaleLiveReading(State(), -1, 0)), Fault);
 }
 
 TEST_F(Readings, BeforeAnySampleTheBarSitsAtTheLowerLimitAndOnlyTheUnitsShow) {
@@ -212,6 +221,73 @@ TEST_F(Readings, AValueThatIsNoFigureEndsTheRefresh) {
     Sample({150});
     EXPECT_EQ(Shown().lblValue[0].Text, "");
     EXPECT_EQ(Shown().lblPulse2[0].Text, "");
+}
+
+/// A logger of which no two channels have anything alike.
+class OwnReadings : public ClientTest {
+ protected:
+    OwnReadings() {
+        LoggerState state = FreshLogger(AnalogChannels, PulseChannels);
+        for (std::size_t i = 0; i < AnalogChannels; ++i) {
+            const int n = static_cast<int>(i);
+            state.EngUnits[i] = "U" + std::to_string(n + 1);
+            state.DecPlaces[i] = static_cast<std::uint8_t>(i % 4);
+            state.RawScaleLower[i] = 100 * n;
+            state.RawScaleUpper[i] = 100 * n + 1000;
+            state.LowerLimit[i] = 10 * n;
+            state.UpperLimit[i] = 10 * n + 1 + n;
+        }
+        state.EngUnits[8] = "Rain";
+        state.EngUnits[9] = "Gal";
+        state.DecPlaces[8] = 1;
+        state.DecPlaces[9] = 3;
+        state.PulseUnit = {0.5, 0.25};
+        Know(state);
+    }
+};
+
+TEST_F(OwnReadings, EachAnalogChannelHasItsOwnCountScalePlacesAndUnit) {
+    Sample({500, 100, 700, 1300, 900, 750, 600, 1700});
+    // A half, nothing, a half, all, a half, a quarter, nothing, all of the channel's own span.
+    const char* const values[] = {"0", "10.0", "21.50", "34.000", "42", "51.5", "60.00", "78.000"};
+    const double bars[] = {0.5, 10, 21.5, 34, 42.5, 51.5, 60, 78};
+    for (std::size_t i = 0; i < AnalogChannels; ++i) {
+        EXPECT_EQ(Shown().lblValue[i].Text, values[i]) << i;
+        EXPECT_EQ(Shown().lblData2[i].Text, values[i] + (" U" + std::to_string(i + 1))) << i;
+        EXPECT_EQ(Meter(static_cast<int>(i)).Value, bars[i]) << i;
+    }
+}
+
+TEST_F(OwnReadings, EachChannelsHistoryIsItsOwn) {
+    Sample({0, 600});
+    Sample({1000, 1100});
+    Sample({0, 100});
+    EXPECT_EQ(Shown().lblHistory[0].Text, "1\n0\n");
+    EXPECT_EQ(Shown().lblHistory[1].Text, "12.0\n11.0\n");
+}
+
+TEST_F(OwnReadings, EachPulseChannelHasItsOwnCountUnitAndPlaces) {
+    Sample({0, 0, 0, 0, 0, 0, 0, 0, 7, 9});
+    EXPECT_EQ(Shown().lblData2[8].Text, "3.5 Rain");
+    EXPECT_EQ(Shown().lblPulse2[0].Text, "3.5 Rain");
+    EXPECT_EQ(Shown().lblData2[9].Text, "2.250 Gal");
+    EXPECT_EQ(Shown().lblPulse2[1].Text, "2.250 Gal");
+}
+
+TEST_F(OwnReadings, EachChannelIsDisabledAndMissesItsReadingByItself) {
+    State().AnalogEnable[1] = 0;
+    State().DigitalEnable[0] = 0;
+    console.State.Newest.Raw.fill(300);
+    console.State.Newest.Raw[2] = NoReading;
+    console.State.Newest.Raw[9] = NoReading;
+    window.SetDP();
+    EXPECT_NE(Shown().lblValue[0].Text, "");
+    EXPECT_EQ(Shown().lblValue[1].Text, "");
+    EXPECT_EQ(Shown().lblValue[2].Text, "No sample");
+    EXPECT_EQ(Meter(2).Value, 20) << "the lower limit of its own";
+    EXPECT_EQ(Shown().lblValue[3].Text, "30.000");
+    EXPECT_EQ(Shown().lblPulse2[0].Text, "");
+    EXPECT_EQ(Shown().lblPulse2[1].Text, "No sample");
 }
 
 class FlowReadings : public ClientTest {

@@ -57,6 +57,20 @@ TEST(LineReader, TheLongestLineIsKeptAndOneByteMoreIsPassedOver) {
     EXPECT_EQ(LinesOf(longest + longest + longest), Lines{});
 }
 
+TEST(LineReader, AReaderMayBeToldAnotherLength) {
+    const std::string longest(3 * LongestLine, 'x');
+    std::istringstream input("a\n" + longest + "\r\nb\n" + longest + "x\n12345\n");
+    LineReader reader(input, NoLimit, longest.size());
+    std::string_view line;
+    for (const std::string& expected : {std::string("a"), longest, std::string("b")}) {
+        ASSERT_TRUE(reader.Next(line));
+        EXPECT_TRUE(line == expected);
+    }
+    ASSERT_TRUE(reader.Next(line));
+    EXPECT_EQ(line, "12345");
+    EXPECT_EQ(reader.PassedOver(), 1);
+}
+
 TEST(LineReader, LinesPassedOverAreCounted) {
     const std::string longer(LongestLine + 1, 'x');
     std::istringstream input("a\n" + longer + "\nb\n" + longer);

@@ -158,6 +158,16 @@ TEST(ReadNumber, TellsTooLargeFromNoNumber) {
     EXPECT_EQ(ReadNumber("1e+99999999999999999999", value), NumberForm::TooLarge);
 }
 
+TEST(ReadNumber, AnExponentAtTheEndOfTheIntegersLeavesRoomForTheDigits) {
+    double value = 1;
+    EXPECT_EQ(ReadNumber("10e9223372036854775807", value), NumberForm::TooLarge);
+    EXPECT_EQ(ReadNumber("10e2147483647", value), NumberForm::TooLarge);
+    EXPECT_EQ(ReadNumber("0.001e-9223372036854775807", value), NumberForm::Number);
+    EXPECT_EQ(value, 0);
+    EXPECT_EQ(ReadNumber("0.001e-2147483647", value), NumberForm::Number);
+    EXPECT_EQ(value, 0);
+}
+
 TEST(TextToDouble, TurnsCommasInPlace) {
     std::string text = "1,5 ft";
     EXPECT_EQ(TextToDouble(text), 1.5);

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 #include "common/numbered_array.h"
 #include "common/path_text.h"
 #include "support/virtual_host.h"
@@ -53,8 +57,26 @@ TEST(Paths, TellAFileFromWhatWouldHoldAWriterUp) {
     EXPECT_TRUE(TakesFile(file));
     EXPECT_TRUE(TakesFile(JoinPath(folder, "free")));
     EXPECT_FALSE(TakesFile(folder));
-    EXPECT_FALSE(TakesFile("/dev/null"));
+    EXPECT_TRUE(IsRegularFile(file));
+    EXPECT_FALSE(IsRegularFile(folder));
+    EXPECT_FALSE(IsRegularFile(JoinPath(folder, "free")));
 }
+
+#ifndef _WIN32
+TEST(Paths, ADeviceExistsAndIsWrittenButNotRead) {
+    EXPECT_TRUE(FileExists("/dev/null"));
+    EXPECT_TRUE(TakesFile("/dev/null"));
+    EXPECT_FALSE(IsRegularFile("/dev/null"));
+}
+
+TEST(Paths, APipeExistsAndIsNeitherWrittenNorRead) {
+    const std::string pipe = JoinPath(FreshFolder("paths"), "pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_TRUE(FileExists(pipe));
+    EXPECT_FALSE(TakesFile(pipe));
+    EXPECT_FALSE(IsRegularFile(pipe));
+}
+#endif
 
 TEST(NumberedArray, CountsFromOne) {
     NumberedArray<int> array;

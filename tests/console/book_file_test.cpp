@@ -5,11 +5,13 @@
 #include <random>
 #include <sstream>
 
+#include "common/file_rewrite.h"
 #include "common/line_reader.h"
 #include "common/path_text.h"
 #include "common/text.h"
 #include "console/hex_text.h"
 #include "link/book_choice.h"
+#include "support/small_disk.h"
 #include "support/virtual_host.h"
 
 namespace {
@@ -153,13 +155,26 @@ TEST(Book, LinesThatBeginAsEntriesAndAreNoneAreCounted) {
     EXPECT_EQ(entries.UpperBound(), 1);
 }
 
-TEST(Book, ALongNameIsReadUpToTheLongestLine) {
+TEST(Book, ALineOfAnyLengthIsReadAndWrittenBack) {
+    const std::string path = JoinPath(FreshFolder("book"), "long.obk");
     const std::string behind = "\", 10, 00A0961F2E3D";
-    const std::string name(LongestLine - 1 - behind.size(), 'n');
-    const auto entries = Read("\"" + name + behind + "\r\n\"" + name + "n" + behind + "\n", 1);
+    std::string contents;
+    for (const std::size_t length : {LongestLine, LongestLine + 1, std::size_t{1} << 20U}) {
+        contents += "\"" + std::string(length - 1 - behind.size(), 'n') + behind + "\r\n";
+    }
+    contents += std::string(Plain) + "\r\n\r\n";
+    const auto entries = Read(contents);
+    ASSERT_EQ(entries.UpperBound(), 4);
+    EXPECT_EQ(entries[3].Name.size(), (std::size_t{1} << 20U) - 1 - behind.size());
+    EXPECT_EQ(entries[3].Channel, 0x10);
+    EXPECT_TRUE(WriteBookFile(path, entries));
+    EXPECT_TRUE(FileContents(path) == contents);
+}
+
+TEST(Book, WhatFollowsTheTwelfthDigitMayBeLong) {
+    const auto entries = Read(std::string(Plain) + " " + std::string(LongestLine, '#') + "\r\n");
     ASSERT_EQ(entries.UpperBound(), 1);
-    EXPECT_EQ(entries[1].Name, name);
-    EXPECT_EQ(entries[1].Channel, 0x10);
+    EXPECT_EQ(BookLine(entries[1]), Plain);
 }
 
 TEST(Book, TwoEntriesOfOneAddressLoad) {
@@ -205,6 +220,45 @@ TEST(Book, WhatCannotBeWrittenFailsWithoutAWord) {
     EXPECT_FALSE(WriteBookFile(FreshFolder("book"), {}));
     EXPECT_FALSE(WriteBookFile("/no/such/folder/a.obk", {}));
 }
+
+#ifndef _WIN32
+TEST(Book, AFullDiskKeepsTheBookThatWasThereAndNoFreshOne) {
+    const std::string folder = FreshFolder("book");
+    const std::string path = JoinPath(folder, "two.obk");
+    WriteFile(path, std::string(Plain) + "\r\n\r\n");
+    NumberedArray<ClientRadio> many;
+    while (many.UpperBound() < 100) {
+        many.Append({.Name = "Pump"});
+    }
+    const testing_support::SmallDisk disk(1000);
+    EXPECT_FALSE(WriteBookFile(path, many));
+    EXPECT_EQ(FileContents(path), std::string(Plain) + "\r\n\r\n");
+    EXPECT_FALSE(WriteBookFile(JoinPath(folder, "fresh.obk"), many));
+    EXPECT_FALSE(std::filesystem::exists(JoinPath(folder, "fresh.obk")));
+}
+
+/// What stands in the file between the steps of a rewriting reads as one of the two books.
+TEST(Book, AKillWhileItIsRewrittenLosesNoEntry) {
+    const std::string path = JoinPath(FreshFolder("book"), "two.obk");
+    const auto entriesOf = [&path] {
+        NumberedArray<ClientRadio> entries;
+        ReadBookFile(path, entries);
+        std::string names;
+        for (const ClientRadio& entry : entries) {
+            names += entry.Name;
+        }
+        return names;
+    };
+    const std::string line = std::string(Plain) + "\r\n";
+    WriteFile(path, line + line + "\r\n");
+    const std::string longer = line + line + line + "\r\n";
+    const FileRewrite file(path);
+    EXPECT_TRUE(file.MakeRoom(longer.size()));
+    EXPECT_EQ(entriesOf(), "AA");
+    EXPECT_TRUE(file.Write(longer));
+    EXPECT_EQ(entriesOf(), "AAA");
+}
+#endif
 
 TEST(Book, AMissingFileIsAnEmptyBook) {
     auto entries = Read(Plain);

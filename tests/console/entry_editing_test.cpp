@@ -1,6 +1,7 @@
 #include "console/entry_editing.h"
 
 #include "book_bench.h"
+#include "console/client_list.h"
 
 namespace {
 
@@ -143,6 +144,27 @@ TEST_F(EntryEditingTest, NothingSelectedIsNothingToEditOrDelete) {
     }
 }
 
+TEST_F(EntryEditingTest, ItemThatTheKeysGoToButIsNotHighlightedIsNotSelected) {
+    list.TakeFocus();
+    ASSERT_EQ(console.View.Current, 1);
+    dialogs.Edited = EntryTexts{"Weir", NewAddress};
+    EditClientRadio(Entries());
+    DeleteClientRadio(Entries());
+    OpenOrActivateClient(Book(), console.State.Windows, console.View);
+    EXPECT_FALSE(dialogs.Shown);
+    EXPECT_TRUE(Shown().empty());
+    EXPECT_EQ(Names(), "Site 1,Site 2,Site 3");
+    EXPECT_EQ(console.State.Windows.NumClientWindows, 0);
+}
+
+TEST_F(EntryEditingTest, SelectionGoesToTheNeighbourOfADeletedEntry) {
+    console.View.Selected = 2;
+    DeleteClientRadio(Entries());
+    DeleteClientRadio(Entries());
+    EXPECT_EQ(Names(), "Site 1");
+    EXPECT_EQ(console.View.Selected, 1);
+}
+
 TEST_F(EntryEditingTest, NewAddressOfAnOpenWindowAppliesFromItsNextSelection) {
     console.Connect();
     const auto window = console.OpenWindow(1);
@@ -215,6 +237,22 @@ TEST_F(EntryEditingTest, SampledClientIsFollowedWhenAnEntryBeforeItIsDeleted) {
     console.Outside.Time.Run(5 * Second);
     EXPECT_GT(window->Points.size(), points);
     EXPECT_NE(sampling.ContinuousMode, SamplingIdle);
+}
+
+TEST_F(EntryEditingTest, SampledClientThatIsDeletedLeavesItsNumberToNobody) {
+    console.Connect();
+    console.OpenWindow(1);
+    SampleContinuously(console.Operation());
+    console.Outside.Time.Run(3 * Second);
+    std::static_pointer_cast<FakeClientWindow>(console.State.Windows.At(0))->Unload();
+    console.View.Selected = 1;
+    DeleteClientRadio(Entries());
+    const auto other = console.OpenWindow(1);
+    ASSERT_EQ(other->Title, "Site 2");
+    ASSERT_EQ(Entry(1).WindowIndex, 0) << "number and slot are those of the sampled window";
+    console.Outside.Time.Run(3 * Second);
+    EXPECT_TRUE(other->Points.empty()) << "what the other logger measures is not shown here";
+    EXPECT_EQ(console.State.SamplingRecord.ContinuousMode, SamplingIdle);
 }
 
 TEST_F(EntryEditingTest, DeletingBehindTheSampledClientKeepsItsNumber) {

@@ -93,6 +93,31 @@ TEST_F(frmAddClient1Test, CancelLeavesWithoutValidating) {
     EXPECT_TRUE(boxes.Shown.empty());
 }
 
+TEST_F(frmAddClient1Test, ShiftTabToCancelValidatesNothing) {
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Focused(), "cmdCancel");
+    EXPECT_TRUE(boxes.Shown.empty());
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Focused(), "txtClientRadioName") << "past it no missing name is carried";
+    EXPECT_EQ(boxes.Shown.size(), 1U);
+}
+
+TEST_F(frmAddClient1Test, EnterPressesTheButtonThatHasTheFocus) {
+    Type("Weir");
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(Focused(), "cmdCancel");
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.Tag, "CANCEL");
+    Show(form);
+    Find(form, "txtClientRadioName")->setFocus();
+    Press(Qt::Key_Tab);
+    ASSERT_EQ(Focused(), "cmdNext");
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.Tag, "NEXT");
+}
+
 TEST_F(frmAddClient1Test, EscapeAndTheFrameLeaveWithoutValidating) {
     Press(Qt::Key_Escape);
     EXPECT_FALSE(form.isVisible());
@@ -167,12 +192,64 @@ TEST_F(frmAddClient2Test, Typing15InMac2MovesToMac3WithItsWholeTextSelected) {
     EXPECT_EQ(Text("txtMAC(2)"), QStringLiteral("15"));
 }
 
-TEST_F(frmAddClient2Test, PastedTextIsCutToTheTwoCharactersOfTheChannel) {
-    QApplication::clipboard()->setText(QStringLiteral("1 2"));
+TEST_F(frmAddClient2Test, PastedTextThatDoesNotFitTheChannelIsRefusedWhole) {
+    for (const QString& pasted : {QStringLiteral("1 2"), QStringLiteral("123")}) {
+        boxes.Shown.clear();
+        Find<QLineEdit>(form, "txtChannel")->selectAll();
+        QApplication::clipboard()->setText(pasted);
+        Press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(Text("txtChannel"), pasted);
+        EXPECT_EQ(Focused(), "txtChannel");
+        ASSERT_EQ(boxes.Shown.size(), 1U);
+        EXPECT_EQ(boxes.Shown[0].Title, "Bad Channel Number");
+    }
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Focused(), "txtChannel") << "nor is it left";
+}
+
+TEST_F(frmAddClient2Test, PasteBesideADigitOfTheChannelIsRefusedToo) {
+    Press(Qt::Key_End);
+    QApplication::clipboard()->setText(QStringLiteral("3"));
     Press(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(Text("txtChannel"), QStringLiteral("01")) << "a digit with its blank is a number";
+    EXPECT_EQ(Text("txtChannel"), QStringLiteral("103"));
+    EXPECT_EQ(boxes.Shown.size(), 1U);
+}
+
+TEST_F(frmAddClient2Test, PastedTextThatFitsTheChannelMovesOn) {
+    QApplication::clipboard()->setText(QStringLiteral("2A"));
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Text("txtChannel"), QStringLiteral("2A"));
     EXPECT_EQ(Focused(), "txtMAC(0)");
     EXPECT_TRUE(boxes.Shown.empty());
+}
+
+TEST_F(frmAddClient2Test, TheChannelTakesNoThirdKey) {
+    Type("ab");
+    boxes.Shown.clear();
+    Type("1f");
+    EXPECT_EQ(Text("txtChannel"), QStringLiteral("AB"));
+    Press(Qt::Key_Home);
+    Type("2");
+    EXPECT_EQ(Text("txtChannel"), QStringLiteral("AB"));
+    EXPECT_TRUE(boxes.Shown.empty());
+    Press(Qt::Key_Right, Qt::ShiftModifier);
+    Type("2");
+    EXPECT_EQ(Text("txtChannel"), QStringLiteral("2B")) << "in place of what is selected";
+    EXPECT_EQ(Focused(), "txtMAC(0)");
+}
+
+TEST_F(frmAddClient2Test, AMacFieldTakesNoNinthKey) {
+    QLineEdit* const field = Find<QLineEdit>(form, "txtMAC(0)");
+    Find(form, "cmdNext")->setFocus();
+    field->setText(QStringLiteral("1234567"));
+    field->setFocus();
+    Press(Qt::Key_End);
+    Type("8");
+    EXPECT_EQ(Text("txtMAC(0)"), QStringLiteral("12345678"));
+    EXPECT_EQ(boxes.Shown.size(), 1U);
+    Type("9");
+    EXPECT_EQ(Text("txtMAC(0)"), QStringLiteral("12345678"));
+    EXPECT_EQ(boxes.Shown.size(), 1U);
 }
 
 TEST_F(frmAddClient2Test, PastedLetterOfTwoBytesIsOneCharacter) {
@@ -259,8 +336,17 @@ TEST_F(frmAddClient2Test, CancelAndEscapeLeaveABadField) {
     EXPECT_TRUE(boxes.Shown.empty());
 }
 
+TEST_F(frmAddClient2Test, ShiftTabFromABadChannelReachesCancelWhichEnterPresses) {
+    Press(Qt::Key_Delete);
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Focused(), "cmdCancel");
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.Tag, "CANCEL");
+    EXPECT_TRUE(boxes.Shown.empty());
+}
+
 TEST_F(frmAddClient2Test, MacFieldsTakeEightCharactersAndRefuseMoreThanTwo) {
-    EXPECT_EQ(Find<QLineEdit>(form, "txtChannel")->maxLength(), 2);
     EXPECT_EQ(Find<QLineEdit>(form, "txtMAC(0)")->maxLength(), 8);
     Find<QLineEdit>(form, "txtMAC(0)")->setFocus();
     QApplication::clipboard()->setText(QStringLiteral("123456789"));
@@ -311,6 +397,15 @@ TEST_F(frmEditClientTest, ShowsTheEntryAndTakesAnyName) {
     EXPECT_EQ(form.Tag, "FINISH");
     EXPECT_EQ(form.Texts().Name, "");
     EXPECT_TRUE(boxes.Shown.empty());
+}
+
+TEST_F(frmEditClientTest, EnterOnCancelKeepsTheEntry) {
+    frmEditClient form({"Pump", TextsOf(0x37, {1, 2, 3, 4, 5, 6})}, boxes, nullptr);
+    Show(form);
+    Find(form, "cmdCancel")->setFocus();
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.Tag, "CANCEL");
 }
 
 TEST_F(frmEditClientTest, NameLeftAsItIsKeepsItsBytes) {

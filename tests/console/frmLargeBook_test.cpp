@@ -4,6 +4,7 @@
 #include <ctime>
 
 #include "console/book_operations.h"
+#include "console/client_list.h"
 #include "console/frmEditClient.h"
 #include "link/supervision.h"
 #include "main_console_bench.h"
@@ -48,7 +49,8 @@ class LargeBookTest : public frmMainConsoleTest {
         work();
         QCoreApplication::processEvents();
         const double took = static_cast<double>(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
-        std::printf("book of %d entries: %-7s %6.2f ms\n", Entries, what, took);
+        std::printf("book of %d entries: %-7s %6.2f ms\n", state_.Book.Entries.UpperBound(), what,
+                    took);
         EXPECT_LT(took, VisibleDelay) << what;
     }
 };
@@ -73,6 +75,33 @@ TEST_F(LargeBookTest, IsWorkedWithWithoutVisibleDelay) {
                              state_.Book, state_.Windows, *window_});
     });
     EXPECT_EQ(List().ItemCount(), Entries - 1);
+}
+
+TEST_F(LargeBookTest, NamesOfAMegabyteStopNoWindow) {
+    while (state_.Book.Entries.UpperBound() > 50) {
+        state_.Book.Entries.Remove(state_.Book.Entries.UpperBound());
+    }
+    for (ClientRadio& entry : state_.Book.Entries) {
+        entry.Name = std::string(std::size_t{1} << 20U, 'n');
+    }
+    Measure("list", [this] {
+        RefreshClientList(state_.Book, *window_);
+        List().grab();
+    });
+    Measure("scroll", [this] {
+        List().scrollToBottom();
+        List().grab();
+    });
+    List().setCurrentRow(7);
+    Measure("open", [this] {
+        OpenOrActivateClient(state_.Book, state_.Windows, *window_);
+        window_->grab();
+    });
+    boxes_.Answers.push_back(BoxAnswer::No);
+    Measure("delete", [this] {
+        List().setCurrentRow(8);
+        Choose("mnuDeleteClient");
+    });
 }
 
 }  // namespace

@@ -73,6 +73,15 @@ TEST_F(frmLogTest, PressingCancelTwiceLogsTheRequestOnce) {
     EXPECT_TRUE(Form().isVisible());
 }
 
+TEST_F(frmLogTest, EnterOnTheButtonPressesItAndOneThatIsStillHeldDoesNot) {
+    log.OpenLog();
+    auto* button = Find(Form(), "cmdClose");
+    QTest::simulateEvent(button, true, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    EXPECT_FALSE(log.CancelRequested()) << "the key that chose the menu item";
+    QTest::keyClick(button, Qt::Key_Return);
+    EXPECT_TRUE(log.CancelRequested());
+}
+
 TEST_F(frmLogTest, CloseHidesTheLogAndTheNextWalkEmptiesIt) {
     log.OpenLog();
     log.AppendLog("Done\n");

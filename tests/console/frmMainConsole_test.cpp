@@ -363,6 +363,37 @@ TEST_F(frmMainConsoleTest, MonitorShowsLevelAndNextRadioUntilExit) {
     ExpectAtRest();
 }
 
+TEST_F(frmMainConsoleTest, EnterPressesTheMonitorsButtonThatHasTheFocus) {
+    ClickItem(1);
+    ClickItem(2);
+    AwaitCommands();
+    const auto name = [](const QWidget& form) {
+        return forms_bench::Find<QLabel>(form, "lblClientName")->text();
+    };
+    bool pressed = false;
+    int looks = 0;
+    QString shown;
+    const AsSoonAs next(MonitorPolls, [&] {
+        forms_bench::Find(*QApplication::activeModalWidget(), "cmdNext")->setFocus();
+        Press(Qt::Key_Return);
+        pressed = true;
+    });
+    const AsSoonAs leave(
+        [&] {
+            constexpr int Enough = 2000;
+            return pressed && MonitorPolls() &&
+                   (++looks > Enough ||
+                    name(*QApplication::activeModalWidget()) == QStringLiteral("Site 1"));
+        },
+        [&] {
+            shown = name(*QApplication::activeModalWidget());
+            QApplication::activeModalWidget()->close();
+        });
+    Click("cmdSignalLevel");
+    EXPECT_EQ(shown, QStringLiteral("Site 1"));
+    ExpectAtRest();
+}
+
 TEST_F(frmMainConsoleTest, FrameOfARunningMonitorIsRefusedAndEndsIt) {
     ClickItem(1);
     AwaitCommands();
@@ -374,6 +405,30 @@ TEST_F(frmMainConsoleTest, FrameOfARunningMonitorIsRefusedAndEndsIt) {
     });
     Click("cmdSignalLevel");
     EXPECT_TRUE(refused);
+    ExpectAtRest();
+}
+
+TEST_F(frmMainConsoleTest, DeviceLostUnderTheMonitorIsToldAndEndsIt) {
+    ClickItem(1);
+    AwaitCommands();
+    const AsSoonAs pull(MonitorPolls, [this] { host_.Virtual.Port.PullOut(); });
+    bool stayed = false;
+    const Later leave(2000, [&] {
+        stayed = QApplication::activeModalWidget() != nullptr;
+        if (stayed) {
+            Press(Qt::Key_Escape);
+        }
+    });
+    Click("cmdSignalLevel");
+    EXPECT_TRUE(pull.Done());
+    EXPECT_FALSE(stayed) << "two seconds here are forty on the line";
+    ASSERT_EQ(boxes_.Shown.size(), 1U);
+    EXPECT_EQ(boxes_.Shown[0].Text, "Error: unable to communicate with server radio");
+    EXPECT_EQ(boxes_.Shown[0].Title, "Server Connection Error");
+    ASSERT_TRUE(RunEventsUntil([this] {
+        return forms_bench::Find<QLineEdit>(*window_, "txtServerState")->text() ==
+               QStringLiteral("Disconnected");
+    }));
     ExpectAtRest();
 }
 

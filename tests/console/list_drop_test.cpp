@@ -71,6 +71,13 @@ TEST_F(ListDropTest, ListOfOneItemTakesNothing) {
     EXPECT_EQ(FileContents(Path), "untouched");
 }
 
+TEST_F(ListDropTest, ListOfTwoItemsIsEnough) {
+    Book().Entries.Remove(3);
+    RefreshClientList(Book(), console.View);
+    DropOnList(Drops(), "Site 1", In(2));
+    EXPECT_EQ(Names(), "Site 2,Site 1");
+}
+
 TEST_F(ListDropTest, ListThatShowsAnotherBookTakesNothing) {
     Book().Entries.Reset();
     DropOnList(Drops(), "Site 1", In(3));

@@ -217,6 +217,96 @@ TEST_F(SignalMonitorTest, WhileALoggerIsSampledNothingIsShown) {
     ExpectAtRest();
 }
 
+TEST_F(SignalMonitorTest, WindowClosedWhileItsRadioIsSelectedShowsNoMonitor) {
+    const auto window = console.OpenWindow(1);
+    console.Outside.Time.In(300 * Millisecond, [&] {
+        EXPECT_EQ(console.State.OperationsRecord.OperationBusy, True);
+        window->Unload();
+        Book().Entries.Remove(1);
+    });
+    StopAfter(1);
+    Show();
+    EXPECT_TRUE(monitor.Names.empty()) << "the entry that has its number is another radio's";
+    ExpectAtRest();
+}
+
+TEST_F(SignalMonitorTest, PortThatCannotBeOpenedForItEndsIt) {
+    console.OpenWindow(1);
+    StopAfter(1);
+    Show();
+    console.Outside.Time.Run(301 * Second);
+    ASSERT_FALSE(console.Outside.Port.PortOpen());
+    console.Outside.Port.Missing = {1};
+    monitor.Levels.clear();
+    StopAfter(20);
+    Show();
+    ASSERT_EQ(Shown().size(), 2U);
+    EXPECT_EQ(Shown()[0].Title, "Connect Error");
+    EXPECT_EQ(Shown()[1].Title, "Server Connection Error");
+    EXPECT_TRUE(monitor.Levels.empty());
+    EXPECT_EQ(console.State.LinkRecord.LinkState, LinkDisconnected);
+    ExpectAtRest();
+}
+
+TEST_F(SignalMonitorTest, DeviceThatATickNoticesBetweenTwoPollsIsToldToo) {
+    console.OpenWindow(1);
+    StopAfter(20, [this](int) {
+        console.Outside.Time.In(0, [this] {
+            console.Outside.Port.PullOut();
+            comm::SuperviseTick(console.Supervision());
+            EXPECT_EQ(console.State.LinkRecord.LinkState, LinkDisconnected);
+        });
+    });
+    Show();
+    EXPECT_EQ(monitor.Levels.size(), 1U);
+    ExpectBox("Server Connection Error", "Error: unable to communicate with server radio",
+              BoxIcon::Stop);
+    ExpectAtRest();
+}
+
+/// So many virtual milliseconds behind the begin: within each part of selection and polls.
+class MomentOfTheMonitor : public SignalMonitorTest, public ::testing::WithParamInterface<int> {
+ protected:
+    /// Has the device pulled out then, and runs the monitor till it ends; it would end by itself
+    /// only after many rounds. Gives the number of rounds.
+    std::size_t PullOutUnder(const std::function<void(int)>& at = nullptr) {
+        console.OpenWindow(2);
+        console.OpenWindow(1);
+        console.Outside.Time.In(GetParam() * Millisecond, [this] {
+            console.Outside.Port.PullOut();
+            console.Outside.Port.Missing = {1};
+        });
+        StopAfter(MostRounds, at);
+        Show();
+        EXPECT_GE(monitor.Levels.size(), 1U) << "the monitor stood by then";
+        return monitor.Levels.size();
+    }
+
+    static constexpr int MostRounds = 40;
+};
+
+TEST_P(MomentOfTheMonitor, DeviceThatIsLostThenIsToldOnceAndEndsIt) {
+    EXPECT_LT(PullOutUnder(), MostRounds);
+    ExpectBox("Server Connection Error", "Error: unable to communicate with server radio",
+              BoxIcon::Stop);
+    EXPECT_EQ(monitor.Hidden, 1);
+    EXPECT_EQ(monitor.State.MonitorState, MonitorFinished);
+    EXPECT_EQ(console.State.LinkRecord.LinkState, LinkDisconnected);
+    console.Outside.Time.Run(Second);
+    EXPECT_EQ(console.View.ServerState, "Disconnected");
+    ExpectAtRest();
+}
+
+TEST_P(MomentOfTheMonitor, DeviceThatIsLostThenEndsTheStepsFromRadioToRadio) {
+    EXPECT_LT(PullOutUnder([this](int) { monitor.State.NextRequested = true; }), MostRounds);
+    ExpectBox("Server Connection Error", "Error: unable to communicate with server radio",
+              BoxIcon::Stop);
+    EXPECT_EQ(console.State.LinkRecord.LinkState, LinkDisconnected);
+    ExpectAtRest();
+}
+
+INSTANTIATE_TEST_SUITE_P(Polls, MomentOfTheMonitor, ::testing::Range(3000, 6000, 70));
+
 TEST_F(SignalMonitorTest, ExitTakesEffectWithinOneExchange) {
     console.OpenWindow(1);
     const auto asked = std::make_shared<Microseconds>(0);

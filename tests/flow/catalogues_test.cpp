@@ -92,6 +92,8 @@ TEST_F(Catalogue, NoClosingBracketIsNoEntry) {
 TEST_F(Catalogue, ALongTagIsCutToEightCharacters) {
     ASSERT_TRUE(Fits("[abcdefghij] \"a\" E 1 2 3"));
     EXPECT_EQ(list_[1].Tag, "ABCDEFGH");
+    ASSERT_TRUE(Fits("[d\xC3\x9Cker 1-2] \"a\" E 1 2 3"));
+    EXPECT_EQ(list_[1].Tag, "D\xC3\x9CKER 1-");
 }
 
 TEST_F(Catalogue, ATagIsTrimmedBeforeItIsCut) {

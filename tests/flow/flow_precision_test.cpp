@@ -125,6 +125,88 @@ TEST_F(Precision, OnlyTheUpperOfAPairCountsForTheLargest) {
     ExpectState(4, 4);
 }
 
+// With a level of as many feet as counts the points of the sweep can be met one by one.
+class SweptLevels : public Precision {
+ protected:
+    SweptLevels() {
+        state_.UpperLimit[0] = 65535;
+        state_.FlowMode = 4;
+    }
+    /// Places where all is dry but a level within a foot of `at`.
+    int PlacesOfPeak(double at, double flow) {
+        state_.FlowTable = TableOf({{0.1, 0}, {at - 1, 0}, {at, flow}, {at + 1, 0}, {at + 2, 0}});
+        CalculateFlowVelPrecision(state_, global_);
+        return state_.FlowDecPlaces;
+    }
+    /// Places where the flow is 1, and climbs by `climb` from one level to another.
+    int PlacesOfClimb(double from, double to, double climb) {
+        state_.FlowTable =
+            TableOf({{0.1, 1}, {from, 1}, {to, 1 + climb}, {to + 0.5, 1}, {to + 1, 1}});
+        CalculateFlowVelPrecision(state_, global_);
+        return state_.FlowDecPlaces;
+    }
+};
+
+TEST_F(SweptLevels, AreSixteenAboveEachOf64PointsThatLie1024Apart) {
+    for (const int point : {0, 1, 2, 31, 62, 63}) {
+        EXPECT_EQ(PlacesOfPeak(1024 * point + 16, 5000), 0) << point;
+        EXPECT_EQ(PlacesOfPeak(1024 * point + 14, 5000), 4) << point;
+        EXPECT_EQ(PlacesOfPeak(1024 * point + 18, 5000), 4) << point;
+        EXPECT_EQ(PlacesOfPeak(1024 * point + 528, 5000), 4) << point;
+    }
+    EXPECT_EQ(PlacesOfPeak(65536 + 16, 5000), 4) << "beyond the range of a channel";
+}
+
+TEST_F(SweptLevels, FollowTheScaleOfTheChannel) {
+    state_.RawScaleLower[0] = 1000;
+    state_.RawScaleUpper[0] = 3000;
+    state_.LowerLimit[0] = 500;
+    state_.UpperLimit[0] = 1500;  // half a foot a count, 500 at 1000
+    EXPECT_EQ(PlacesOfPeak(500 + (2064 - 1000) / 2.0, 5000), 0);
+    EXPECT_EQ(PlacesOfPeak(2064, 5000), 4);
+}
+
+TEST_F(SweptLevels, ClimbByATenthOfAStepForEachPlace) {
+    EXPECT_EQ(PlacesOfClimb(2048, 2064, 0.0099), 4);
+    EXPECT_EQ(PlacesOfClimb(2048, 2064, 0.0101), 3);
+    EXPECT_EQ(PlacesOfClimb(2048, 2064, 0.101), 2);
+    EXPECT_EQ(PlacesOfClimb(2048, 2064, 1.01), 1);
+    EXPECT_EQ(PlacesOfClimb(2048, 2064, -0.101), 2) << "a fall counts as a climb does";
+    EXPECT_EQ(PlacesOfClimb(2049, 2064, 0.0101), 3) << "the whole of it lies inside the pair";
+    EXPECT_EQ(PlacesOfClimb(2060, 2076, 0.0399), 4) << "a quarter of it does";
+    EXPECT_EQ(PlacesOfClimb(2060, 2076, 0.0401), 3);
+}
+
+TEST_F(SweptLevels, AStepFromADryChannelOrIntoOneIsNone) {
+    EXPECT_EQ(PlacesOfPeak(2064, 3.9), 4) << "dry at 2048";
+    EXPECT_EQ(PlacesOfPeak(2048, 3.9), 4) << "dry at 2064";
+    EXPECT_EQ(PlacesOfPeak(2064, 4.1), 3) << "but the largest flow is";
+}
+
+TEST_F(Precision, VelocityHasTheLargestOfItsOwn) {
+    state_.FlowMode = 1;
+    state_.ManningsD = 1;
+    state_.ManningsN = 0.014;
+    state_.ManningsS = 1;
+    state_.ManningsSType = 1;
+    // Hardly a step between these levels: 3.3 cfs, 4.7 feet per second.
+    state_.LowerLimit[0] = 0.90;
+    state_.UpperLimit[0] = 0.91;
+    ExpectState(4, 3);
+    state_.ManningsS = 0.5;
+    ExpectState(4, 4);
+    // At a tenth of the depth, 0.07 cfs and 1.7 feet per second, both are small.
+    state_.ManningsS = 1;
+    state_.LowerLimit[0] = 0.10;
+    state_.UpperLimit[0] = 0.101;
+    ExpectState(4, 4);
+    // A wide river: 12,000 cfs.
+    state_.ManningsD = 40;
+    state_.LowerLimit[0] = 20;
+    state_.UpperLimit[0] = 20.001;
+    ExpectState(0, 2);
+}
+
 TEST_F(Precision, StepsCountForFlowAboveZeroAndForVelocityFromZero) {
     state_.FlowMode = 1;
     state_.ManningsD = 1;

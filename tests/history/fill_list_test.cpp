@@ -49,6 +49,90 @@ TEST_F(FillListTest, EachRecordIsARowOfTimeAndTexts) {
     EXPECT_THAT(RowOf(table, 1), ElementsAre("1/6/24 17:05:09", "200.00", "65535", "4.0"));
 }
 
+TEST_F(FillListTest, EachChannelHasItsOwnCountScalePlacesAndUnit) {
+    logger = PlainLogger(8, 2);
+    for (std::size_t i = 0; i < 8; ++i) {
+        const int n = static_cast<int>(i);
+        logger.EngUnits[i] = "U" + std::to_string(n + 1);
+        logger.DecPlaces[i] = static_cast<std::uint8_t>(i % 4);
+        logger.RawScaleLower[i] = 100 * n;
+        logger.RawScaleUpper[i] = 100 * n + 1000;
+        logger.LowerLimit[i] = 10 * n;
+        logger.UpperLimit[i] = 10 * n + 1 + n;
+    }
+    logger.DecPlaces[8] = 1;
+    logger.DecPlaces[9] = 3;
+    logger.PulseUnit = {0.5, 0.25};
+    AddRecord(store, January(5, 8, 30), {500, 100, 700, 1300, 900, 750, 600, 1700, 7, 9});
+    Fill();
+    std::vector<std::string> headings;
+    for (int column = 0; column < table.ColumnCount(); ++column) {
+        headings.emplace_back(table.Heading(column));
+    }
+    EXPECT_THAT(headings, ElementsAre("Date / Time", "U1", "U2", "U3", "U4", "U5", "U6", "U7", "U8",
+                                      "Gal", "Rain"));
+    EXPECT_THAT(RowOf(table, 0), ElementsAre("1/5/24 08:30:00", "0", "10.0", "21.50", "34.000",
+                                             "42", "51.5", "60.00", "78.000", "3.5", "2.250"));
+}
+
+TEST_F(FillListTest, CountsOfTheOthersStayInTheirPlaceWhereOneIsDisabled) {
+    logger = PlainLogger(3, 2);
+    logger.AnalogEnable[1] = 0;
+    logger.DigitalEnable[0] = 0;
+    AddRecord(store, January(1, 0, 0), {11, 22, 33, 44, 55});
+    Fill();
+    EXPECT_THAT(RowOf(table, 0), ElementsAre("1/1/24 00:00:00", "11", "33", "55"));
+}
+
+TEST_F(FillListTest, FlowFollowsFromTheFirstChannelAndIsWorkedOutOnceForACount) {
+    logger = PlainLogger(2, 1);
+    logger.FlowMode = 1;
+    logger.DecPlaces[0] = 1;
+    for (const std::uint16_t count : {0, 65535, 25, 0, 65535, 50}) {
+        AddRecord(store, January(1, 0, 0), {count, static_cast<std::uint16_t>(count / 2), 3});
+    }
+    std::vector<double> asked;
+    const FlowFunction flow = [&asked](double level, double& velocity) {
+        asked.push_back(level);
+        velocity = level + 0.5;
+        return level * 2;
+    };
+    columns = ColumnsOf(logger, false);
+    FillTable({store, logger, host.Clock, flow}, columns, false, bar, table);
+    EXPECT_THAT(asked, ElementsAre(0, 65535, 25, 50));
+    ASSERT_EQ(table.RowCount(), 6);
+    EXPECT_THAT(RowOf(table, 1),
+                ElementsAre("1/1/24 00:00:00", "65535.0", "32767", "3", "131070.0", "65535.5"));
+    EXPECT_THAT(RowOf(table, 3), ElementsAre("1/1/24 00:00:00", "0.0", "0", "3", "0.0", "0.5"));
+    EXPECT_THAT(RowOf(table, 4),
+                ElementsAre("1/1/24 00:00:00", "65535.0", "32767", "3", "131070.0", "65535.5"));
+    EXPECT_THAT(RowOf(table, 5),
+                ElementsAre("1/1/24 00:00:00", "50.0", "25", "3", "100.0", "50.5"));
+}
+
+TEST_F(FillListTest, WithoutVelocityOnlyTheFlowStandsBehindTheChannels) {
+    logger.FlowMode = 2;
+    AddRecord(store, January(1, 0, 0), {5, 6, 7});
+    const FlowFunction flow = [](double level, double& velocity) {
+        velocity = 99;
+        return level * 3;
+    };
+    columns = ColumnsOf(logger, false);
+    FillTable({store, logger, host.Clock, flow}, columns, false, bar, table);
+    EXPECT_THAT(RowOf(table, 0), ElementsAre("1/1/24 00:00:00", "5", "6", "7", "15"));
+}
+
+TEST_F(FillListTest, FillingAgainStartsAnew) {
+    AddRecord(store, January(1, 0, 0), {1, 2, 3});
+    AddRecord(store, January(1, 0, 1), {4, 5, 6});
+    Fill();
+    store.Clear();
+    AddRecord(store, January(1, 0, 2), {7, 8, 9});
+    Fill();
+    ASSERT_EQ(table.RowCount(), 1);
+    EXPECT_THAT(RowOf(table, 0), ElementsAre("1/1/24 00:02:00", "7", "8", "9"));
+}
+
 TEST_F(FillListTest, BarGoesThroughTheNumbersOfTheRecords) {
     for (int i = 0; i < 4; ++i) {
         AddRecord(store, January(1, 0, i), {1, 2, 3});

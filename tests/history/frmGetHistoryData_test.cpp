@@ -77,6 +77,26 @@ TEST_F(FrmGetHistoryData, StopEndsTheUploadThenShowsWhatCame) {
                                    " records of 2000 records.");
 }
 
+TEST_F(FrmGetHistoryData, EnterEndsItOnStopAloneAndNotWhileItIsStillHeld) {
+    Connect(2000);
+    WithDialogAfter(1 * Second, [](frmGetHistoryData& form) {
+        QTest::keyClick(&form, Qt::Key_Return);
+        EXPECT_EQ(form.Tag(), "Running");
+        QWidget* const stop = Find(form, "cmdCancel");
+        stop->setFocus();
+        QTest::simulateEvent(stop, true, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"),
+                             true);
+        EXPECT_EQ(form.Tag(), "Running") << "the press that began the upload";
+        QTest::keyClick(stop, Qt::Key_Return);
+        EXPECT_NE(form.Tag(), "Running");
+        form.close();
+    });
+    ModalAnswer<frmHistory> viewer([](frmHistory& form) { form.reject(); });
+    GetHistory();
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_EQ(Boxes()[0].Text.substr(0, 27), "Retrieval cancelled by user");
+}
+
 TEST_F(FrmGetHistoryData, EscapeEndsItAsStopDoes) {
     Connect(2000);
     WithDialogAfter(1 * Second,

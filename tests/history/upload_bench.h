@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -106,11 +107,21 @@ class UploadBench {
         return text;
     }
 
-    /// Whether record `i` of the store is record `i` of the logger.
+    /// Whether record `i` of the store is record `i` of the logger: its time as the bytes stand,
+    /// then a count of two bytes, low byte first, for each channel that the logger has, and no
+    /// other.
     [[nodiscard]] bool IsRecord(std::int32_t i) const {
-        const int channels = static_cast<int>(logger->AnalogChannels() + logger->PulseChannels());
-        return Store().Records()[static_cast<std::size_t>(i)] ==
-               ReadRecord(logger->Record(static_cast<std::uint32_t>(i)), 0, channels);
+        const HistoryRecord& stored = Store().Records()[static_cast<std::size_t>(i)];
+        const simulator::Bytes bytes = logger->Record(static_cast<std::uint32_t>(i));
+        constexpr std::size_t TimeSize = 4;
+        bool same = std::equal(stored.Time.begin(), stored.Time.end(), bytes.begin(),
+                               bytes.begin() + TimeSize);
+        for (std::size_t slot = 0; slot < stored.Raw.size(); ++slot) {
+            const std::size_t at = TimeSize + 2 * slot;
+            const int count = at < bytes.size() ? bytes.at(at) + 256 * bytes.at(at + 1) : 0;
+            same = same && stored.Raw[slot] == count;
+        }
+        return same;
     }
 
     /// Number of the first record that is not the logger's; -1 if there is none.

@@ -84,6 +84,13 @@ TEST_F(TakeChoicesTest, NoBookAtAllIsFine) {
     EXPECT_TRUE(boxes.Shown.empty());
 }
 
+#ifndef _WIN32
+TEST_F(TakeChoicesTest, DeviceExists) {
+    EXPECT_TRUE(comm::TakeChoices({"COM2", "9600", false, "/dev/null"}, settings, boxes));
+    EXPECT_TRUE(boxes.Shown.empty());
+}
+#endif
+
 TEST_F(TakeChoicesTest, FolderIsNoBook) {
     EXPECT_FALSE(
         comm::TakeChoices({"COM2", "9600", false, FreshFolder("folder")}, settings, boxes));

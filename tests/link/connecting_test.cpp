@@ -178,6 +178,16 @@ TEST_F(ConnectingTest, ToggleDisconnectsALinkThenConnectedStaysTrue) {
     EXPECT_EQ(console_.State.OperationsRecord.OperationBusy, False);
 }
 
+TEST_F(ConnectingTest, ADisconnectHoldsTheLinkUntilTheRadioIsLeft) {
+    Connect();
+    Flag held = False;
+    console_.Outside.Time.In(200 * Millisecond,
+                             [&] { held = console_.State.OperationsRecord.OperationBusy; });
+    EXPECT_EQ(comm::ToggleConnection(console_.Toggling()), comm::Toggle::Nothing);
+    EXPECT_NE(held, False);
+    EXPECT_EQ(console_.State.OperationsRecord.OperationBusy, False);
+}
+
 TEST_F(ConnectingTest, AfterADisconnectTheNextOperationReopensThePortByItself) {
     const auto window = console_.OpenWindow(console_.AddSite(BasicSite(1)));
     Connect();
@@ -208,6 +218,40 @@ TEST_F(ConnectingTest, ToggleEndsASamplingModeFirst) {
     EXPECT_EQ(comm::ToggleConnection(console_.Toggling()), comm::Toggle::Nothing);
     EXPECT_EQ(console_.State.SamplingRecord.ContinuousMode, SamplingIdle);
     EXPECT_FALSE(port_.PortOpen());
+}
+
+TEST_F(ConnectingTest, ToggleAsksForTheDialogAfterALostDeviceEndedTheSampling) {
+    console_.OpenWindow(console_.AddSite(BasicSite(1)));
+    Connect();
+    SampleContinuously(console_.Operation());
+    console_.Outside.Time.Run(3 * Second);
+    port_.PullOut();
+    comm::SuperviseTick(console_.Supervision());
+    EXPECT_EQ(link_.LinkState, LinkDisconnected);
+    EXPECT_NE(console_.State.SamplingRecord.ContinuousMode, SamplingIdle) << "for a tick still";
+    EXPECT_EQ(comm::ToggleConnection(console_.Toggling()), comm::Toggle::Connect);
+    EXPECT_TRUE(boxes_.Shown.empty());
+}
+
+TEST_F(ConnectingTest, ToggleInsideTheStepThatLostItsDeviceIsPostponed) {
+    console_.OpenWindow(console_.AddSite(BasicSite(1)));
+    Connect();
+    SampleContinuously(console_.Operation());
+    console_.Outside.Network.Faults().LoseAnswer(3);
+    console_.Outside.Time.In(250 * Millisecond, [this] { port_.PullOut(); });
+    comm::Toggle inside = comm::Toggle::Nothing;
+    bool pressed = false;
+    console_.Outside.Time.StartTimer(10 * Millisecond, [&] {
+        if (!pressed && link_.LinkState == LinkDisconnected) {
+            pressed = true;
+            ASSERT_EQ(console_.State.SamplingRecord.StepRuns, True);
+            inside = comm::ToggleConnection(console_.Toggling());
+        }
+    });
+    console_.Outside.Time.Run(10 * Second);
+    EXPECT_TRUE(pressed);
+    EXPECT_EQ(inside, comm::Toggle::Postponed) << "not forgotten";
+    EXPECT_EQ(comm::ToggleConnection(console_.Toggling()), comm::Toggle::Connect);
 }
 
 TEST_F(ConnectingTest, ToggleInsideASamplingStepIsPostponedForItCannotWaitThere) {

@@ -114,6 +114,20 @@ TEST_F(frmConnectSetupTest, BrowseTakesTheChosenFile) {
     EXPECT_EQ(settings.AddressBookPath, book);
 }
 
+TEST_F(frmConnectSetupTest, EnterPressesTheButtonThatHasTheFocus) {
+    frmConnectSetup form(settings, host, nullptr);
+    Show(form);
+    Find(form, "cmdBrowse")->setFocus();
+    Press(Qt::Key_Return);
+    EXPECT_EQ(outside.Dialogs.Queries.size(), 1U);
+    EXPECT_TRUE(form.isVisible());
+    Find<QComboBox>(form, "cmbPort")->setCurrentIndex(0);
+    Find(form, "cmdCancel")->setFocus();
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(settings.PortName, "COM5") << "Cancel stores nothing";
+}
+
 TEST_F(frmConnectSetupTest, CancelledBrowseLeavesThePath) {
     frmConnectSetup form(settings, host, nullptr);
     Show(form);

@@ -50,6 +50,20 @@ TEST_F(frmConnectTest, SettingsCannotBeChangedDuringTheAttempt) {
     EXPECT_FALSE(answer.Given()) << "the port and its rate are in use";
 }
 
+TEST_F(frmConnectTest, EnterPressesTheButtonThatHasTheFocus) {
+    const ModalAnswer<frmConnectSetup> answer([](frmConnectSetup& form) { form.reject(); });
+    Start([](frmConnect& dialog) {
+        dialog.findChild<QPushButton*>(QStringLiteral("cmdSetup"))->setFocus();
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->setFocus();
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+    });
+    EXPECT_TRUE(answer.Given());
+    ASSERT_EQ(boxes_.Shown.size(), 1U);
+    EXPECT_EQ(boxes_.Shown[0].Title, "Connection Required");
+}
+
 TEST_F(frmConnectTest, ItsCloseBoxActsAsCancel) {
     Start([](frmConnect& dialog) { dialog.close(); });
     ASSERT_EQ(boxes_.Shown.size(), 1U);

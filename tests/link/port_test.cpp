@@ -146,6 +146,32 @@ TEST_F(PortTest, ClosingDropsDtrAndNeverFails) {
     EXPECT_EQ(port_.Closed, 1);
 }
 
+TEST_F(PortTest, ADeviceIsLostFromItsGoingUntilAPortIsOpenedAgain) {
+    EXPECT_FALSE(comm::DeviceLost(link_)) << "never opened";
+    ASSERT_TRUE(Open());
+    EXPECT_FALSE(comm::DeviceLost(link_));
+    port_.PullOut();
+    port_.LookForHangUp();
+    EXPECT_TRUE(comm::DeviceLost(link_));
+    comm::ClosePort(link_);
+    EXPECT_TRUE(comm::DeviceLost(link_)) << "there was nothing to close";
+    port_.Missing = {1};
+    EXPECT_FALSE(Open());
+    EXPECT_TRUE(comm::DeviceLost(link_));
+    port_.Missing.clear();
+    ASSERT_TRUE(Open());
+    EXPECT_FALSE(comm::DeviceLost(link_));
+}
+
+TEST_F(PortTest, APortThatWasClosedHasNotLostItsDevice) {
+    ASSERT_TRUE(Open());
+    comm::ClosePort(link_);
+    EXPECT_FALSE(comm::DeviceLost(link_));
+    port_.Missing = {1};
+    EXPECT_FALSE(Open());
+    EXPECT_FALSE(comm::DeviceLost(link_)) << "nor has one that was not there";
+}
+
 TEST_F(PortTest, ATwoDigitPortOpensByItsWholeNumber) {
     EXPECT_EQ(comm::PortNumber("Com1"), 1);
     ASSERT_TRUE(Open(comm::PortNumber("COM12")));

@@ -1,9 +1,4 @@
-#include "link/sampling.h"
-
-#include <gtest/gtest.h>
-
-#include "console/logger_operations.h"
-#include "support/virtual_console.h"
+#include "sampling_bench.h"
 
 namespace {
 
@@ -11,57 +6,11 @@ using simulator::CorruptByte;
 using simulator::CutAfter;
 using simulator::FaultKind;
 using simulator::Plain;
-using testing_support::BasicSite;
-using testing_support::FakeClientWindow;
 using testing_support::Millisecond;
 using testing_support::Second;
-using testing_support::VirtualConsole;
 using Requests = std::vector<simulator::Bytes>;
 
 constexpr std::int32_t RawOfTen = 6554;  // 10 of 0 to 100 over 0 to 65535
-
-class SamplingTest : public ::testing::Test {
- protected:
-    std::shared_ptr<FakeClientWindow> OpenSite(int number, int analog = 8, int pulse = 2) {
-        auto window = console_.OpenWindow(console_.AddSite(BasicSite(number, analog, pulse)));
-        if (link_.Connected == False) {
-            console_.Connect();
-        }
-        return window;
-    }
-
-    /// Starts one sample a second on the active window, whose settings are read.
-    void StartContinuously() {
-        SampleContinuously(console_.Operation());
-        ASSERT_EQ(sampling_.ContinuousMode, ContinuousFirstRequest);
-        console_.Outside.Network.ClearRecord();
-    }
-
-    /// Starts Auto Update over windows whose settings are read.
-    void StartAutoUpdate() {
-        for (const auto& window : console_.State.Windows.Slots) {
-            if (window && comm::SelectClient(console_.Radio(),
-                                             console_.State.Book.Entries[window->ClientIndex()])) {
-                static_cast<void>(window->GetSettings());
-            }
-        }
-        sampling_.ContinuousMode = AutoUpdateStart;
-        sampling_.SampleTicks = 0;
-        console_.Outside.Network.ClearRecord();
-    }
-
-    Requests RequestsTo(int site) {
-        return console_.Outside.Network.RequestsTo(
-            *console_.Outside.Network.Loggers()[static_cast<std::size_t>(site - 1)]);
-    }
-
-    VirtualConsole console_;
-    Link& link_ = console_.State.LinkRecord;
-    Sampling& sampling_ = console_.State.SamplingRecord;
-    Operations& operations_ = console_.State.OperationsRecord;
-    DataPoint& newest_ = console_.State.Newest;
-    simulator::FaultScript& faults_ = console_.Outside.Network.Faults();
-};
 
 TEST_F(SamplingTest, AtRestATickDoesNothing) {
     console_.Outside.Time.Run(Second);
@@ -78,6 +27,23 @@ TEST_F(SamplingTest, AOneShotSampleAsksTwiceThenReads) {
     ASSERT_EQ(window->Points.size(), 1U);
     EXPECT_EQ(window->Points[0].Raw[0], RawOfTen);
     EXPECT_NE(window->Points[0].Time, "");
+}
+
+TEST(OneShotSample, IsNotDelayedByAStrayByteBehindItsFirstRequest) {
+    const auto taken = [](bool stray) {
+        testing_support::VirtualConsole console;
+        const auto window = console.OpenWindow(console.AddSite(testing_support::BasicSite(1)));
+        console.Connect();
+        const auto start = console.Outside.Time.Now();
+        console.Outside.Time.In(1500 * Millisecond, [&] {
+            EXPECT_EQ(console.State.SamplingRecord.SingleSample, 2) << "between the two requests";
+            console.Outside.Port.Receive(stray ? Bytes{0x55} : Bytes{});
+        });
+        GetSample(console.Operation());
+        EXPECT_EQ(window->Points.size(), 1U);
+        return console.Outside.Time.Now() - start;
+    };
+    EXPECT_EQ(taken(true), taken(false));
 }
 
 TEST_F(SamplingTest, AOneShotSampleStepsAtTicksTenAndTwelve) {
@@ -215,12 +181,50 @@ TEST_F(SamplingTest, ClosingTheWindowInsideTheReadDoesNoHarm) {
     EXPECT_EQ(link_.CommBusy, False);
 }
 
+TEST_F(SamplingTest, ALostDeviceEndsTheModeWithoutAWord) {
+    const auto window = OpenSite(1);
+    StartContinuously();
+    console_.Outside.Time.Run(3 * Second);
+    console_.Outside.Port.PullOut();
+    console_.Outside.Port.Missing = {1};
+    console_.Outside.Time.Run(10 * Second);
+    EXPECT_EQ(sampling_.ContinuousMode, SamplingIdle);
+    EXPECT_EQ(sampling_.StopContinuous, False);
+    EXPECT_EQ(operations_.OperationBusy, False);
+    EXPECT_EQ(link_.LinkState, LinkDisconnected);
+    EXPECT_TRUE(console_.Outside.Boxes.Shown.empty());
+    console_.Outside.Port.Missing.clear();
+    const auto shown = window->Points.size();
+    GetSample(console_.Operation());
+    EXPECT_EQ(window->Points.size(), shown + 1) << "a device that is back is opened again";
+}
+
 TEST_F(SamplingTest, AnOperationHoldsTheContinuousModeStill) {
     OpenSite(1);
     StartContinuously();
     operations_.OperationBusy = True;
     console_.Outside.Time.Run(Second);
     EXPECT_EQ(sampling_.SampleTicks, 0);
+}
+
+TEST_F(SamplingTest, AStepOfTheContinuousModeHoldsTheLink) {
+    OpenSite(1);
+    StartContinuously();
+    console_.Outside.Network.AirDelay = 20 * Millisecond;
+    bool held = true;
+    int exchanges = 0;
+    for (int moment = 5; moment < 3000; moment += 5) {
+        console_.Outside.Time.In(moment * Millisecond, [&] {
+            if (link_.CommBusy != False) {
+                ++exchanges;
+                held = held && operations_.OperationBusy != False;
+            }
+        });
+    }
+    console_.Outside.Time.Run(3 * Second);
+    EXPECT_GT(exchanges, 10);
+    EXPECT_TRUE(held);
+    EXPECT_EQ(operations_.OperationBusy, False);
 }
 
 TEST_F(SamplingTest, AFaultEndsTheMachines) {
@@ -234,123 +238,5 @@ TEST_F(SamplingTest, AFaultEndsTheMachines) {
     EXPECT_EQ(sampling_.StepRuns, False);
     EXPECT_EQ(console_.View.Shape, Pointer::Normal);
 }
-
-TEST_F(SamplingTest, AutoUpdatesFirstPassOnlyAsksThenDataComeSixtySecondsLater) {
-    const auto window = OpenSite(1);
-    StartAutoUpdate();
-    console_.Outside.Time.Run(2 * Second);
-    EXPECT_EQ(sampling_.ContinuousMode, AutoUpdateRunning);
-    EXPECT_EQ(RequestsTo(1), (Requests{{0x09, 0x00}}));
-    EXPECT_TRUE(window->Points.empty());
-    console_.Outside.Time.Run(56 * Second);
-    EXPECT_TRUE(window->Points.empty());
-    console_.Outside.Time.Run(5 * Second);
-    ASSERT_EQ(window->Points.size(), 1U);
-    EXPECT_EQ(window->Points[0].Raw[0], RawOfTen);
-    EXPECT_EQ(window->Points[0].Time, window->State.LoggerTime) << "the clock just read";
-    EXPECT_EQ(RequestsTo(1), (Requests{{0x09, 0x00}, {0x0A}, {0x00}, {0x0C}, {0x09, 0x00}}));
-}
-
-TEST_F(SamplingTest, AutoUpdateGoesOverAllWindows) {
-    const auto first = OpenSite(1);
-    const auto second = OpenSite(2, 3, 0);
-    StartAutoUpdate();
-    console_.Outside.Time.Run(70 * Second);
-    ASSERT_EQ(first->Points.size(), 1U);
-    ASSERT_EQ(second->Points.size(), 1U);
-    EXPECT_EQ(second->Points[0].Raw[1], 2 * RawOfTen - 1);
-    EXPECT_EQ(operations_.OperationBusy, False);
-    EXPECT_EQ(console_.View.Shape, Pointer::Normal);
-}
-
-TEST_F(SamplingTest, AutoUpdatePassesOverAWindowWithoutSettings) {
-    const auto window = OpenSite(1);
-    StartAutoUpdate();
-    window->Valid = False;
-    console_.Outside.Time.Run(70 * Second);
-    EXPECT_TRUE(RequestsTo(1).empty());
-    EXPECT_EQ(sampling_.ContinuousMode, AutoUpdateRunning);
-}
-
-TEST_F(SamplingTest, AClientThatCannotBeSelectedEndsAutoUpdateWithAMessage) {
-    const auto first = OpenSite(1);
-    OpenSite(2);
-    StartAutoUpdate();
-    console_.Outside.Network.RadioFaults().OnRequest(0x10, Plain(FaultKind::LoseAnswer));
-    console_.Outside.Time.Run(3 * Second);
-    EXPECT_EQ(sampling_.ContinuousMode, SamplingIdle);
-    EXPECT_EQ(operations_.OperationBusy, False);
-    EXPECT_EQ(console_.View.Shape, Pointer::Normal);
-    ASSERT_EQ(console_.Outside.Boxes.Shown.size(), 1U);
-    EXPECT_EQ(console_.Outside.Boxes.Shown[0].Text,
-              "Error: unable to connect with radio \"Site 1\"");
-    EXPECT_EQ(console_.Outside.Boxes.Shown[0].Title, "Auto Update Failed");
-    EXPECT_EQ(console_.Outside.Boxes.Shown[0].Icon, BoxIcon::Exclamation);
-    EXPECT_EQ(console_.Outside.Boxes.Shown[0].Buttons, BoxButtons::Ok);
-    EXPECT_TRUE(first->Points.empty());
-}
-
-TEST_F(SamplingTest, AtMidnightAPassRunsAtOnceThenTheMarkRestarts) {
-    console_.Outside.Clock.Start = {2026, 11, 15, 23, 59, 10, 0};
-    const auto window = OpenSite(1);
-    const auto started = console_.Outside.Time.Now();
-    StartAutoUpdate();
-    console_.Outside.Time.Run(2 * Second);
-    const auto untilMidnight = 50 * Second - started;
-    console_.Outside.Time.Run(untilMidnight);
-    ASSERT_EQ(window->Points.size(), 1U) << "the day turned";
-    console_.Outside.Time.Run(55 * Second);
-    EXPECT_EQ(window->Points.size(), 1U) << "not a pass on every tick";
-    console_.Outside.Time.Run(10 * Second);
-    EXPECT_EQ(window->Points.size(), 2U);
-}
-
-TEST_F(SamplingTest, AutoUpdateEndsWithTheLastWindow) {
-    const auto window = OpenSite(1);
-    StartAutoUpdate();
-    console_.Outside.Time.Run(10 * Second);
-    window->Unload();
-    console_.Outside.Time.Run(Second);
-    EXPECT_EQ(sampling_.ContinuousMode, SamplingIdle);
-}
-
-/// So many virtual milliseconds behind the begin of the second pass.
-class MomentOfAPass : public SamplingTest, public ::testing::WithParamInterface<int> {
- protected:
-    /// Does `act` inside the pass that begins next.
-    void InNextPass(std::function<void()> act) {
-        console_.Outside.Time.StartTimer(
-            Millisecond, [this, act = std::move(act), begun = false]() mutable {
-                if (!begun && operations_.OperationBusy != False) {
-                    begun = true;
-                    console_.Outside.Time.In(GetParam() * Millisecond, act);
-                }
-            });
-    }
-};
-
-TEST_P(MomentOfAPass, WindowsClosedThenDoNoHarm) {
-    const auto first = OpenSite(1);
-    const auto second = OpenSite(2);
-    StartAutoUpdate();
-    console_.Outside.Time.Run(5 * Second);
-    faults_.OnRequest(0x0A, Plain(FaultKind::LoseReply), 4);
-    bool inside = false;
-    InNextPass([&] {
-        inside = operations_.OperationBusy != False && sampling_.StepRuns != False;
-        first->Unload();
-        second->Unload();
-    });
-    console_.Outside.Time.Run(80 * Second);
-    EXPECT_TRUE(inside);
-    EXPECT_EQ(sampling_.ContinuousMode, SamplingIdle);
-    EXPECT_EQ(operations_.OperationBusy, False);
-    EXPECT_EQ(sampling_.StepRuns, False);
-    EXPECT_EQ(link_.CommBusy, False);
-    EXPECT_EQ(console_.View.Shape, Pointer::Normal);
-    EXPECT_TRUE(console_.Outside.Boxes.Shown.empty());
-}
-
-INSTANTIATE_TEST_SUITE_P(AutoUpdate, MomentOfAPass, ::testing::Range(0, 3300, 300));
 
 }  // namespace

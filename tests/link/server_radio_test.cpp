@@ -329,6 +329,64 @@ TEST_F(ServerRadioTest, AnExchangeThatGotNoBytesEndsTheSelectionSilently) {
     EXPECT_TRUE(Select(1)) << "the next one works";
 }
 
+// What the radio did not take the console must not believe: the next order would reach the client
+// before.
+TEST_F(ServerRadioTest, AnAddressThatTheRadioDidNotTakeIsSentAgain) {
+    SelectFirst();
+    console_.AddSite(BasicSite(2));
+    network_.RadioFaults().OnRequest(0x10, Plain(FaultKind::LoseRequest));
+    EXPECT_FALSE(Select(2));
+    EXPECT_EQ(link_.CurrentMAC, (RadioAddress{0, 0, 1}));
+    network_.ClearRecord();
+    EXPECT_TRUE(Select(2));
+    EXPECT_EQ(network_.RadioCommands(), (Commands{{0xCC, 0x10, 0, 0, 2}, Leave}));
+    EXPECT_EQ(link_.CurrentMAC, (RadioAddress{0, 0, 2}));
+}
+
+TEST_F(ServerRadioTest, AChannelThatTheRadioDidNotTakeIsSentAgain) {
+    SelectFirst();
+    console_.AddSite(BasicSite(2));
+    console_.State.Book.Entries[2].Channel = 0x21;
+    network_.RadioFaults().OnRequest(0x02, Plain(FaultKind::LoseRequest));
+    EXPECT_FALSE(Select(2));
+    EXPECT_EQ(link_.CurrentChannel, 0x10);
+    network_.ClearRecord();
+    EXPECT_TRUE(Select(2));
+    EXPECT_EQ(network_.RadioCommands(),
+              (Commands{{0xCC, 0x02, 0x21}, {0xCC, 0x10, 0, 0, 2}, Leave}));
+    EXPECT_EQ(link_.CurrentChannel, 0x21);
+}
+
+TEST_F(ServerRadioTest, AnEchoThatTakesTheLinkDownLeavesWhatIsKnownOfTheRadio) {
+    SelectFirst();
+    console_.AddSite(BasicSite(2));
+    network_.RadioFaults().OnRequest(0x10, simulator::CorruptByte(3));
+    EXPECT_FALSE(Select(2));
+    EXPECT_EQ(link_.CurrentMAC, (RadioAddress{0, 0, 1}));
+    EXPECT_EQ(link_.LinkState, LinkDisconnected);
+}
+
+// What a logger or the radio said before is no answer to a command.
+TEST_F(ServerRadioTest, StrayBytesBeforeACommandAreNotItsAnswer) {
+    const Bytes stray{0xCC, 0x77, 0x77, 0x77};
+    port_.Receive(stray);
+    EXPECT_TRUE(comm::EnterCommandMode(link_));
+    EXPECT_EQ(network_.RadioCommands(), Commands{Enter}) << "taken at the first time of asking";
+    port_.Receive(stray);
+    EXPECT_TRUE(comm::SetServerChannel(link_, boxes_, 0x21));
+    port_.Receive(stray);
+    EXPECT_TRUE(comm::SetServerMAC(link_, boxes_, {0x1F, 0x2E, 0x3D}));
+    network_.Radio().SetSystemId(42);
+    port_.Receive(stray);
+    EXPECT_EQ(comm::ReadServerSystemID(link_), 42);
+    network_.Radio().FixSignal(85);
+    port_.Receive(stray);
+    std::uint8_t value = 0;
+    EXPECT_TRUE(comm::ReadRadioSignal(link_, boxes_, value));
+    EXPECT_EQ(value, 85);
+    EXPECT_TRUE(boxes_.Shown.empty());
+}
+
 TEST_F(ServerRadioTest, TheBookChangingDuringASelectionDoesNoHarm) {
     console_.AddSite(BasicSite(1));
     console_.Outside.Time.In(100 * Millisecond, [this] { console_.State.Book.Entries.Reset(); });

@@ -203,6 +203,40 @@ TEST_F(SupervisionTest, ADevicePulledOutIsAClosedPort) {
     EXPECT_TRUE(console_.Outside.Boxes.Shown.empty()) << "a tick never shows a box";
 }
 
+TEST_F(SupervisionTest, ADevicePulledOutEndsASamplingMode) {
+    OpenSelected();
+    for (std::int16_t mode = ContinuousFirstRequest; mode <= AutoUpdateRunning; ++mode) {
+        SCOPED_TRACE(mode);
+        ASSERT_TRUE(comm::SelectClient(console_.Radio(), console_.State.Book.Entries[1]));
+        console_.State.SamplingRecord.ContinuousMode = mode;
+        port_.PullOut();
+        console_.Outside.Time.Run(300 * Millisecond);
+        EXPECT_EQ(console_.State.SamplingRecord.ContinuousMode, SamplingIdle);
+        EXPECT_EQ(console_.State.SamplingRecord.StopContinuous, False);
+        EXPECT_EQ(view_.Commands.SampleCaption, "Sample Continuously");
+        EXPECT_TRUE(view_.Commands.Operations);
+    }
+    EXPECT_TRUE(console_.Outside.Boxes.Shown.empty());
+}
+
+TEST_F(SupervisionTest, ADevicePulledOutAtRestAsksNoModeToStop) {
+    OpenSelected();
+    port_.PullOut();
+    Tick();
+    EXPECT_EQ(link_.LinkState, LinkDisconnected);
+    EXPECT_EQ(console_.State.SamplingRecord.StopContinuous, False);
+}
+
+TEST_F(SupervisionTest, ThePortThatTheIdleLimitClosesEndsNoSamplingMode) {
+    OpenSelected();
+    link_.IdleTicks = 1;
+    console_.State.SamplingRecord.ContinuousMode = AutoUpdateRunning;
+    Tick();
+    Tick();
+    EXPECT_FALSE(port_.PortOpen());
+    EXPECT_EQ(console_.State.SamplingRecord.StopContinuous, False);
+}
+
 TEST_F(SupervisionTest, ADevicePulledOutIsNotNoticedInTheMiddleOfAnExchange) {
     console_.Connect();
     link_.CommBusy = True;

@@ -153,6 +153,75 @@ TEST_F(CommandsTest, ALoggerThatSaysNothingFailsEveryCommand) {
               cmd::SampleResult::NotSent);
 }
 
+struct TriedCommand {
+    const char* Name;
+    std::size_t Tries;
+    bool (*Run)(FrameExchange& exchange, const SystemClock& clock, LoggerRecord& record);
+};
+
+class CommandTries : public CommandsTest, public ::testing::WithParamInterface<TriedCommand> {
+ protected:
+    bool RunWithout(int answers) {
+        network_.Faults().Clear().LoseAnswer(answers);
+        network_.ClearRecord();
+        return GetParam().Run(exchange_, console_.Outside.Clock, record_);
+    }
+};
+
+TEST_P(CommandTries, AreAsManyAsTold) {
+    const auto tries = GetParam().Tries;
+    EXPECT_TRUE(RunWithout(static_cast<int>(tries) - 1));
+    EXPECT_EQ(Sent().size(), tries);
+    EXPECT_FALSE(RunWithout(static_cast<int>(tries)));
+    EXPECT_EQ(Sent().size(), tries);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfEachCommand, CommandTries,
+    ::testing::Values(
+        TriedCommand{"GetTime", 1,
+                     [](FrameExchange& exchange, const SystemClock& clock, LoggerRecord& record) {
+                         return cmd::GetLoggerTime(exchange, clock, record);
+                     }},
+        TriedCommand{"SetTime", 3,
+                     [](FrameExchange& exchange, const SystemClock&, LoggerRecord&) {
+                         return cmd::SetLoggerTime(exchange, "11/15/26 23:12:05");
+                     }},
+        TriedCommand{"ClearHistory", 3,
+                     [](FrameExchange& exchange, const SystemClock&, LoggerRecord&) {
+                         return cmd::ClearLoggerHistory(exchange);
+                     }},
+        TriedCommand{"RestartSampling", 3,
+                     [](FrameExchange& exchange, const SystemClock&, LoggerRecord&) {
+                         return cmd::RestartSampling(exchange);
+                     }},
+        TriedCommand{"ResetPulses", 3,
+                     [](FrameExchange& exchange, const SystemClock&, LoggerRecord&) {
+                         return cmd::ResetPulseAccumulators(exchange);
+                     }},
+        TriedCommand{"GetStatus", 3,
+                     [](FrameExchange& exchange, const SystemClock&, LoggerRecord& record) {
+                         return cmd::GetLoggerStatus(exchange, record);
+                     }},
+        TriedCommand{"GetVersion", 3,
+                     [](FrameExchange& exchange, const SystemClock&, LoggerRecord& record) {
+                         return cmd::GetLoggerVersion(exchange, record);
+                     }},
+        TriedCommand{"ReadSample", 1,
+                     [](FrameExchange& exchange, const SystemClock& clock, LoggerRecord& record) {
+                         DataPoint point;
+                         return cmd::ReadSample(exchange, record, clock, point) !=
+                                cmd::SampleResult::NotSent;
+                     }}),
+    [](const auto& command) { return command.param.Name; });
+
+TEST_F(CommandsTest, ASampleIsRequestedOnceWhateverComesBack) {
+    network_.Faults().LoseAnswer();
+    cmd::RequestSample(exchange_, cmd::SampleLater);
+    cmd::RequestSample(exchange_, cmd::SampleNow);
+    EXPECT_EQ(Sent(), (Requests{{0x09, 0x00}, {0x09, 0x01}}));
+}
+
 TEST_F(CommandsTest, ASampleIsBroughtTogetherForTheLoggersChannels) {
     ASSERT_TRUE(cmd::GetLoggerVersion(exchange_, record_));
     cmd::RequestSample(exchange_, cmd::SampleNow);

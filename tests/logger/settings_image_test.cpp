@@ -47,14 +47,38 @@ TEST(Float24Decode, DividesOneStepAtATime) {
     EXPECT_FALSE(std::signbit(config::DecodeFloat24(0x800000))) << "a zero has no sign";
 }
 
-TEST(Float24Decode, WhatALoggerHoldsEncodesToTheSameValue) {
+TEST(Float24Decode, GivesMantissaByPowerOfTenWithItsSign) {
     std::mt19937 random(9);
+    const double powers[] = {1, 10, 100, 1e3, 1e4, 1e5, 1e6, 1e7};
     for (int i = 0; i < 100000; ++i) {
-        const auto bits = static_cast<std::int32_t>(random() % 1'000'000 + (random() % 16 << 20));
-        const double value = config::DecodeFloat24(bits);
-        const double again = config::DecodeFloat24(config::EncodeFloat24(value));
-        EXPECT_NEAR(again, value, std::fabs(value) * 1e-5 + 5e-8) << bits;
+        const auto mantissa = static_cast<std::int32_t>(random() % 1'000'000);
+        const auto scale = static_cast<std::int32_t>(random() % 8);
+        const bool negative = random() % 2 != 0;
+        const std::int32_t bits = mantissa + (scale << 20) + (negative ? 0x800000 : 0);
+        const double value = mantissa / powers[scale] * (negative ? -1 : 1);
+        // Each of the divisions rounds once, by half of the last place at most.
+        EXPECT_NEAR(config::DecodeFloat24(bits), value, std::fabs(value) * 1e-15) << bits;
     }
+}
+
+TEST(Float24Decode, WhatTheConsoleWritesComesBackToTheBit) {
+    std::mt19937 random(10);
+    for (int i = 0; i < 100000; ++i) {
+        const auto scale = static_cast<std::int32_t>(random() % 8);
+        // Six digits wherever the scale leaves room for them.
+        const auto mantissa = static_cast<std::int32_t>(scale == 7 ? 1 + random() % 999'999
+                                                                   : 100'000 + random() % 900'000);
+        const std::int32_t sign = random() % 2 != 0 ? 0x800000 : 0;
+        const std::int32_t bits = mantissa + (scale << 20) + sign;
+        EXPECT_EQ(config::EncodeFloat24(config::DecodeFloat24(bits)), bits);
+    }
+}
+
+TEST(Float24Decode, WhatAnotherProgramWroteWithFewerDigitsKeepsItsValue) {
+    EXPECT_EQ(config::EncodeFloat24(config::DecodeFloat24(5 + (1 << 20))), 500000 + (6 << 20));
+    EXPECT_EQ(config::EncodeFloat24(config::DecodeFloat24(12 + 0x800000)),
+              120000 + (4 << 20) + 0x800000);
+    EXPECT_EQ(config::EncodeFloat24(config::DecodeFloat24(99999 + (3 << 20))), 999990 + (4 << 20));
 }
 
 TEST(Float24Encode, WhatIsNoNumberIsAFault) {
@@ -86,9 +110,41 @@ TEST(ImageBytes, TextIsPaddedWithBlanksOrCut) {
     EXPECT_EQ(image, (Bytes{0xEE, 'a', 'b', 'c', 'd', 0xEE}));
 }
 
-TEST(ImageBytes, BytesThatAreNoCharactersReadAsBlanks) {
+TEST(ImageBytes, ACharacterGoesOutAsItsLatin1Byte) {
+    Bytes image(6, 0xEE);
+    config::PutString(
+        "\xC2\xB0"  // degree sign
+        "C",
+        image, 1, 4);
+    EXPECT_EQ(image, (Bytes{0xEE, 0xB0, 'C', ' ', ' ', 0xEE}));
+    config::PutString("\xC3\xBF\xC2\x80\xC2\xA0!", image, 1, 4);  // the last one, the first two
+    EXPECT_EQ(image, (Bytes{0xEE, 0xFF, 0x80, 0xA0, '!', 0xEE}));
+}
+
+TEST(ImageBytes, ACharacterWithoutALatin1ByteGoesOutAsOneBlank) {
+    Bytes image(6, 0xEE);
+    config::PutString(
+        "\xE2\x82\xAC"       // euro
+        "a\xF0\x9F\x93\xA1"  // satellite dish
+        "b",
+        image, 0, 6);
+    EXPECT_EQ(image, (Bytes{' ', 'a', ' ', 'b', ' ', ' '}));
+    config::PutString("\xC4\x80\xB0q", image, 0, 6);  // the first above Latin-1, then a stray byte
+    EXPECT_EQ(image, (Bytes{' ', ' ', 'q', ' ', ' ', ' '}));
+}
+
+TEST(ImageBytes, ATextIsCutByCharactersNeverInsideOne) {
+    Bytes image(5, 0xEE);
+    config::PutString("\xC3\xA4\xC3\xB6\xC3\xBC\xC3\x9F\xC3\xA9", image, 0, 4);
+    EXPECT_EQ(image, (Bytes{0xE4, 0xF6, 0xFC, 0xDF, 0xEE}));
+    config::PutString("abc\xE2\x82\xAC\xC3\xA9", image, 0, 4);
+    EXPECT_EQ(image, (Bytes{'a', 'b', 'c', ' ', 0xEE}));
+}
+
+TEST(ImageBytes, BytesThatAreNoPlainCharactersReadAsBlanks) {
     const Bytes image{'A', 0x07, 'B', 0x80, ' ', 0xFF};
     EXPECT_EQ(config::GetString(image, 0, 6), "A B");
+    EXPECT_EQ(config::GetString(Bytes{0xB0, 'C', 0x1F, 0x7F, 0x20, '~'}, 0, 6), " C \x7F ~");
     EXPECT_EQ(config::GetString(Bytes(4, ' '), 0, 4), "");
     EXPECT_EQ(config::GetString(Bytes(4, 0), 0, 4), "");
 }
@@ -377,12 +433,52 @@ TEST_F(SettingsTransfer, WritesFourPiecesThenReadsThemBack) {
     EXPECT_EQ(back.FlowMode, 1);
 }
 
+TEST_F(SettingsTransfer, TextBeyondPlainCharactersIsOneByteInTheLoggerAndABlankBehindIt) {
+    LoggerState state;
+    ASSERT_TRUE(Read(state));
+    state.EngUnits[1] =
+        "\xC2\xB0"
+        "C";
+    state.LoggerName =
+        "S\xC3\xBC"
+        "d 3";
+    ASSERT_TRUE(Write(state));
+    const simulator::Bytes& memory = logger_.Memory();
+    EXPECT_EQ(simulator::Bytes(memory.begin() + 8, memory.begin() + 15),
+              (simulator::Bytes{'S', 0xFC, 'd', ' ', '3', ' ', ' '}));
+    EXPECT_EQ(simulator::Bytes(memory.begin() + 8 + 57, memory.begin() + 8 + 60),
+              (simulator::Bytes{0xB0, 'C', ' '}));
+    LoggerState back;
+    ASSERT_TRUE(Read(back));
+    EXPECT_EQ(back.EngUnits[1], " C");
+    EXPECT_EQ(back.LoggerName, "S d 3");
+}
+
 TEST_F(SettingsTransfer, MemoryThatDoesNotTakeAValueFailsTheComparison) {
     LoggerState state;
     ASSERT_TRUE(Read(state));
     logger_.IgnoreWritesAt(8 + 45);
     state.LoggingStyle = 2;
     EXPECT_FALSE(Write(state));
+}
+
+// Whichever of the 458 bytes the logger does not take. Tried at both ends of every piece and block,
+// and between.
+TEST(ReadBack, ComparesEveryByte) {
+    const LoggerState written = Filled();
+    const Bytes image = Encoded(written);
+    for (const std::size_t at : {0, 1, 64, 127, 128, 129, 200, 240, 241, 242, 243, 265, 288, 289,
+                                 290, 291, 400, 456, 457}) {
+        VirtualConsole console;
+        const int entry = console.AddSite(BasicSite(1, 3, 2));
+        console.Connect();
+        ASSERT_TRUE(comm::SelectClient(console.Radio(), console.State.Book.Entries[entry]));
+        simulator::Logger& logger = *console.Outside.Network.Loggers().front();
+        const std::size_t address = at < 242 ? 8 + at : at < 290 ? 256 + at - 242 : 512 + at - 290;
+        logger.Memory()[address] = static_cast<std::uint8_t>(~image[at]);
+        logger.IgnoreWritesAt(address);
+        EXPECT_FALSE(config::WriteLoggerSettings(console.State.Exchange, written)) << at;
+    }
 }
 
 TEST_F(SettingsTransfer, AValueThatDoesNotFitWritesNothing) {

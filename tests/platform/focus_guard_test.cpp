@@ -17,7 +17,9 @@
 #include <QTest>
 #include <QWheelEvent>
 #include <memory>
+#include <utility>
 
+#include "platform/qt/named_controls.h"
 #include "support/qt/modal_answer.h"
 #include "support/qt/run_events.h"
 
@@ -83,7 +85,8 @@ class FocusGuardTest : public ::testing::Test {
     QComboBox* spare = new QComboBox(dialog.get());
     QTabBar* tabs = new QTabBar(dialog.get());
     QPushButton* ok = new QPushButton(QStringLiteral("&OK"), dialog.get());
-    QPushButton* cancel = new QPushButton(QStringLiteral("C&ancel"), dialog.get());
+    QPushButton* cancel =
+        NamedButton(dialog.get(), QStringLiteral("cancel"), QStringLiteral("C&ancel"));
     QPushButton* off = new QPushButton(QStringLiteral("Off"), dialog.get());
     FocusGuard* guard = new FocusGuard(dialog.get());
     bool accepts = false;
@@ -128,17 +131,39 @@ TEST_F(FocusGuardTest, RefusedFieldIsNotLeftByADoubleClick) {
 TEST_F(FocusGuardTest, TabAndBacktabValidate) {
     Key(Qt::Key_Tab);
     EXPECT_TRUE(first->hasFocus());
+    combo->setFocus();
     Key(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_TRUE(first->hasFocus());
+    EXPECT_TRUE(combo->hasFocus());
     EXPECT_EQ(validations, 2);
     accepts = true;
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(second->hasFocus());
+    first->setFocus();
     Key(Qt::Key_Tab);
     EXPECT_TRUE(second->hasFocus());
-    Key(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_TRUE(first->hasFocus());
-    Key(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_FALSE(first->hasFocus());
     EXPECT_EQ(validations, 4);
+}
+
+TEST_F(FocusGuardTest, TabWithNowhereToGoDoesNotValidate) {
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{second, combo, spare, tabs, ok, cancel}) {
+        widget->setEnabled(false);
+    }
+    Key(Qt::Key_Tab);
+    Key(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_TRUE(first->hasFocus());
+    EXPECT_EQ(validations, 0);
+}
+
+TEST_F(FocusGuardTest, TabLeadsPastWhatTakesNoFocus) {
+    second->setFocusPolicy(Qt::ClickFocus);
+    combo->setEnabled(false);
+    spare->hide();
+    tabs->setFocusPolicy(Qt::NoFocus);
+    ok->setEnabled(false);
+    Key(Qt::Key_Tab);
+    EXPECT_TRUE(cancel->hasFocus());
+    EXPECT_EQ(validations, 0);
 }
 
 TEST_F(FocusGuardTest, MnemonicOfAButtonValidates) {
@@ -256,11 +281,73 @@ TEST_F(FocusGuardTest, EnterOnADefaultThatLeavesFreelyDoesNotValidate) {
     EXPECT_EQ(validations, 0);
 }
 
-TEST_F(FocusGuardTest, TabOntoCancelValidates) {
+TEST_F(FocusGuardTest, TabOntoCancelDoesNotValidate) {
     QWidget::setTabOrder(first, cancel);
     Key(Qt::Key_Tab);
+    EXPECT_TRUE(cancel->hasFocus());
+    EXPECT_EQ(validations, 0);
+}
+
+TEST_F(FocusGuardTest, BacktabOntoCancelDoesNotValidate) {
+    QWidget::setTabOrder(cancel, first);
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(cancel->hasFocus());
+    EXPECT_EQ(validations, 0);
+}
+
+TEST_F(FocusGuardTest, ARefusedValueIsNotCarriedPastCancelByAnyKey) {
+    const std::pair<Qt::Key, Qt::KeyboardModifiers> keys[] = {
+        {Qt::Key_Backtab, Qt::ShiftModifier}, {Qt::Key_Left, {}}, {Qt::Key_Up, {}}};
+    QWidget::setTabOrder(second, cancel);
+    QWidget::setTabOrder(cancel, first);
+    for (const auto& [key, modifiers] : keys) {
+        validations = 0;
+        Key(Qt::Key_Backtab, Qt::ShiftModifier);
+        ASSERT_TRUE(cancel->hasFocus());
+        Key(key, modifiers);
+        EXPECT_TRUE(first->hasFocus()) << key;
+        EXPECT_EQ(validations, 1) << key;
+    }
+    QWidget::setTabOrder(cancel, second);
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Right, Qt::Key_Down}) {
+        validations = 0;
+        Click(cancel);
+        ASSERT_TRUE(cancel->hasFocus());
+        Key(key);
+        EXPECT_TRUE(first->hasFocus()) << key;
+        EXPECT_EQ(validations, 1) << key;
+    }
+}
+
+TEST_F(FocusGuardTest, TabBackFromCancelIntoTheFieldDoesNotValidate) {
+    QWidget::setTabOrder(cancel, first);
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    Key(Qt::Key_Tab);
     EXPECT_TRUE(first->hasFocus());
-    EXPECT_EQ(validations, 1);
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    Key(Qt::Key_Right);
+    EXPECT_TRUE(first->hasFocus());
+    EXPECT_EQ(validations, 0);
+    Key(Qt::Key_Tab);
+    EXPECT_EQ(validations, 1) << "it is the field in use again";
+}
+
+TEST_F(FocusGuardTest, ArrowsInsideAFieldDoNotValidate) {
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down}) {
+        Key(key);
+    }
+    EXPECT_EQ(validations, 0);
+}
+
+TEST_F(FocusGuardTest, EnterOnCancelDoesNotValidateForTheDefaultButton) {
+    cancel->setAutoDefault(false);
+    QWidget::setTabOrder(first, cancel);
+    Key(Qt::Key_Tab);
+    ASSERT_TRUE(cancel->hasFocus());
+    Key(Qt::Key_Return);
+    EXPECT_EQ(cancelPresses, 1);
+    EXPECT_EQ(okPresses, 0);
+    EXPECT_EQ(validations, 0);
 }
 
 TEST_F(FocusGuardTest, ARefusedValueIsNotCarriedPastTheFieldThroughCancel) {

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QWindow>
 #include <memory>
@@ -55,6 +56,89 @@ TEST(MessageBoxesTest, AnEmptyTitleShowsNoProgramName) {
     Answer({"Text", ""}, [](QMessageBox& shown) {
         EXPECT_TRUE(shown.windowTitle().isEmpty());
         EXPECT_EQ(shown.windowHandle()->title(), QStringLiteral(" "));
+        shown.close();
+    });
+}
+
+/// Lines that the text of the box takes on the screen.
+int LinesShown(const QMessageBox& box) {
+    const auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    const QRect room = label->contentsRect().adjusted(label->margin(), 0, -label->margin(), 0);
+    const int flags = label->wordWrap() ? Qt::TextWordWrap : 0;
+    const QRect taken = label->fontMetrics().boundingRect(room, flags, label->text());
+    EXPECT_LE(taken.width(), room.width()) << FromQt(label->text());
+    EXPECT_LE(taken.height(), room.height()) << FromQt(label->text());
+    return taken.height() / label->fontMetrics().lineSpacing();
+}
+
+TEST(MessageBoxesTest, TheBreaksOfTheTextAreItsOnlyOnes) {
+    const std::string told =
+        "Before adding a new client, you need to open an existing address book file\nor create a "
+        "new address book file. Use the \"File\" pulldown menu.";
+    const std::string one =
+        "Error: the following client radio already has the same channel and MAC number:\n\n    A";
+    for (const BoxIcon icon : {BoxIcon::None, BoxIcon::Exclamation}) {
+        Answer({told, "Title", icon}, [](QMessageBox& shown) {
+            EXPECT_EQ(LinesShown(shown), 2);
+            shown.close();
+        });
+        Answer({one, "", icon, BoxButtons::YesNoCancel}, [](QMessageBox& shown) {
+            EXPECT_EQ(LinesShown(shown), 3);
+            // Another layout finds the same.
+            QMessageBox& box = shown;
+            QEvent again(QEvent::LayoutRequest);
+            const QRect before = box.geometry();
+            QCoreApplication::sendEvent(&box, &again);
+            EXPECT_EQ(LinesShown(box), 3);
+            EXPECT_EQ(box.geometry(), before);
+            box.close();
+        });
+    }
+}
+
+TEST(MessageBoxesTest, ALineThatNoScreenHoldsIsWrapped) {
+    std::string line = "begin";
+    for (int word = 0; word < 100; ++word) {
+        line += " and so on";
+    }
+    Answer({line + "\nend", "Title"}, [](QMessageBox& shown) {
+        EXPECT_GT(LinesShown(shown), 2);
+        EXPECT_LE(shown.width(), shown.screen()->availableGeometry().width());
+        shown.close();
+    });
+}
+
+TEST(MessageBoxesTest, AWordThatNoScreenHoldsMakesNoBoxWiderThanTheScreen) {
+    Answer({std::string(1000, 'm') + "\nend", "Title"}, [](QMessageBox& shown) {
+        EXPECT_LE(shown.width(), shown.screen()->availableGeometry().width());
+        EXPECT_TRUE(shown.rect().contains(shown.button(QMessageBox::Ok)->geometry()));
+        shown.close();
+    });
+}
+
+TEST(MessageBoxesTest, AShortTextInAnyFontStaysOnItsLine) {
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPixelSize(30);
+    QApplication::setFont(large);
+    Answer({"This entry cannot be deleted, its window is", "Title"}, [](QMessageBox& shown) {
+        EXPECT_EQ(LinesShown(shown), 1);
+        shown.close();
+    });
+    QApplication::setFont(before);
+}
+
+TEST(MessageBoxesTest, AWideBoxStandsInTheMiddleOfItsWindow) {
+    QWidget window;
+    window.setGeometry(50, 100, 700, 500);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    std::string line = "wide";
+    for (int word = 0; word < 16; ++word) {
+        line += " wide";
+    }
+    Answer({line, "Title"}, [&window](QMessageBox& shown) {
+        EXPECT_NEAR(shown.geometry().center().x(), window.geometry().center().x(), 12);
         shown.close();
     });
 }

@@ -52,6 +52,13 @@ TEST_F(SettingsStoreTest, ValuesAreWrittenWhenTheStoreGoes) {
     EXPECT_EQ(QtSettingsStore(file).Read("Other", "Port"), std::nullopt);
 }
 
+TEST_F(SettingsStoreTest, TheFileHoldsASectionWithTheKeysAsTheyAreNamed) {
+    QtSettingsStore(file).Write(Section, "Port", "COM7");
+    QFile in(file);
+    ASSERT_TRUE(in.open(QIODevice::ReadOnly | QIODevice::Text));
+    EXPECT_EQ(in.readAll(), QByteArray("[Configuration]\nPort=COM7\n"));
+}
+
 TEST_F(SettingsStoreTest, AnEmptyValueIsAValue) {
     WriteOnce("AddressBook", "");
     EXPECT_EQ(ReadAgain("AddressBook"), "");

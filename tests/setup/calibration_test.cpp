@@ -100,12 +100,19 @@ class CalibrationWizard : public SetupTest {
 };
 
 TEST_F(CalibrationWizard, FourStepsWriteFourFields) {
+    AnalogRow& before = controls.Analog[1];
+    before.txtHighEU = "42.5";
+    before.txtHighRaw = "61000";
+    before.txtLowEU = "-3";
+    before.txtLowRaw = "7";
+    const AnalogRow other = controls.Analog[0];
     Run(1, Press("Next", "90"), Press("Next", "60000"), Press("Next", "-5"), Press("Next", "12"));
     const AnalogRow& row = controls.Analog[1];
     EXPECT_EQ(row.txtHighEU, "90");
     EXPECT_EQ(row.txtHighRaw, "60000");
     EXPECT_EQ(row.txtLowEU, "-5");
     EXPECT_EQ(row.txtLowRaw, "12");
+    EXPECT_EQ(controls.Analog[0], other);
     EXPECT_EQ(opened.Busy(), False);
     ASSERT_EQ(Shown.size(), 4U);
     const char* settle = "Press Next when the value is settled:";
@@ -119,10 +126,10 @@ TEST_F(CalibrationWizard, FourStepsWriteFourFields) {
         EXPECT_EQ(Shown[i].Timer, i % 2 == 1);
         EXPECT_EQ(Shown[i].TickCount, 0);
     }
-    EXPECT_EQ(Shown[0].Field, "100");
+    EXPECT_EQ(Shown[0].Field, "42.5");
     EXPECT_EQ(Shown[1].Field, "65535") << "not the raw value of the row";
-    EXPECT_EQ(Shown[2].Field, "0");
-    EXPECT_EQ(Shown[3].Field, "0");
+    EXPECT_EQ(Shown[2].Field, "-3");
+    EXPECT_EQ(Shown[3].Field, "0") << "nor this one";
 }
 
 TEST_F(CalibrationWizard, TheCaptionNamesChannelAndUnit) {
@@ -326,10 +333,19 @@ TEST_F(CalibrationReadings, WithoutALoggerATickDoesNothing) {
 }
 
 TEST_F(CalibrationReadings, AReadingBehindNextDoesNotReplaceWhatWasTaken) {
-    Ticks(1);
-    opened.console.Outside.Time.In(5 * Millisecond, [&] { form.State_.Result = "Next"; });
-    Tick();
-    EXPECT_EQ(form.Text, "before");
+    for (const std::string pressed : {"", "Next"}) {
+        form.Text = "taken";
+        form.State_ = {};
+        form.State_.CalibrationChannel = 1;
+        Ticks(1);
+        opened.console.Outside.Time.Run(250 * Millisecond);
+        const auto start = opened.console.Outside.Time.Now();
+        opened.console.Outside.Time.In(5 * Millisecond, [&] { form.State_.Result = pressed; });
+        Tick();
+        EXPECT_GT(opened.console.Outside.Time.Now() - start, 5 * Millisecond)
+            << "the exchange went on behind the press";
+        EXPECT_EQ(form.Text, pressed.empty() ? RawNow(1) : "taken");
+    }
 }
 
 TEST_F(CalibrationReadings, ChannelCountsThatNoLoggerHasLeaveTheField) {

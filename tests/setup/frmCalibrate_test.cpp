@@ -178,6 +178,45 @@ TEST_F(CalibrateForm, ABadNumberIsToldOnceAndKeepsTheStep) {
     EXPECT_TRUE(opened->TakeBoxes().empty()) << "cancel too";
 }
 
+TEST_F(CalibrateForm, EnterPressesTheButtonThatHasTheFocus) {
+    const auto enterOn = [](frmCalibrate& wizard, const char* name) {
+        FindIn(wizard, name)->setFocus();
+        PressKey(wizard, Qt::Key_Return);
+    };
+    Run({Press("cmdNext"),
+         [&](frmCalibrate& wizard) {
+             enterOn(wizard, "cmdHelp");
+             EXPECT_EQ(wizard.State().Result, "");
+             enterOn(wizard, "cmdBack");
+             EXPECT_EQ(wizard.State().Result, "Back");
+         },
+         [&](frmCalibrate& wizard) {
+             EXPECT_EQ(wizard.State().Step, 1);
+             EXPECT_TRUE(FindIn(wizard, "txtCalibrate")->hasFocus());
+             PressKey(wizard, Qt::Key_Return);
+         },
+         [&](frmCalibrate& wizard) {
+             EXPECT_EQ(wizard.State().Step, 2) << "in the field it is Next again";
+             enterOn(wizard, "cmdCancel");
+             EXPECT_EQ(wizard.State().Result, "Cancel");
+         }});
+    EXPECT_EQ(TextOf("txtHighEU(0)"), "100");
+}
+
+TEST_F(CalibrateForm, TabToBackOrCancelValidatesNothingButIsNotPassed) {
+    Run({Press("cmdNext"), [this](frmCalibrate& wizard) {
+             FindIn<QTimer>(wizard, "Timer1")->stop();
+             FindIn<QLineEdit>(wizard, "txtCalibrate")->setText(QStringLiteral("x"));
+             PressKey(wizard, Qt::Key_Tab);
+             EXPECT_TRUE(FindIn(wizard, "cmdBack")->hasFocus());
+             EXPECT_TRUE(opened->TakeBoxes().empty());
+             PressKey(wizard, Qt::Key_Tab);
+             EXPECT_TRUE(FindIn(wizard, "txtCalibrate")->hasFocus());
+             EXPECT_EQ(opened->TakeBoxes().size(), 1U);
+             ClickOn(FindIn(wizard, "cmdCancel"));
+         }});
+}
+
 TEST_F(CalibrateForm, WithoutALoggerTheButtonDoesNothing) {
     Open();
     ClickTab(0);

@@ -49,6 +49,28 @@ TEST_F(SetupOfMainWindow, ProgramsAndReadsTheLoggerAgain) {
     ExpectAtRest();
 }
 
+TEST_F(SetupOfMainWindow, IsNotShownForAClientClosedAndDeletedWhileItIsRead) {
+    StartConnected();
+    ClickClient(1);
+    const ModalAnswer<frmSetup> answer([](frmSetup& dialog) { dialog.close(); });
+    bool deleted = false;
+    Once(
+        [this] {
+            return state_.LinkRecord.LinkState == LinkNormal && state_.LinkRecord.CommBusy != False;
+        },
+        [&] {
+            deleted = true;
+            WindowOf(1)->close();
+            Find<QListWidget>("lvwClients").setCurrentRow(0);
+            window_->findChild<QAction*>(QStringLiteral("mnuDeleteClient"))->trigger();
+        });
+    Click("cmdSetup");
+    EXPECT_TRUE(deleted);
+    EXPECT_EQ(state_.Book.Entries[1].Name, "Site 2");
+    EXPECT_FALSE(answer.Given());
+    ExpectAtRest();
+}
+
 TEST_F(SetupOfMainWindow, IsInThePopupToo) {
     StartConnected();
     ClickClient(1);

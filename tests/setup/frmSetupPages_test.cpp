@@ -1,5 +1,6 @@
 #include "setup/frmSetupPages.h"
 
+#include <QAccessible>
 #include <QElapsedTimer>
 #include <algorithm>
 #include <iostream>
@@ -307,6 +308,26 @@ TEST_F(SetupForm, EveryInputHasAName) {
                            (button && !widget->property("text").toString().isEmpty());
         EXPECT_TRUE(named) << FromQt(widget->objectName());
     }
+}
+
+TEST_F(SetupForm, TheFieldOfAnEditableListIsCalledLikeTheList) {
+    Open(SetupSite(3, 2));
+    const auto called = [this](const char* list) {
+        const QLineEdit* field = dynamic_cast<const QComboBox&>(*Find(list)).lineEdit();
+        return FromQt(QAccessible::queryAccessibleInterface(const_cast<QLineEdit*>(field))
+                          ->text(QAccessible::Name));
+    };
+    EXPECT_EQ(called("cmbEU(0)"), "Channel 1 Units");
+    EXPECT_EQ(called("cmbPulseEU(1)"), "Sensor Name or Units");
+    EXPECT_EQ(called("cmbRoughness"), "Roughness Number:");
+    int fields = 0;
+    for (const QComboBox* list : form->findChildren<QComboBox*>()) {
+        if (const QLineEdit* field = list->lineEdit()) {
+            EXPECT_FALSE(field->accessibleName().isEmpty()) << FromQt(list->objectName());
+            ++fields;
+        }
+    }
+    EXPECT_EQ(fields, 3 * 2 + 2 * 2 + 2) << "units and places of the channels; warm-up, roughness";
 }
 
 TEST_F(SetupForm, TabGoesThroughEveryPageInOrder) {

@@ -11,6 +11,7 @@
 #include "setup/setup_file.h"
 #include "setup/setup_fixture.h"
 #include "setup/setup_transfer.h"
+#include "support/small_disk.h"
 
 namespace {
 
@@ -116,15 +117,39 @@ TEST_F(SetupFiling, AFolderOfThatNameCannotBeSavedTo) {
 TEST_F(SetupFiling, APipeIsNeitherWrittenNorRead) {
     ASSERT_EQ(::mkfifo(PathOf("pipe").c_str(), 0600), 0);
     EXPECT_FALSE(Save(PathOf("pipe")));
-    ExpectSaveFailed();
+    EXPECT_EQ(opened.TakeBoxes().size(), 2U) << "it exists, but does not take the file";
     Pick(PathOf("pipe"));
     LoadSetupFile(opened.Context());
     ExpectLoadFailed();
 }
 
+TEST_F(SetupFiling, ADeviceExistsAndIsAskedAbout) {
+    opened.Answer(BoxAnswer::No);
+    EXPECT_FALSE(Save("/dev/null"));
+    ExpectBox("The setup file already exists, do you want to overwrite it?", "Save Setup",
+              BoxIcon::Information, BoxButtons::YesNo);
+    opened.Answer(BoxAnswer::Yes);
+    EXPECT_TRUE(Save("/dev/null"));
+    EXPECT_EQ(opened.TakeBoxes().size(), 1U);
+}
+
 TEST_F(SetupFiling, ADeviceThatIsFullFailsTheSave) {
     EXPECT_FALSE(Save("/dev/full"));
-    ExpectSaveFailed();
+    const std::vector<BoxContent> boxes = opened.TakeBoxes();
+    ASSERT_EQ(boxes.size(), 2U);
+    EXPECT_EQ(boxes[1].Text, "Error: file was not saved correctly.");
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+}
+
+TEST_F(SetupFiling, ADiskThatIsFullKeepsTheFileThatWasThere) {
+    WriteFile(PathOf("a.set"), "old");
+    {
+        const testing_support::SmallDisk disk(1000);
+        EXPECT_FALSE(Save(PathOf("a.set")));
+        EXPECT_FALSE(Save(PathOf("b.set")));
+    }
+    EXPECT_EQ(FileContents(PathOf("a.set")), "old");
+    EXPECT_FALSE(std::filesystem::exists(PathOf("b.set")));
 }
 #endif
 

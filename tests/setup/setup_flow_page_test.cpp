@@ -181,6 +181,18 @@ TEST_F(TableBrowsing, APathOf128CharactersIsTakenOneOf129Refused) {
     EXPECT_EQ(box.Buttons, BoxButtons::Ok);
 }
 
+TEST_F(TableBrowsing, ThePathIsCountedInCharacters) {
+    std::string fits = "/no-such-folder/";
+    while (fits.size() < 16 + 2 * 112) {
+        fits += "\xC3\xA4";
+    }
+    Pick(fits);
+    EXPECT_EQ(TableFile(), fits);
+    EXPECT_EQ(OnlyBox().Title, "Bad Flow Table File");
+    Pick(fits + "x");
+    EXPECT_EQ(OnlyBox().Title, "File Path Too Long");
+}
+
 TEST_F(TableBrowsing, AFileThatIsNoTableStaysInTheField) {
     const std::string path = JoinPath(folder_, "note.tbl");
     WriteFile(path, "no numbers here\n");

@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 
 #include "link/port.h"
+#include "logger/commands.h"
 #include "setup/setup_fixture.h"
 
 namespace {
 
 using setup_testing::SetupSite;
+using testing_support::BasicSite;
 using testing_support::FakeClientWindow;
+using testing_support::Millisecond;
 using testing_support::Second;
 using testing_support::VirtualConsole;
 
@@ -27,6 +30,16 @@ class SetupOperation : public ::testing::Test {
                 WhileShown(reselect);
             }
         });
+    }
+    /// Closes the window, and deletes its entry: the logger behind it takes its number.
+    void CloseAndDelete() {
+        window->Unload();
+        console.State.Book.Entries.Remove(entry);
+    }
+    /// Requests that came to a logger of the network, counted from 0.
+    std::size_t RequestsTo(std::size_t logger) {
+        return console.Outside.Network.RequestsTo(*console.Outside.Network.Loggers().at(logger))
+            .size();
     }
     void ExpectReleased() {
         EXPECT_EQ(console.State.OperationsRecord.OperationBusy, False);
@@ -108,6 +121,21 @@ TEST_F(SetupOperation, ReadsAgainThoughTheIdleLimitClosedThePort) {
     EXPECT_EQ(window->Valid, True);
 }
 
+TEST_F(SetupOperation, TheLinkIsHeldForTheReadBehindADialogThatLetGoOfIt) {
+    Flag held = False;
+    WhileShown = [&](const auto&) {
+        console.State.OperationsRecord.OperationBusy = False;
+        console.Outside.Time.In(5 * testing_support::Millisecond, [&] {
+            EXPECT_NE(console.State.LinkRecord.CommBusy, False) << "the read has begun";
+            held = console.State.OperationsRecord.OperationBusy;
+        });
+    };
+    Run();
+    EXPECT_EQ(window->SettingsReads, 2);
+    EXPECT_NE(held, False);
+    ExpectReleased();
+}
+
 TEST_F(SetupOperation, TheDialogCanBringTheRadioBack) {
     bool back = false;
     WhileShown = [&](const std::function<bool()>& reselect) {
@@ -117,6 +145,38 @@ TEST_F(SetupOperation, TheDialogCanBringTheRadioBack) {
     };
     Run();
     EXPECT_TRUE(back);
+}
+
+TEST_F(SetupOperation, TheDialogKnowsItsLoggerWhateverBecomesOfWindowAndEntry) {
+    console.AddSite(BasicSite(2));
+    WhileShown = [this](const std::function<bool()>& reselect) {
+        console.State.OperationsRecord.OperationBusy = False;
+        CloseAndDelete();
+        console.Outside.Time.Run(301 * Second);
+        console.Outside.Network.ClearRecord();
+        EXPECT_TRUE(reselect());
+        EXPECT_TRUE(cmd::RestartSampling(console.State.Exchange));
+        EXPECT_EQ(RequestsTo(0), 1U);
+        console.Outside.Time.Run(301 * Second);
+    };
+    Run();
+    EXPECT_EQ(Shown, 1);
+    EXPECT_GT(RequestsTo(0), 1U) << "that logger is read again";
+    EXPECT_EQ(RequestsTo(1), 0U) << "the one that has the number now hears nothing";
+    ExpectReleased();
+}
+
+TEST_F(SetupOperation, TheDialogKeepsToItsLoggerWhenTheWindowsNumberChanges) {
+    const int other = console.AddSite(BasicSite(2));
+    WhileShown = [this, other](const std::function<bool()>& reselect) {
+        console.State.OperationsRecord.OperationBusy = False;
+        window->SetClientIndex(static_cast<std::int16_t>(other));
+        console.Outside.Time.Run(301 * Second);
+        EXPECT_TRUE(reselect());
+        EXPECT_TRUE(cmd::RestartSampling(console.State.Exchange));
+    };
+    Run();
+    EXPECT_EQ(RequestsTo(1), 0U);
 }
 
 TEST_F(SetupOperation, TheEndOfTheProgramUnderTheDialogUnwinds) {
@@ -140,5 +200,39 @@ TEST_F(SetupOperation, TheEndOfTheProgramUnderTheDialogUnwinds) {
     EXPECT_TRUE(console.Outside.Boxes.Shown.empty());
     ExpectReleased();
 }
+
+/// So many virtual milliseconds behind the press of the button: while the radio is selected, then
+/// while the logger is read.
+class MomentBeforeSetup : public SetupOperation, public ::testing::WithParamInterface<int> {};
+
+TEST_P(MomentBeforeSetup, NoDialogOpensForAWindowClosedThen) {
+    console.AddSite(BasicSite(2));
+    bool inside = false;
+    console.Outside.Time.In(GetParam() * Millisecond, [&] {
+        inside = console.State.OperationsRecord.OperationBusy != False;
+        CloseAndDelete();
+    });
+    Run();
+    EXPECT_TRUE(inside);
+    EXPECT_EQ(Shown, 0);
+    EXPECT_EQ(RequestsTo(1), 0U);
+    EXPECT_TRUE(console.Outside.Boxes.Shown.empty());
+    ExpectReleased();
+}
+
+TEST_P(MomentBeforeSetup, NoDialogOpensThoughTheEntryHasAnotherWindowByThen) {
+    bool inside = false;
+    console.Outside.Time.In(GetParam() * Millisecond, [&] {
+        inside = console.State.OperationsRecord.OperationBusy != False;
+        window->Unload();
+        console.OpenWindow(entry);
+    });
+    Run();
+    EXPECT_TRUE(inside);
+    EXPECT_EQ(Shown, 0);
+    ExpectReleased();
+}
+
+INSTANTIATE_TEST_SUITE_P(InsideItsWaits, MomentBeforeSetup, ::testing::Range(50, 900, 100));
 
 }  // namespace

@@ -394,4 +394,16 @@ TEST_F(Transfer, LongTextsOfTheStateAreCutToTheirFields) {
     EXPECT_EQ(controls_.txtTableFile.size(), 128U);
 }
 
+TEST_F(Transfer, FieldsAreCountedInCharacters) {
+    state_.LoggerName.clear();
+    state_.TablePath.clear();
+    for (int i = 0; i < 130; ++i) {
+        state_.LoggerName += "\xC3\xA4";
+        state_.TablePath += "\xC3\xB6";
+    }
+    ASSERT_TRUE(Show());
+    EXPECT_EQ(controls_.txtName.size(), 2 * 32U);
+    EXPECT_EQ(controls_.txtTableFile.size(), 2 * 128U);
+}
+
 }  // namespace

@@ -138,6 +138,20 @@ TEST_F(FaultsTest, PassLetsRequestsThrough) {
     EXPECT_EQ(Ask(Request), Bytes{});
 }
 
+TEST_F(FaultsTest, ScriptOfAnyLengthTakesTheRoomOfItsEntries) {
+    LineFault babble = NoiseAhead(Bytes(2000, 0x55));
+    net.Faults().NextReply(babble, 1'000'000'000).NextReply(babble, 0).Clear();
+    net.Faults().NextReply(babble, 1'000'000'000);
+    EXPECT_EQ(Send(EncodeFrame(Request), 2 * Second).size(), 2000 + good.size());
+    EXPECT_EQ(Send(EncodeFrame(Request), 2 * Second).size(), 2000 + good.size());
+}
+
+TEST_F(FaultsTest, EntryOfNoTimesIsNone) {
+    net.Faults().Pass(0).LoseRequest(-1).LoseReply();
+    EXPECT_EQ(Ask(Request), Ack);
+    EXPECT_EQ(Ask(Request), good);
+}
+
 TEST_F(FaultsTest, RuleActsOnItsCommandAlone) {
     net.Faults().OnRequest(0x0F, Plain(FaultKind::LoseRequest), 2);
     EXPECT_EQ(Ask(Request), good);

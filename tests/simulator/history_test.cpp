@@ -64,6 +64,17 @@ TEST_F(HistoryTest, RecordIsTimeAndCountsOfAllChannels) {
     EXPECT_EQ(GetU16(block, 19), 0);
 }
 
+TEST_F(HistoryTest, LongestHistoryReachesNoFurtherThanTheEngineCounts) {
+    LoggerSetup setup;
+    setup.HistoryRecords = 1'000'000;
+    setup.Settings.IntervalCount = 65535;
+    setup.Settings.Interval = IntervalUnit::Days;
+    const Logger longest(setup, Network::DefaultStart());
+    EXPECT_GT(longest.RecordMoment(0), INT64_MIN / 50 * 49);
+    EXPECT_LE(longest.RecordMoment(0), longest.RecordMoment(1));
+    EXPECT_LT(longest.RecordMoment(1), longest.RecordMoment(999'999));
+}
+
 TEST_F(HistoryTest, FullBlockHoldsAsManyRecordsAsFitIn240Bytes) {
     const std::vector<std::uint8_t> fit = {40, 30, 24, 20, 17, 15, 13, 12, 10, 10};
     for (std::size_t channels = 1; channels <= 10; ++channels) {

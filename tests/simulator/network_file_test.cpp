@@ -51,6 +51,16 @@ TEST(NetworkFileText, SmallestNetworkIsOneLoggerWithOneChannel) {
     EXPECT_EQ(logger.Channel, 0x10);
 }
 
+TEST(NetworkFileText, ADelayThatIsRefusedLeavesTheOneBefore) {
+    std::string text = "[logger]\nname = Well\nsample-delay = 250\n";
+    for (int i = 0; i < 8; ++i) {
+        text += "sample-delay = 100000000000000000\n";
+    }
+    const NetworkFile file = ParseNetwork(text + "[analog]\n");
+    EXPECT_EQ(file.Errors.size(), 8U);
+    EXPECT_EQ(file.Network.Loggers.back().SampleDelay, 250 * Millisecond);
+}
+
 TEST(NetworkFileText, EveryKeyHasItsEffect) {
     const NetworkFile file = ParseNetwork(
         "[network]\nstart = 2024-02-29 23:59:58\nbaud = 9600\nsystem-id = 7\nseed = 5\n"

@@ -1,6 +1,7 @@
 #ifndef ORVIA_TESTS_SUPPORT_FAKE_CLIENT_LIST_H
 #define ORVIA_TESTS_SUPPORT_FAKE_CLIENT_LIST_H
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,10 +27,23 @@ class FakeClientList final : public ClientListView {
         view_.Clients.at(static_cast<std::size_t>(item - 1)).Name = text;
     }
     int ItemTop(int item) const override { return (item - 1) * ItemHeight; }
-    void SelectItem(int item) override { view_.Selected = item; }
+    void SelectItem(int item) override { view_.Selected = view_.Current = item; }
+    /// The neighbour of an item that goes is highlighted, as on the screen.
     void RemoveItem(int item) override {
         view_.Clients.erase(view_.Clients.begin() + (item - 1));
-        view_.Selected = 0;
+        if (view_.Selected == item || view_.Current == item) {
+            SelectItem(std::min(item, view_.ClientCount()));
+            return;
+        }
+        for (int* place : {&view_.Selected, &view_.Current}) {
+            *place -= *place > item ? 1 : 0;
+        }
+    }
+    /// The list gets the focus: an item is the current one then, and none is highlighted by that.
+    void TakeFocus() {
+        if (view_.Current == 0 && view_.ClientCount() > 0) {
+            view_.Current = 1;
+        }
     }
 
  private:

@@ -2,6 +2,7 @@
 #define ORVIA_TESTS_SUPPORT_FAKE_CLIENT_WINDOW_H
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -66,6 +67,9 @@ class FakeClientWindow final : public ClientWindow {
             return false;
         }
         Valid = True;
+        if (WhenSettingsRead) {
+            WhenSettingsRead();
+        }
         return true;
     }
     void SetDP() override { Points.push_back(state_.Newest); }
@@ -86,6 +90,7 @@ class FakeClientWindow final : public ClientWindow {
     int Resets = 0;
     int StatusReads = 0;
     int SettingsReads = 0;
+    std::function<void()> WhenSettingsRead;  ///< happens at the end of a reading: a box, say
     LoggerState State;
     std::vector<DataPoint> Points;
 

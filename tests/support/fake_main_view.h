@@ -28,7 +28,10 @@ class FakeMainView final : public MainView {
     void ShowLinkFields(bool linked) override { LinkFields = linked; }
     void SetCommandStates(const CommandStates& states) override { Commands = states; }
     void SetAddressBookName(const std::string& text) override { BookName = text; }
-    void ClearClients() override { Clients.clear(); }
+    void ClearClients() override {
+        Clients.clear();
+        Selected = Current = 0;
+    }
     void AddClient(const std::string& name, std::uint8_t icon) override {
         Clients.push_back({name, icon});
     }
@@ -55,7 +58,8 @@ class FakeMainView final : public MainView {
     CommandStates Commands;
     std::string BookName;
     std::vector<Item> Clients;
-    int Selected = 0;
+    int Selected = 0;  ///< the item highlighted
+    int Current = 0;   ///< the item that the keys go to; no procedure can see it
     int ClosedAll = 0;
     std::function<void()> WhenClosingAll;
     std::function<std::shared_ptr<ClientWindow>()> MakeWindow;

@@ -89,6 +89,9 @@ BoxAnswer ScriptedBoxes::Show(const BoxContent& box) {
 
 std::optional<std::string> ScriptedDialogs::PickExisting(const FileQuery& query) {
     Queries.push_back(query);
+    if (WhileShown) {
+        std::exchange(WhileShown, nullptr)();
+    }
     if (Picks.empty()) {
         return std::nullopt;
     }

@@ -90,6 +90,7 @@ class ScriptedDialogs final : public FileDialogs {
     std::optional<std::string> PickForSaving(const FileQuery& query, bool promptOverwrite) override;
 
     std::deque<std::string> Picks;
+    std::function<void()> WhileShown;  ///< happens while the next dialog stands
     std::vector<FileQuery> Queries;
     std::vector<bool> Prompts;  ///< promptOverwrite of each question for saving
 };

@@ -54,6 +54,62 @@ const QPushButton* DefaultButton(const QWidget* window) {
     return found == buttons.end() ? nullptr : *found;
 }
 
+const QPushButton* ButtonOfEnter(const QWidget* window) {
+    const auto* focused = qobject_cast<const QPushButton*>(window->focusWidget());
+    return focused != nullptr ? focused : DefaultButton(window);
+}
+
+/// How a key moves the focus.
+enum class Step { None, Forwards, Backwards };
+
+Step StepOf(const QKeyEvent& event, const QWidget* focused) {
+    const Qt::KeyboardModifiers held = event.modifiers();
+    // The arrows move from button to button, as Tab does.
+    const bool arrows = qobject_cast<const QPushButton*>(focused) != nullptr;
+    switch (event.key()) {
+        case Qt::Key_Tab:
+        case Qt::Key_Backtab:
+            if ((held & (Qt::ControlModifier | Qt::AltModifier)) != 0) {
+                return Step::None;
+            }
+            return event.key() == Qt::Key_Backtab || (held & Qt::ShiftModifier) != 0
+                       ? Step::Backwards
+                       : Step::Forwards;
+        case Qt::Key_Left:
+        case Qt::Key_Up:
+            return arrows ? Step::Backwards : Step::None;
+        case Qt::Key_Right:
+        case Qt::Key_Down:
+            return arrows ? Step::Forwards : Step::None;
+        default:
+            return Step::None;
+    }
+}
+
+// A widget that hands the focus on is no stop where that would lead back into what it belongs to.
+bool IsTabStop(const QWidget* widget, const QWidget* window, Step step) {
+    const QWidget* target = FocusTarget(widget);
+    const bool leadsBack =
+        target != widget &&
+        (step == Step::Forwards ? target->isAncestorOf(widget) : widget->isAncestorOf(target));
+    return (target->focusPolicy() & Qt::TabFocus) != 0 && !leadsBack &&
+           widget->isVisibleTo(window) && widget->isEnabled();
+}
+
+/// Where a step leads from the widget of `window` that has the focus; null if it leads nowhere.
+const QWidget* NextStop(const QWidget* window, Step step) {
+    const QWidget* start = window->focusWidget() != nullptr ? window->focusWidget() : window;
+    const auto next = [step](const QWidget* widget) {
+        return step == Step::Forwards ? widget->nextInFocusChain() : widget->previousInFocusChain();
+    };
+    for (const QWidget* widget = next(start); widget != start; widget = next(widget)) {
+        if (FocusTarget(widget) != start && IsTabStop(widget, window, step)) {
+            return widget;
+        }
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 FocusGuard::FocusGuard(QWidget* window) : QObject(window), window_(window) {
@@ -168,7 +224,7 @@ FocusGuard::Way FocusGuard::WayOf(QObject* target, const QEvent& event,
                                   const QWidget* field) const {
     switch (event.type()) {
         case QEvent::KeyPress:
-            return WayByKey(static_cast<const QKeyEvent&>(event).key());
+            return WayByKey(static_cast<const QKeyEvent&>(event), field);
         case QEvent::Shortcut:
             return WayByShortcut(target, field);
         default:
@@ -195,22 +251,13 @@ FocusGuard::Way FocusGuard::WayByPointer(QWidget* pressed, QEvent::Type type,
     return Way::Stays;
 }
 
-FocusGuard::Way FocusGuard::WayByKey(int key) const {
-    switch (key) {
-        case Qt::Key_Tab:
-        case Qt::Key_Backtab:
-            return Way::Leaves;
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            break;
-        default:
-            return Way::Stays;
+FocusGuard::Way FocusGuard::WayByKey(const QKeyEvent& event, const QWidget* field) const {
+    const QWidget* whole = window_->window();
+    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
+        return WayTo(ButtonOfEnter(whole), field);
     }
-    const QPushButton* button = DefaultButton(window_->window());
-    if (button == nullptr) {
-        return Way::Stays;
-    }
-    return IsFree(button) ? Way::LeavesFreely : Way::Leaves;
+    const Step step = StepOf(event, whole->focusWidget());
+    return step == Step::None ? Way::Stays : WayTo(NextStop(whole, step), field);
 }
 
 FocusGuard::Way FocusGuard::WayByShortcut(const QObject* target, const QWidget* field) const {
@@ -218,11 +265,14 @@ FocusGuard::Way FocusGuard::WayByShortcut(const QObject* target, const QWidget* 
         return Way::Leaves;
     }
     const auto* label = qobject_cast<const QLabel*>(target);
-    const auto* widget = label != nullptr ? label->buddy() : static_cast<const QWidget*>(target);
-    if (widget == nullptr || IsPartOf(FocusTarget(widget), field)) {
+    return WayTo(label != nullptr ? label->buddy() : static_cast<const QWidget*>(target), field);
+}
+
+FocusGuard::Way FocusGuard::WayTo(const QWidget* place, const QWidget* field) const {
+    if (place == nullptr || IsPartOf(FocusTarget(place), field)) {
         return Way::Stays;
     }
-    return IsFree(widget) ? Way::LeavesFreely : Way::Leaves;
+    return IsFree(place) ? Way::LeavesFreely : Way::Leaves;
 }
 
 bool FocusGuard::Swallows(QObject* target, const QEvent& event) {

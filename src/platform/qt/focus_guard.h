@@ -12,10 +12,13 @@
 #include <optional>
 #include <vector>
 
+class QKeyEvent;
+
 /// Validates the fields of a window when the user leaves them, before anything happens: a mouse
 /// press, wheel, Tab, mnemonic, shortcut or Enter that would move the focus, press a button, turn
 /// a tab or open a menu first runs the validator of the field that has the focus, once, and does
-/// nothing if that refuses. Moving about inside the field, its own popup and its context menu are
+/// nothing if that refuses. Enter presses the button that has the focus, elsewhere the default
+/// one. Moving about inside the field, its own popup and its context menu are
 /// no leaving. Closing the window, losing activation and focus set by the program validate
 /// nothing.
 class FocusGuard final : public QObject {
@@ -25,8 +28,8 @@ class FocusGuard final : public QObject {
 
     /// `validate` says whether the field may be left; it may show a message.
     void AddField(QWidget* field, std::function<bool()> validate);
-    /// A press on `button` validates nothing. The field that was left so is validated when the
-    /// focus moves on from the button.
+    /// Nothing that leads to `button`, a press or a key, validates. The field that was left so is
+    /// validated when the focus moves on from the button.
     void LeavesWithoutValidating(QWidget* button);
     /// Whether the field in use, or the one that was left freely for the button that has the focus
     /// now, may be left. Runs its validator, for who is about to take its text without any leaving;
@@ -61,8 +64,9 @@ class FocusGuard final : public QObject {
     [[nodiscard]] FieldRef FieldInUse() const;
     [[nodiscard]] Way WayOf(QObject* target, const QEvent& event, const QWidget* field) const;
     [[nodiscard]] Way WayByPointer(QWidget* pressed, QEvent::Type type, const QWidget* field) const;
-    [[nodiscard]] Way WayByKey(int key) const;
+    [[nodiscard]] Way WayByKey(const QKeyEvent& event, const QWidget* field) const;
     [[nodiscard]] Way WayByShortcut(const QObject* target, const QWidget* field) const;
+    [[nodiscard]] Way WayTo(const QWidget* place, const QWidget* field) const;
 
     bool Swallows(QObject* target, const QEvent& event);
     bool Refuses(const Field& field);  // true also if the guard went meanwhile

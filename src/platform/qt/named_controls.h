@@ -15,7 +15,8 @@ class QWidget;
 /// A label that shows a value, in plain text; `meaning` tells what it shows.
 [[nodiscard]] QLabel* ValueLabel(QWidget* parent, const QString& name, const QString& meaning);
 
-/// A button; an "&" in the text marks its key.
+/// A button; an "&" in the text marks its key. While it has the focus Enter presses it, whichever
+/// button is the default one; an Enter that is still held from an earlier press does not.
 [[nodiscard]] QPushButton* NamedButton(QWidget* parent, const QString& name, const QString& text);
 
 #endif  // ORVIA_PLATFORM_QT_NAMED_CONTROLS_H

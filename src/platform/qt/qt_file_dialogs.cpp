@@ -3,8 +3,11 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
 #include <QPointer>
 
+#include "common/file_rewrite.h"
 #include "platform/qt/file_query.h"
 #include "platform/qt/text_qt.h"
 
@@ -23,11 +26,52 @@ void Fill(QFileDialog& dialog, const FileQuery& query) {
     }
 }
 
+/// Stays when the file chosen could not be saved, and tells why.
+class SavingDialog final : public QFileDialog {
+ public:
+    using QFileDialog::QFileDialog;
+
+    void accept() override {
+        // A dialog of the system itself is closed by now; it has looked at the path.
+        if (!testOption(DontUseNativeDialog)) {
+            return QFileDialog::accept();
+        }
+        const QStringList files = selectedFiles();
+        const QString reason = files.isEmpty() ? QString() : ReasonAgainst(files.front());
+        if (reason.isEmpty()) {
+            return QFileDialog::accept();
+        }
+        // A window that goes takes dialog and box with it, so neither is touched behind it.
+        const QPointer<QMessageBox> box(
+            new QMessageBox(QMessageBox::Warning, windowTitle(), reason, QMessageBox::Ok, this));
+        box->exec();
+        delete box.data();
+    }
+
+ private:
+    /// In the words that the dialog has for a file to open that is not there.
+    static QString ReasonAgainst(const QString& path) {
+        const QFileInfo file(path);
+        const QString folder = file.absolutePath();
+        if (!QFileInfo(folder).isDir()) {
+            return tr("%1\nDirectory not found.\nPlease verify the correct directory name was "
+                      "given.")
+                .arg(QDir::toNativeSeparators(folder));
+        }
+        // A folder is entered.
+        if (!file.isDir() && !CanRewrite(FromQt(path))) {
+            return tr("%1\nFile cannot be written.\nPlease verify the correct file name was given.")
+                .arg(QDir::toNativeSeparators(path));
+        }
+        return {};
+    }
+};
+
 // `modes` sets what tells one dialog from the other.
-template <typename Modes>
+template <typename Dialog, typename Modes>
 std::optional<std::string> Ask(const FileQuery& query, Modes modes) {
     // The window below may go while the dialog stands, and takes the dialog with it.
-    const QPointer<QFileDialog> dialog(new QFileDialog(QApplication::activeWindow()));
+    const QPointer<Dialog> dialog(new Dialog(QApplication::activeWindow()));
     modes(*dialog);
     Fill(*dialog, query);
     const bool accepted = dialog->exec() == QDialog::Accepted;
@@ -45,7 +89,7 @@ std::optional<std::string> Ask(const FileQuery& query, Modes modes) {
 }  // namespace
 
 std::optional<std::string> QtFileDialogs::PickExisting(const FileQuery& query) {
-    return Ask(query, [](QFileDialog& dialog) {
+    return Ask<QFileDialog>(query, [](QFileDialog& dialog) {
         dialog.setAcceptMode(QFileDialog::AcceptOpen);
         dialog.setFileMode(QFileDialog::ExistingFile);
     });
@@ -53,13 +97,14 @@ std::optional<std::string> QtFileDialogs::PickExisting(const FileQuery& query) {
 
 std::optional<std::string> QtFileDialogs::PickForSaving(const FileQuery& query,
                                                         bool promptOverwrite) {
-    return Ask(query, [promptOverwrite](QFileDialog& dialog) {
+    return Ask<SavingDialog>(query, [promptOverwrite](QFileDialog& dialog) {
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setFileMode(QFileDialog::AnyFile);
         dialog.setOption(QFileDialog::DontConfirmOverwrite, !promptOverwrite);
 #ifndef Q_OS_WIN
-        // Some desktops' own dialogs ask about overwriting whatever they are told.
-        dialog.setOption(QFileDialog::DontUseNativeDialog, !promptOverwrite);
+        // Some desktops' own dialogs ask about overwriting whatever they are told, and are closed
+        // before the path can be refused.
+        dialog.setOption(QFileDialog::DontUseNativeDialog);
 #endif
     });
 }

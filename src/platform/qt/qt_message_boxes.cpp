@@ -1,9 +1,13 @@
 #include "platform/qt/qt_message_boxes.h"
 
 #include <QApplication>
+#include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPointer>
+#include <QScreen>
 #include <QWindow>
+#include <algorithm>
 #include <memory>
 
 #include "platform/qt/text_qt.h"
@@ -61,6 +65,58 @@ BoxAnswer AnswerOf(QMessageBox::StandardButton button) {
     }
 }
 
+/// A box as wide as the longest line of its text, whose own line breaks are the only ones: the
+/// toolkit's box wraps what takes more than half of a screen. Only what no screen holds is wrapped,
+/// and a single word that none holds ends at the edge of the box.
+class LineBox final : public QMessageBox {
+ public:
+    using QMessageBox::QMessageBox;
+
+ protected:
+    bool event(QEvent* event) override {
+        const bool done = QMessageBox::event(event);
+        // The toolkit's box has chosen its size.
+        if (event->type() == QEvent::LayoutRequest && isVisible()) {
+            FitText();
+        }
+        return done;
+    }
+
+    void showEvent(QShowEvent* event) override {
+        QMessageBox::showEvent(event);
+        const QSize before = size();
+        FitText();
+        const QSize more = size() - before;
+        if (more.isNull()) {
+            return;
+        }
+        // It stands in the middle, by the size that it had.
+        const QPoint place = pos() - QPoint(more.width() / 2, more.height() / 2);
+        const QRect there = screen()->availableGeometry();
+        move(std::max(place.x(), there.left()), std::max(place.y(), there.top()));
+    }
+
+ private:
+    void FitText() {
+        auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        const int most = screen()->availableGeometry().width();
+        if (label == nullptr) {
+            return;
+        }
+        label->setWordWrap(false);
+        layout()->activate();
+        const int needed = layout()->totalMinimumSize().width();
+        label->setWordWrap(needed > most);
+        layout()->activate();
+        // A long title has made it wider than its text.
+        const int width = std::min(std::max(size().width(), needed), most);
+        setFixedSize(width, layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
+                                                          : layout()->totalMinimumSize().height());
+        layout()->activate();
+        QCoreApplication::removePostedEvents(this, QEvent::LayoutRequest);
+    }
+};
+
 void SetTitle(QMessageBox& shown, const std::string& title) {
     shown.setWindowTitle(EscapedTitle(title));
     if (title.empty()) {
@@ -85,7 +141,7 @@ void Fill(QMessageBox& shown, const BoxContent& box, const ButtonSet& buttons) {
 BoxAnswer QtMessageBoxes::Show(const BoxContent& box) {
     const ButtonSet buttons = ButtonsOf(box.Buttons);
     // The window below may go while the box stands, and takes the box with it.
-    const QPointer<QMessageBox> shown(new QMessageBox(QApplication::activeWindow()));
+    const QPointer<QMessageBox> shown(new LineBox(QApplication::activeWindow()));
     Fill(*shown, box, buttons);
     shown->exec();
     if (shown.isNull()) {

@@ -12,7 +12,8 @@
 namespace testing_support {
 
 /// A host for real windows: Qt's own events, ticks twenty times as fast, and the simulated network
-/// on a clock that runs as fast as they do. Boxes, dialogs and settings are the virtual host's.
+/// on a clock that runs as fast as they do, or slower where they are held up. Boxes, dialogs and
+/// settings are the virtual host's.
 class AcceleratedHost {
  public:
     static constexpr int Speed = 20;
