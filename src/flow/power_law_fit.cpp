@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <random>
+#include <utility>
 
 namespace {
 
@@ -11,6 +13,7 @@ constexpr double GreatestExponent = 5;
 constexpr double OutlierFactor = 3.5;
 constexpr double MedianToDeviation = 1.4826;  // of a normal distribution
 constexpr double LeastOutlier = 0.02;
+constexpr std::size_t NumbersOfLaw = 3;
 
 // The offset is sought by the distance that it leaves below the lowest level, as a power of ten of
 // the range of levels: on a grid, then between the neighbours of the best by golden sections.
@@ -106,40 +109,156 @@ class Search {
     double highest_ = -HUGE_VAL;
 };
 
-double Median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
-/// Sizes of the residuals in logarithms.
-std::vector<double> Residuals(std::span<const FlowTablePoint> points, const PowerLaw& law) {
-    std::vector<double> residuals;
-    residuals.reserve(points.size());
+/// Sizes of the residuals in logarithms; of no bound where the law has no flow.
+std::vector<double> Sizes(std::span<const FlowTablePoint> points, const PowerLaw& law) {
+    const double multiplier = std::log(law.Multiplier);
+    std::vector<double> sizes;
+    sizes.reserve(points.size());
     for (const FlowTablePoint& point : points) {
-        residuals.push_back(std::fabs(std::log(point.Flow / law.Flow(point.Level))));
+        const double head = point.Level + law.Offset;
+        const double size =
+            std::fabs(std::log(point.Flow) - multiplier - law.Exponent * std::log(head));
+        sizes.push_back(head > 0 && std::isfinite(size) ? size : HUGE_VAL);
     }
-    return residuals;
+    return sizes;
 }
 
-/// The law with about the least sum of residuals, which a few far points hardly draw: squares, each
-/// weighed by one over the residual that the law before left it.
-std::optional<PowerLaw> FitMostPoints(std::span<const FlowTablePoint> points) {
-    constexpr int Rounds = 6;
-    constexpr double LeastResidual = 0.002;
-    std::optional<PowerLaw> law = FitPowerLaw(points);
-    for (int i = 0; i < Rounds && law; ++i) {
-        std::vector<double> weights = Residuals(points, *law);
-        for (double& weight : weights) {
-            weight = std::isfinite(weight) ? 1 / std::max(weight, LeastResidual) : 0;
+/// The size within which a law has half of the points that do not serve to tell its numbers.
+double SizeOfMost(std::vector<double> sizes) {
+    const std::size_t most = (sizes.size() + NumbersOfLaw + 1) / 2;
+    const auto last = sizes.begin() + static_cast<std::ptrdiff_t>(most - 1);
+    std::nth_element(sizes.begin(), last, sizes.end());
+    return *last;
+}
+
+/// Calls `use` with places of four points: with every four if they are few, else with some that
+/// lie in the four quarters, the same ones each time.
+template <typename Use>
+void ForFours(std::size_t count, Use use) {
+    constexpr std::size_t Few = 12;
+    constexpr int Draws = 500;
+    if (count > Few) {
+        std::minstd_rand random;
+        const auto draw = [&](std::size_t quarter) {
+            const std::size_t from = count * quarter / 4;
+            return from + random() % (count * (quarter + 1) / 4 - from);
+        };
+        for (int i = 0; i < Draws; ++i) {
+            use(std::array{draw(0), draw(1), draw(2), draw(3)});
         }
-        const std::optional<PowerLaw> next = FitPowerLaw(points, weights);
-        if (!next) {
-            break;
-        }
-        law = next;
+        return;
     }
-    return law;
+    for (std::size_t a = 0; a < count; ++a) {
+        for (std::size_t b = a + 1; b < count; ++b) {
+            for (std::size_t c = b + 1; c < count; ++c) {
+                for (std::size_t d = c + 1; d < count; ++d) {
+                    use(std::array{a, b, c, d});
+                }
+            }
+        }
+    }
+}
+
+/// A law and the deviation of the points near it, in logarithms.
+struct LawOfMost {
+    PowerLaw Law;
+    double Deviation = HUGE_VAL;
+};
+
+/// A law that most points lie near, whatever the others do.
+std::optional<LawOfMost> FindLawOfMost(std::span<const FlowTablePoint> points) {
+    const std::optional<PowerLaw> ofAll = FitPowerLaw(points);
+    if (!ofAll) {
+        return std::nullopt;
+    }
+    const auto deviation = [points](const PowerLaw& law) {
+        return MedianToDeviation * SizeOfMost(Sizes(points, law));
+    };
+    LawOfMost best{*ofAll, deviation(*ofAll)};
+    ForFours(points.size(), [&](const std::array<std::size_t, 4>& places) {
+        std::array<FlowTablePoint, 4> four;
+        std::transform(places.begin(), places.end(), four.begin(),
+                       [points](std::size_t place) { return points[place]; });
+        const std::optional<PowerLaw> law = FitPowerLaw(four);
+        const double size = law ? deviation(*law) : HUGE_VAL;
+        if (size < best.Deviation) {
+            best = {*law, size};
+        }
+    });
+    return best;
+}
+
+/// The size of a residual beyond which a point is an outlier of a law that `others` points of that
+/// deviation suggest. The fewer they are, the less they tell: the factors follow Student's
+/// distribution.
+double OutlierLimit(double deviation, std::size_t others) {
+    const double spare = others > NumbersOfLaw ? static_cast<double>(others - NumbersOfLaw) : 1;
+    const double factor = OutlierFactor * (1 + 3 / spare + 10 / (spare * spare));
+    return std::max(LeastOutlier, factor * deviation);
+}
+
+/// The law of the points of weight 1, and how these lie about it.
+struct WeighedFit {
+    std::vector<double> Weights;
+    PowerLaw Law;
+    double Squares = 0;  ///< sum of those of their residuals
+    std::size_t Count = 0;
+
+    /// Standard deviation; 0 where no point is left to tell it.
+    [[nodiscard]] double Deviation() const {
+        return Count > NumbersOfLaw ? std::sqrt(Squares / static_cast<double>(Count - NumbersOfLaw))
+                                    : 0;
+    }
+};
+
+std::optional<WeighedFit> Fit(std::span<const FlowTablePoint> points, std::vector<double> weights) {
+    const std::optional<PowerLaw> law = FitPowerLaw(points, weights);
+    if (!law) {
+        return std::nullopt;
+    }
+    WeighedFit fit{std::move(weights), *law};
+    const std::vector<double> sizes = Sizes(points, *law);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        if (fit.Weights[i] > 0) {
+            fit.Squares += sizes[i] * sizes[i];
+            ++fit.Count;
+        }
+    }
+    return fit;
+}
+
+/// Takes points back into a fit, the nearest first, as long as the others can be of one law with
+/// them: a law that was sought among few points leaves out some that only chance set apart, most of
+/// them at the ends.
+void TakeBack(std::span<const FlowTablePoint> points, std::vector<std::size_t> far,
+              const std::vector<double>& sizes, WeighedFit& fit) {
+    std::sort(far.begin(), far.end(),
+              [&sizes](std::size_t a, std::size_t b) { return sizes[a] < sizes[b]; });
+    // Where more are left out than chance does, one law is not what they follow; each costs a fit.
+    constexpr std::size_t MostTakenBack = 8;
+    far.resize(std::min(far.size(), MostTakenBack));
+    for (const std::size_t place : far) {
+        std::vector<double> weights = fit.Weights;
+        weights[place] = 1;
+        std::optional<WeighedFit> with = Fit(points, std::move(weights));
+        const double limit = OutlierLimit(fit.Deviation(), fit.Count);
+        if (!with || with->Squares - fit.Squares > limit * limit) {
+            return;
+        }
+        fit = *std::move(with);
+    }
+}
+
+PowerLawFit Told(std::span<const FlowTablePoint> points, const WeighedFit& fit) {
+    PowerLawFit told;
+    told.Law = fit.Law;
+    told.Spread = 100 * fit.Deviation();
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const double flow = fit.Law.Flow(points[i].Level);
+        told.Residuals.push_back(flow > 0 ? 100 * (points[i].Flow / flow - 1) : 0);
+        told.Outliers.push_back(!(fit.Weights[i] > 0));
+    }
+    return told;
 }
 
 }  // namespace
@@ -183,31 +302,26 @@ std::optional<PowerLaw> FitPowerLaw(std::span<const FlowTablePoint> points,
 }
 
 std::optional<PowerLawFit> FitWithoutOutliers(std::span<const FlowTablePoint> points) {
-    const std::optional<PowerLaw> first = FitMostPoints(points);
-    if (!first) {
+    const std::optional<LawOfMost> most = FindLawOfMost(points);
+    if (!most) {
         return std::nullopt;
     }
-    const std::vector<double> sizes = Residuals(points, *first);
-    const double limit = std::max(LeastOutlier, OutlierFactor * MedianToDeviation * Median(sizes));
-    PowerLawFit fit;
-    std::vector<double> weights;
-    for (const double size : sizes) {
-        fit.Outliers.push_back(!(size <= limit));
-        weights.push_back(size <= limit ? 1 : 0);
-    }
-    fit.Law = FitPowerLaw(points, weights).value_or(*first);
-    double squares = 0;
-    double count = 0;
+    const std::vector<double> sizes = Sizes(points, most->Law);
+    const double limit = OutlierLimit(most->Deviation, points.size());
+    std::vector<double> weights(points.size(), 1);
+    std::vector<std::size_t> far;
     for (std::size_t i = 0; i < points.size(); ++i) {
-        const double flow = fit.Law.Flow(points[i].Level);
-        const double share = flow > 0 ? points[i].Flow / flow - 1 : 0;
-        fit.Residuals.push_back(100 * share);
-        if (!fit.Outliers[i]) {
-            squares += share * share;
-            ++count;
+        if (sizes[i] > limit) {
+            weights[i] = 0;
+            far.push_back(i);
         }
     }
-    constexpr double NumbersOfLaw = 3;
-    fit.Spread = count > NumbersOfLaw ? 100 * std::sqrt(squares / (count - NumbersOfLaw)) : 0;
-    return fit;
+    std::optional<WeighedFit> fit = Fit(points, std::move(weights));
+    if (!fit) {
+        // So few are near one law that none can be called far from it.
+        fit = Fit(points, std::vector<double>(points.size(), 1));
+    } else {
+        TakeBack(points, std::move(far), sizes, *fit);
+    }
+    return fit ? std::optional(Told(points, *fit)) : std::nullopt;
 }

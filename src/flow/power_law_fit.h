@@ -37,8 +37,11 @@ struct PowerLawFit {
     double Spread = 0;              ///< standard deviation of the others' residuals, percent
 };
 
-/// Finds the law that most points lie near, whatever the others do; what is farther from it than
-/// three and a half times the usual residual, and 2 % at least, is left out of the fit.
+/// The law of the points without those that are far from what the others suggest. It begins with
+/// the law that most points lie near, of the laws through four of them each that with the least
+/// median of residuals (P. J. Rousseeuw and A. M. Leroy, "Robust Regression and Outlier Detection",
+/// 1987), and takes in all points that can be of one law with these; an outlier is 2 % off at
+/// least. The points are in the order of their levels.
 [[nodiscard]] std::optional<PowerLawFit> FitWithoutOutliers(std::span<const FlowTablePoint> points);
 
 #endif  // ORVIA_FLOW_POWER_LAW_FIT_H

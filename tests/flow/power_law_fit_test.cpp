@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -66,6 +67,65 @@ TEST(PowerLawFit, OneMistypedPointIsFoundAndDoesNotDrawTheLaw) {
     }
     EXPECT_NEAR(fit->Residuals[4], 30, 3);
     EXPECT_LT(fit->Spread, 1.5);
+}
+
+/// Seven points gauged within 1 % of a law, one of them wrong by a factor.
+std::vector<FlowTablePoint> SevenPoints(std::size_t wrong, double factor) {
+    std::vector<FlowTablePoint> points =
+        PointsOf({0.03, 1.6, 4.2}, {0.12, 0.25, 0.4, 0.55, 0.7, 0.9, 1.1});
+    const double scatter[] = {0.004, -0.007, 0.002, 0.008, -0.005, -0.003, 0.006};
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        points[i].Flow *= 1 + scatter[i];
+    }
+    points[wrong].Flow *= factor;
+    return points;
+}
+
+TEST(PowerLawFit, AmongSevenPointsOneFarOffIsFound) {
+    // But for the lowest, which a law of another offset follows.
+    for (std::size_t wrong = 1; wrong < 7; ++wrong) {
+        for (const double factor : {1.66, 1 / 1.66}) {
+            const std::optional<PowerLawFit> fit = FitWithoutOutliers(SevenPoints(wrong, factor));
+            ASSERT_TRUE(fit);
+            for (std::size_t i = 0; i < 7; ++i) {
+                EXPECT_EQ(fit->Outliers[i], i == wrong)
+                    << wrong << " times " << factor << ": " << i;
+            }
+            EXPECT_LT(fit->Spread, 2);
+        }
+    }
+}
+
+TEST(PowerLawFit, PointsOfOneLawWithScatterHaveHardlyAnOutlier) {
+    std::mt19937 random(11);
+    int sets = 0;
+    for (int i = 0; i < 60; ++i) {
+        std::vector<FlowTablePoint> points =
+            PointsOf({0.03, 1.6, 4.2}, {0.12, 0.25, 0.4, 0.55, 0.7, 0.9, 1.1});
+        for (FlowTablePoint& point : points) {
+            point.Flow *= 1 + 0.035 * (static_cast<double>(random() % 2001) - 1000) / 1000;
+        }
+        const std::optional<PowerLawFit> fit = FitWithoutOutliers(points);
+        ASSERT_TRUE(fit);
+        sets += std::count(fit->Outliers.begin(), fit->Outliers.end(), true) > 0 ? 1 : 0;
+    }
+    EXPECT_LE(sets, 6);
+}
+
+TEST(PowerLawFit, AThirdOfManyPointsMayBeFarOff) {
+    std::vector<FlowTablePoint> points;
+    for (int i = 0; i < 60; ++i) {
+        const double level = 0.1 + 0.02 * i;
+        const double scatter = 0.01 * std::sin(7.0 * i);
+        points.push_back(
+            {level, 3 * std::pow(level, 1.5) * (1 + scatter) * (i % 3 == 1 ? 1.4 : 1)});
+    }
+    const std::optional<PowerLawFit> fit = FitWithoutOutliers(points);
+    ASSERT_TRUE(fit);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        EXPECT_EQ(fit->Outliers[i], i % 3 == 1) << i;
+    }
+    EXPECT_NEAR(fit->Law.Exponent, 1.5, 0.05);
 }
 
 TEST(PowerLawFit, PointsThatScatterAlikeAreNoOutliers) {
