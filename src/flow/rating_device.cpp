@@ -124,6 +124,13 @@ bool SetRatingFieldText(RatingDevice& device, std::size_t field, std::string_vie
     return value.has_value();
 }
 
+std::string RatingFieldLimits(const RatingDevice& device, std::size_t field) {
+    const RatingField& told = device.Kind->Fields[field];
+    const std::string unit = RatingUnitText(device, told.Units);
+    return LimitText(device, told, told.Least) + " to " + LimitText(device, told, told.Greatest) +
+           (unit.empty() ? "" : " ") + unit;
+}
+
 std::string RatingFieldFault(const RatingDevice& device, std::size_t field) {
     const RatingField& told = device.Kind->Fields[field];
     const double typed = device.Values[field];
@@ -139,10 +146,7 @@ std::string RatingFieldFault(const RatingDevice& device, std::size_t field) {
     if (told.Units == RatingUnits::Choice) {
         return text + " has to be one of the choices.";
     }
-    text += " has to lie between " + LimitText(device, told, told.Least) + " and " +
-            LimitText(device, told, told.Greatest);
-    const std::string unit = RatingUnitText(device, told.Units);
-    return text + (unit.empty() ? "" : " ") + unit + ".";
+    return text + " has to lie within " + RatingFieldLimits(device, field) + ".";
 }
 
 std::string RatingUnitText(const RatingDevice& device, RatingUnits units) {

@@ -107,8 +107,11 @@ void ChangeRatingFlowUnit(RatingDevice& device, int flowUnit);
 [[nodiscard]] bool SetRatingFieldText(RatingDevice& device, std::size_t field,
                                       std::string_view text);
 
-/// Why the value of a field is not accepted, in words ("Crest length has to lie between 0.01 and
-/// 300 feet."); empty if it is.
+/// The limits of a field that is no choice: "0.0328 to 984 feet".
+[[nodiscard]] std::string RatingFieldLimits(const RatingDevice& device, std::size_t field);
+
+/// Why the value of a field is not accepted, in words ("Crest length has to lie within 0.0328 to
+/// 984 feet."); empty if it is.
 [[nodiscard]] std::string RatingFieldFault(const RatingDevice& device, std::size_t field);
 
 /// The unit behind a figure: "feet", "degrees", "%", "CFS"; empty for pure numbers and choices.

@@ -7,18 +7,11 @@
 #include "common/line_reader.h"
 #include "common/number_text.h"
 #include "common/text.h"
-#include "flow/rating_method.h"
 
 namespace {
 
 std::string Counted(int count, std::string_view one, std::string_view many) {
     return IntegerToText(count) + " " + std::string(count == 1 ? one : many);
-}
-
-std::string InShownUnit(const RatingDevice& device, const RatingField& field, double limit) {
-    constexpr int Digits = 3;
-    const bool length = field.Units == RatingUnits::Length;
-    return DoubleToText(RoundTo(length ? MetersToLength(limit, device.LengthUnit) : limit, Digits));
 }
 
 }  // namespace
@@ -63,14 +56,12 @@ std::string RatingEntry::FieldFault(std::size_t field) const {
 
 std::string RatingEntry::FieldHelp(std::size_t field) const {
     const RatingField& told = Kind().Fields[field];
-    std::string help(told.Hint);
+    const std::string help(told.Hint);
     if (told.Units == RatingUnits::Choice) {
         return help;
     }
-    const std::string unit = RatingUnitText(device_, told.Units);
-    help += (help.empty() ? "" : " ") + InShownUnit(device_, told, told.Least) + " to " +
-            InShownUnit(device_, told, told.Greatest) + (unit.empty() ? "" : " ") + unit;
-    return help + (told.Optional ? ", or empty." : ".");
+    return help + (help.empty() ? "" : " ") + RatingFieldLimits(device_, field) +
+           (told.Optional ? ", or empty." : ".");
 }
 
 std::string RatingEntry::RowsCaption() const {

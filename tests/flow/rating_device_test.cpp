@@ -120,9 +120,9 @@ TEST(RatingDevices, ChoicesAreTakenByTheirWords) {
 
 TEST(RatingDevices, FaultsNameTheLimitsInTheDevicesUnit) {
     EXPECT_EQ(RatingFieldFault(DeviceOf("v-notch", {{"angle", 5}}), 0),
-              "Angle of the notch has to lie between 10 and 150 degrees.");
+              "Angle of the notch has to lie within 10 to 150 degrees.");
     EXPECT_EQ(RatingFieldFault(DeviceOf("rectangular-weir", {{"crest", 2000}}, InFeet), 0),
-              "Crest length has to lie between 0.0328 and 984 feet.");
+              "Crest length has to lie within 0.0328 to 984 feet.");
     EXPECT_EQ(RatingFieldFault(DeviceOf("rectangular-weir", {{"crest", 984}}, InFeet), 0), "");
     EXPECT_NE(RatingFieldFault(DeviceOf("v-notch", {{"angle", std::nan("")}}), 0), "");
     EXPECT_NE(RatingFieldFault(DeviceOf("v-notch", {{"crest-height", -1}}), 1), "");
