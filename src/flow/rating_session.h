@@ -28,8 +28,6 @@ class RatingSession {
 
     /// The rating of what is typed, worked out when something has changed since the last call.
     [[nodiscard]] const Rating& Made();
-    /// Whether Made() would have to work it out.
-    [[nodiscard]] bool Stale() const { return stale_; }
 
     /// Why a field is to be looked at: its text is not accepted, or the rating has a remark on it.
     [[nodiscard]] std::string FieldMark(std::size_t field) const;
