@@ -59,7 +59,6 @@ bool frmRating::MayClose() {
 void frmRating::Unload() {
     unloaded_ = true;
     session_->Silence();
-    pause_.stop();
     hide();
 }
 
@@ -67,7 +66,6 @@ void frmRating::closeEvent(QCloseEvent* event) {
     const bool closes = unloaded_ || MayClose();
     event->setAccepted(closes);
     if (closes) {
-        pause_.stop();
         hide();
     }
 }
@@ -122,7 +120,6 @@ void frmRating::ShowRows() {
 }
 
 void frmRating::ShowRating() {
-    pause_.stop();
     const RatingDevice& device = session_->Device();
     picture_ = PictureOf(device, session_->Made());
     lvwTable_->SetSheet(picture_.Table);
@@ -181,14 +178,6 @@ void frmRating::ChooseKind() {
     stop_ = 0;
     ShowKind();
     ShowUnits();
-}
-
-void frmRating::Typed() {
-    lblState_->clear();
-    ShowMarks();
-    ShowTitle();
-    // Behind the last key: nothing is worked out while the operator types.
-    pause_.start();
 }
 
 void frmRating::TakeRows() {

@@ -2,7 +2,6 @@
 #define ORVIA_FLOW_FRM_RATING_H
 
 #include <QDialog>
-#include <QTimer>
 #include <cstddef>
 #include <memory>
 
@@ -71,7 +70,6 @@ class frmRating final : public QDialog {
     void GoTo(std::size_t stop);
 
     void ChooseKind();
-    void Typed();
     void TakeRows();
     void Save();
     void Open();
@@ -83,7 +81,6 @@ class frmRating final : public QDialog {
     QString words_;         ///< that txtAbout holds
     bool showing_ = false;  ///< the program, not the operator, changes the controls
     bool unloaded_ = false;
-    QTimer pause_;  ///< between typing and working out
 
     QComboBox* cmbKind_ = nullptr;
     QLabel* lblKind_ = nullptr;

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "common/number_text.h"
 #include "platform/qt/text_qt.h"
@@ -151,11 +152,15 @@ void RatingCurveView::FitAxes() {
         axis->setScaleType(logarithmic_ ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
     }
     plot.rescaleAxes();
-    constexpr double Headroom = 1.03;
+    constexpr double Headroom = 0.03;  // of the axis
     for (QCPAxis* axis : {plot.xAxis, plot.yAxis}) {
         const QCPRange range = axis->range();
-        const double low = logarithmic_ ? range.lower / Headroom : std::min(0.0, range.lower);
-        axis->setRange(low, range.upper * Headroom);
+        if (logarithmic_) {
+            const double factor = std::pow(range.upper / range.lower, Headroom);
+            axis->setRange(range.lower / factor, range.upper * factor);
+        } else {
+            axis->setRange(std::min(0.0, range.lower), range.upper * (1 + Headroom));
+        }
         axis->setTicker(logarithmic_ ? LogTicker(axis->range())
                                      : QSharedPointer<QCPAxisTicker>::create());
     }

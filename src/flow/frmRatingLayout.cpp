@@ -82,10 +82,6 @@ frmRating::frmRating(const Host& outside, QWidget* parent)
     auto* whole = new QVBoxLayout(this);
     whole->addLayout(body, 1);
     BuildButtons(*whole);
-    pause_.setObjectName(Named("Timer1"));
-    pause_.setSingleShot(true);
-    pause_.setInterval(outside_.TickMilliseconds);
-    connect(&pause_, &QTimer::timeout, this, [this] { ShowRating(); });
     FitScreen();
 }
 
@@ -179,7 +175,8 @@ void frmRating::BuildFields(QBoxLayout& column) {
     scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     fields_ = new RatingFields(scroll_, [this](std::size_t field, const std::string& text) {
         session_->SetFieldText(field, text);
-        Typed();
+        lblState_->clear();
+        ShowRating();
     });
     scroll_->setWidget(fields_);
     // On the ground of the window, whatever the style gives a frame.
@@ -216,8 +213,9 @@ void frmRating::BuildRows(QBoxLayout& column) {
     connect(txtRows_, &QPlainTextEdit::textChanged, this, [this] {
         if (!showing_) {
             session_->SetRowsText(FromQt(txtRows_->toPlainText()));
+            lblState_->clear();
             ShowRows();
-            Typed();
+            ShowRating();
         }
     });
 }

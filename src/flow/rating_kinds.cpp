@@ -180,11 +180,20 @@ constexpr RatingField ExitRampField = {
     "Run over drop of the ramp behind the throat; 0 for an abrupt end. Only the modular limit "
     "depends on it."};
 
-constexpr std::array<std::string_view, 2> BoundaryChoices = {
-    "drag in the throat (Bos, Replogle and Clemmens)", "displacement thickness (ISO 4359)"};
+constexpr std::array<std::string_view, 2> BoundaryChoices = {"drag (Clemmens)",
+                                                             "thickness (ISO 4359)"};
 
-constexpr RatingField BoundaryField = {"boundary", "Boundary layer", Units::Choice, 0, 0, 1, false,
-                                       "",         BoundaryChoices};
+constexpr RatingField BoundaryField = {
+    "boundary",
+    "Boundary layer",
+    Units::Choice,
+    0,
+    0,
+    1,
+    false,
+    "What the surface takes of the head: by the drag in the throat (Bos, Replogle and Clemmens), "
+    "or by the layer's displacement thickness (ISO 4359).",
+    BoundaryChoices};
 
 constexpr RatingField RectangularThroatFields[] = {
     {"throat-width", "Throat width", Units::Length, 2 * Foot, 0.01, 300, false,
@@ -287,7 +296,8 @@ constexpr RatingField BroadCrestedFields[] = {
      "Width between the channel's upright walls, all of which the crest takes."},
     {"sill", "Crest height", Units::Length, 2 * Foot, 0.01, 30, false,
      "Crest above the bed upstream."},
-    ThroatLengthField,
+    {"throat-length", "Crest length", Units::Length, 3 * Foot, 0.01, 100, false,
+     "Length of the level crest, along the flow."},
     GreatestHeadField};
 
 constexpr RatingField ParshallFields[] = {
@@ -354,14 +364,13 @@ constexpr RatingField EggChannelFields[] = {
     SlopeField,
     OnlyRoughnessField};
 
-constexpr std::array<std::string_view, 3> ComposeChoices = {"one velocity (Horton and Einstein)",
-                                                            "sum of forces (Pavlovskii)",
-                                                            "sum of conveyances (Lotter)"};
+constexpr std::array<std::string_view, 3> ComposeChoices = {
+    "one velocity (Einstein)", "sum of forces (Pavlovskii)", "sum of conveyances (Lotter)"};
 
 constexpr RatingField SectionFields[] = {
     SlopeField,
     OnlyRoughnessField,
-    {"composing", "Several roughnesses", Units::Choice, 0, 0, 2, false,
+    {"composing", "Composed by", Units::Choice, 0, 0, 2, false,
      "How the roughnesses of the rows make one flow.", ComposeChoices},
     GreatestHeadField};
 
@@ -403,7 +412,7 @@ constexpr RatingKind Kinds[] = {
      "Head above the bottom of the throat, in the approach channel.", UThroatFields},
     {"pipe-sill", Group::LongThroated, "Flat sill in a pipe",
      "Head above the sill, in the pipe upstream.", PipeSillFields},
-    {"palmer-bowlus", Group::LongThroated, "Trapezoidal throat in a pipe (Palmer-Bowlus)",
+    {"palmer-bowlus", Group::LongThroated, "Trapezoid in a pipe (Palmer-Bowlus)",
      "Head above the throat's floor, in the pipe upstream.", PalmerBowlusFields},
     {"broad-crested", Group::LongThroated, "Broad-crested weir with a square edge",
      "Head above the crest, in the channel upstream.", BroadCrestedFields},

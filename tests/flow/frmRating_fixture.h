@@ -30,14 +30,9 @@ namespace rating_testing {
 
 using namespace testing_support;
 
-/// The real window on a host of fakes, its ticks a hundred times as fast.
+/// The real window on a host of fakes.
 class RatingFormTest : public ::testing::Test {
  protected:
-    RatingFormTest() {
-        outside_.TickMilliseconds = 1;
-        form_ = std::make_unique<frmRating>(outside_, nullptr);
-    }
-
     void Open() {
         form_->ShowOrRaise();
         ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
@@ -93,8 +88,6 @@ class RatingFormTest : public ::testing::Test {
         const QAbstractItemModel* model = Control<QTableView>(list)->model();
         return FromQt(model->index(row, column).data().toString());
     }
-    /// Lets the pause behind the last key go by.
-    void Settle(const std::function<bool()>& holds) const { EXPECT_TRUE(RunEventsUntil(holds)); }
 
     void Pick(const std::string& name) { host_.Dialogs.Picks.push_back(PathOf(name)); }
     std::string PathOf(const std::string& name) const { return JoinPath(folder_, name); }
@@ -103,7 +96,7 @@ class RatingFormTest : public ::testing::Test {
     VirtualHost host_;
     std::string folder_ = FreshFolder("frmRating");
     Host outside_ = host_.AsHost(folder_);
-    std::unique_ptr<frmRating> form_;
+    std::unique_ptr<frmRating> form_ = std::make_unique<frmRating>(outside_, nullptr);
 };
 
 }  // namespace rating_testing

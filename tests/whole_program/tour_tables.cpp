@@ -38,8 +38,7 @@ QString MakeTable(Tour& tour, const QString& file) {
     ConsoleRun::Select(form, QStringLiteral("cmbFlowUnit"), QStringLiteral("MGD"));
     const QString before = FlowOfTable(form);
     ConsoleRun::Type(form, QStringLiteral("txtDimension(0)"), QStringLiteral("75"));
-    tour.Check(ConsoleRun::RunUntil([&] { return FlowOfTable(form) != before; }, 5000),
-               QStringLiteral("the curve does not follow typing"));
+    tour.Check(FlowOfTable(form) != before, QStringLiteral("the curve does not follow typing"));
     console.Pick(file);
     console.Click(QStringLiteral("cmdSave"), &form);
     tour.Keep(QStringLiteral("flow-table"), &form);
