@@ -56,7 +56,7 @@ std::string RatingEntry::FieldFault(std::size_t field) const {
 
 std::string RatingEntry::FieldHelp(std::size_t field) const {
     const RatingField& told = Kind().Fields[field];
-    const std::string help(told.Hint);
+    std::string help(told.Hint);
     if (told.Units == RatingUnits::Choice) {
         return help;
     }
@@ -92,10 +92,6 @@ std::string RatingEntry::RowsReport() const {
                   IntegerToText(static_cast<int>(MostRatingRows)) + " that are taken";
     }
     return report + ".";
-}
-
-bool RatingEntry::RowsRead() const {
-    return rowsRead_.PassedOver == 0 && rowsRead_.Beyond == 0;
 }
 
 template <typename Turn>

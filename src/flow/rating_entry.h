@@ -34,8 +34,6 @@ class RatingEntry {
     void SetRowsText(std::string_view text);
     /// What was read of the rows: how many, and how many lines are none.
     [[nodiscard]] std::string RowsReport() const;
-    /// Whether every line that is not blank is a row.
-    [[nodiscard]] bool RowsRead() const;
 
     void SetName(std::string_view name) { device_.Name = name; }
 

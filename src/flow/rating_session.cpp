@@ -104,7 +104,7 @@ const Rating& RatingSession::Made() {
 }
 
 std::string RatingSession::FieldMark(std::size_t field) const {
-    const std::string fault = entry_.FieldFault(field);
+    std::string fault = entry_.FieldFault(field);
     if (!fault.empty() || stale_) {
         return fault;
     }

@@ -34,9 +34,8 @@ class RatingSession {
 
     /// Whether anything was typed that no file holds.
     [[nodiscard]] bool Changed() const;
-    /// File that was read or saved last; empty for none.
-    [[nodiscard]] const std::string& Path() const { return path_; }
-    /// Its name for the title, that of a new table if there is none.
+    /// Title with the name of the file that was read or saved last, that of a new table if there is
+    /// none.
     [[nodiscard]] std::string Title() const;
 
     /// "Save as Table File". False when cancelled, or when there is no table or it could not be

@@ -194,6 +194,12 @@ TEST_F(RatingFormTest, EnterInAFieldPressesNoButton) {
     EXPECT_TRUE(host_.Dialogs.Queries.empty());
 }
 
+TEST_F(RatingFormTest, TextsThatLookLikeMarkupAreShownAsTheyAre) {
+    Open();
+    Type(InputOf("v-notch", "angle"), "<i>9");
+    EXPECT_TRUE(AboutSays("\"<i>9\" is not a number"));
+}
+
 // ----- rows
 
 TEST_F(RatingFormTest, RowsAreTypedAndTheirResidualsShown) {
@@ -297,6 +303,33 @@ TEST_F(RatingFormTest, LogarithmicAxesDrawOtherwise) {
     Click("chkLogarithmic");
     QCoreApplication::processEvents();
     EXPECT_EQ(curve->grab().toImage(), straight);
+}
+
+TEST_F(RatingFormTest, EstimatesAreSlantedAndSayWhatTheyAre) {
+    Open();
+    const QAbstractItemModel& rows = *Control<QTableView>("lvwTable")->model();
+    const QModelIndex below = rows.index(0, 1);
+    const QModelIndex inside = rows.index(TableRows() - 2, 1);
+    EXPECT_TRUE(below.data(Qt::FontRole).value<QFont>().italic());
+    EXPECT_FALSE(inside.data(Qt::FontRole).value<QFont>().italic());
+    EXPECT_EQ(FromQt(below.data(Qt::ToolTipRole).toString()), "an estimate");
+    EXPECT_EQ(FromQt(below.data(Qt::AccessibleDescriptionRole).toString()), "an estimate");
+    EXPECT_FALSE(inside.data(Qt::ToolTipRole).isValid());
+}
+
+TEST_F(RatingFormTest, TheCurveTakesTheColoursOfTheDesktopWhenTheyChange) {
+    Open();
+    auto* curve = Control("pctCurve");
+    for (const QColor& ground : {QColor(35, 35, 35), QColor(250, 250, 240)}) {
+        QPalette palette = form_->palette();
+        palette.setColor(QPalette::Base, ground);
+        form_->setPalette(palette);
+        QCoreApplication::processEvents();
+        const QImage picture = curve->grab().toImage();
+        // Below the legend and left of the curve.
+        EXPECT_EQ(picture.pixelColor(picture.width() / 4, picture.height() / 2).rgb(),
+                  ground.rgb());
+    }
 }
 
 // ----- files

@@ -118,6 +118,32 @@ TEST(RatingDevices, ChoicesAreTakenByTheirWords) {
     EXPECT_EQ(RatingFieldText(device, 0), "");
 }
 
+TEST(RatingDevices, LimitsAreAcceptedAsTheyAreShownAndLittleBeyondThemIs) {
+    for (const int unit : {InFeet, InInches, InMeters, InCentimeters}) {
+        for (const RatingKind& kind : RatingKinds()) {
+            RatingDevice device = DefaultRatingDevice(kind, unit);
+            for (std::size_t i = 0; i < kind.Fields.size(); ++i) {
+                if (kind.Fields[i].Units == RatingUnits::Choice) {
+                    continue;
+                }
+                const std::string limits = RatingFieldLimits(device, i);
+                const std::size_t to = limits.find(" to ");
+                ASSERT_NE(to, std::string::npos) << limits;
+                const double least = std::stod(limits.substr(0, to));
+                const double greatest = std::stod(limits.substr(to + 4));
+                for (const double value : {least, greatest}) {
+                    device.Values[i] = value;
+                    EXPECT_EQ(RatingFieldFault(device, i), "");
+                }
+                device.Values[i] = least > 0 ? 0.98 * least : -0.01;
+                EXPECT_NE(RatingFieldFault(device, i), "") << kind.Key << ": " << limits;
+                device.Values[i] = 1.02 * greatest;
+                EXPECT_NE(RatingFieldFault(device, i), "") << kind.Key << ": " << limits;
+            }
+        }
+    }
+}
+
 TEST(RatingDevices, FaultsNameTheLimitsInTheDevicesUnit) {
     EXPECT_EQ(RatingFieldFault(DeviceOf("v-notch", {{"angle", 5}}), 0),
               "Angle of the notch has to lie within 10 to 150 degrees.");

@@ -123,7 +123,6 @@ TEST_F(RatingSessionTest, RowsBeyondTheLastAreToldOf) {
     }
     session_.SetRowsText(rows);
     EXPECT_EQ(session_.Entry().RowsReport(), "1000 rows; 1 row is beyond the 1000 that are taken.");
-    EXPECT_FALSE(session_.Entry().RowsRead());
 }
 
 TEST_F(RatingSessionTest, FiguresOfAKindAreThereWhenItComesBack) {
@@ -195,7 +194,7 @@ TEST_F(RatingSessionTest, AFileThatCannotBeWrittenIsTold) {
     EXPECT_EQ(host_.Boxes.Shown.back().Icon, BoxIcon::Stop);
     EXPECT_NE(Box().find("could not be written"), std::string::npos);
     EXPECT_TRUE(session_.Changed());
-    EXPECT_EQ(session_.Path(), "");
+    EXPECT_EQ(session_.Title(), "New Flow Table");
     EXPECT_FALSE(SaveAs("missing/folder.tbl"));
     EXPECT_EQ(host_.Boxes.Shown.size(), 2U);
 }
@@ -239,6 +238,17 @@ TEST_F(RatingSessionTest, ATableMadeElsewhereBecomesOwnPoints) {
     EXPECT_EQ(session_.Device().Rows.size(), 3U);
     ASSERT_EQ(host_.Boxes.Shown.size(), 1U);
     EXPECT_NE(Box().find("own points"), std::string::npos);
+}
+
+TEST_F(RatingSessionTest, AnOpenedTableLeavesNothingOfWhatWasTypedBefore) {
+    Choose("cipolletti");
+    Type("crest", "7");
+    Choose("parshall");
+    ASSERT_TRUE(SaveAs("parshall.tbl"));
+    Pick(PathOf("parshall.tbl"));
+    ASSERT_TRUE(session_.Open());
+    Choose("cipolletti");
+    EXPECT_EQ(Shown("crest"), "2");
 }
 
 TEST_F(RatingSessionTest, AFileThatIsNoTableIsToldAndNothingIsLost) {
@@ -306,6 +316,14 @@ TEST_F(RatingSessionTest, RowsComeFromAFile) {
     EXPECT_EQ(host_.Dialogs.Queries.back().InitialName, PathOf("*.csv"));
 }
 
+TEST_F(RatingSessionTest, AFileTooLargeForRowsIsTold) {
+    Choose("points");
+    WriteFile(PathOf("large.csv"), "1 2\n" + std::string(std::size_t{8} << 20, '\n'));
+    Pick(PathOf("large.csv"));
+    EXPECT_EQ(session_.PickRows(), "");
+    EXPECT_EQ(host_.Boxes.Shown.size(), 1U);
+}
+
 TEST_F(RatingSessionTest, AFileWithoutRowsIsTold) {
     Choose("points");
     session_.SetRowsText("1 2\n2 5");
@@ -364,7 +382,8 @@ TEST(RatingPicture, SpeaksTheUnitsOfTheDevice) {
 
 /// The manual's text with a blank for every break of a line.
 std::string ManualText() {
-    std::string text = FileContents(std::string(ORVIA_DATA_FOLDER) + "/../docs/manual/flow-tables.md");
+    std::string text =
+        FileContents(std::string(ORVIA_DATA_FOLDER) + "/../docs/manual/flow-tables.md");
     std::replace(text.begin(), text.end(), '\n', ' ');
     for (auto at = text.find("  "); at != std::string::npos; at = text.find("  ", at)) {
         text.erase(at, 1);
