@@ -192,7 +192,7 @@ void frmRating::TakeRows() {
     ShowRating();
 }
 
-void frmRating::Save() {
+void frmRating::SaveTable() {
     if (session_->Save()) {
         lblState_->setText(QStringLiteral("Saved: %1 points.").arg(picture_.Curve.size()));
     }
@@ -201,7 +201,7 @@ void frmRating::Save() {
     }
 }
 
-void frmRating::Open() {
+void frmRating::OpenTable() {
     if (session_->Open() && !unloaded_) {
         lblState_->clear();
         ShowEntry();

@@ -71,8 +71,8 @@ class frmRating final : public QDialog {
 
     void ChooseKind();
     void TakeRows();
-    void Save();
-    void Open();
+    void SaveTable();
+    void OpenTable();
 
     const Host outside_;
     std::unique_ptr<RatingSession> session_;

@@ -298,9 +298,9 @@ void frmRating::BuildButtons(QBoxLayout& column) {
     };
     lblState_ = ValueLabel(this, Named("lblState"), QStringLiteral("What was done last"));
     lblState_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    cmdOpen_ = button("cmdOpen", "&Open...", &frmRating::Open);
+    cmdOpen_ = button("cmdOpen", "&Open...", &frmRating::OpenTable);
     cmdOpen_->setToolTip(QStringLiteral("Opens a table file for change."));
-    cmdSave_ = button("cmdSave", "&Save as Table File", &frmRating::Save);
+    cmdSave_ = button("cmdSave", "&Save as Table File", &frmRating::SaveTable);
     cmdSave_->setToolTip(
         QStringLiteral("Writes a table file, which the flow page of the setup takes."));
     cmdClose_ = NamedButton(this, Named("cmdClose"), QStringLiteral("&Close"));

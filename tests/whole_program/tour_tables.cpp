@@ -64,7 +64,10 @@ void ProgramTable(Tour& tour, const QString& file) {
         console.Answer(QMessageBox::Yes);
         console.Click(QStringLiteral("cmdOK"), &form);
         tour.CheckBoxes({QStringLiteral("Program Settings: Are you sure")});
+        // It is in the logger; the form offers to keep it in a file too.
+        console.Answer(QMessageBox::No);
         console.Click(QStringLiteral("cmdCancel"), &form);
+        tour.CheckBoxes({QStringLiteral("Data Has Changed: The settings information has changed")});
     });
     tour.Open(Client);
     console.Click(QStringLiteral("cmdSetup"));
