@@ -248,5 +248,5 @@ bool RatingSession::KeepsChanges() {
 }
 
 bool RatingSession::MayClose() {
-    return !asks_ && KeepsChanges();
+    return KeepsChanges();
 }
