@@ -116,6 +116,9 @@ TEST(ClientPanel, DesignCaptionsStandAsTheyAreKnown) {
     EXPECT_EQ(panel.lblPulse3[1].Text, "Pusle Chan 2");
     EXPECT_EQ(panel.fraAlarm[1].Text, "Alarm 2");
     EXPECT_EQ(panel.lblWarmup3.Text, "Warmup Time");
+    for (const PanelControl& meter : panel.fraMeter) {
+        EXPECT_EQ(meter.Text, "meter");
+    }
     EXPECT_EQ(panel.lblMax[7].Text, "0.000");
     EXPECT_EQ(panel.lblMin[0].Text, "0.000");
     EXPECT_EQ(panel.lblValue[0].Text, "");
