@@ -124,11 +124,13 @@ TEST(BlockSequence, HistoryThatRepeatsItselfComesWholeThoughAReplyWasLost) {
 }
 
 TEST(BlockSequence, BlockThatDiffersFromAnOlderOneInItsLastRecordIsNoCopy) {
-    for (const Lost lost : {Lost::Request, Lost::Answer, Lost::Reply}) {
-        const Uploaded upload("abA", {{1, lost}});
-        const Uploaded unlike("abc", {{1, lost}});
-        EXPECT_EQ(upload.Taken, "abA");
-        EXPECT_EQ(upload.Requests, unlike.Requests);
+    for (int request = 0; request < 4; ++request) {
+        for (const Lost lost : {Lost::Request, Lost::Answer, Lost::Reply}) {
+            const std::map<int, Lost> twice = {{request, lost}, {request + 1, lost}};
+            const Uploaded upload("abAdB", twice);
+            EXPECT_EQ(upload.Taken, "abAdB");
+            EXPECT_EQ(upload.Requests, Uploaded("abcde", twice).Requests);
+        }
     }
 }
 
