@@ -6,6 +6,7 @@
 #include <limits>
 #include <map>
 #include <random>
+#include <string_view>
 
 #include "common/number_text.h"
 #include "flow/flow_calculation.h"
