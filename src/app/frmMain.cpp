@@ -18,6 +18,7 @@
 #include "app/contrast.h"
 #include "app/frmAbout.h"
 #include "app/frmSplash.h"
+#include "app/help_pages.h"
 #include "app/lifecycle.h"
 #include "client/frmClient.h"
 #include "common/fault.h"
@@ -100,6 +101,7 @@ frmMain::frmMain(SharedState& state)
       contexts_(state, *this),
       clients_(contexts_.Clients(*this)),
       helpFile_(HelpFile(state.Outside.AppPath)),
+      helpKey_([this](const std::vector<std::string>& names) { ShowHelpOn(names); }),
       entryForms_(state.Book, state.Boxes, *this),
       signalForms_(*this) {
     setObjectName(QStringLiteral("frmMain"));
@@ -286,6 +288,12 @@ void frmMain::ShowRating() {
         rating_ = new frmRating(state_.Outside, this);
     }
     rating_->ShowOrRaise();
+}
+
+void frmMain::ShowHelpOn(const std::vector<std::string>& names) {
+    if (!helpFile_.empty()) {
+        state_.Outside.Help.Open(HelpTopic(helpFile_, HelpPageAt(names)));
+    }
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

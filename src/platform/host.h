@@ -160,7 +160,7 @@ class HelpViewer {
  public:
     virtual ~HelpViewer() = default;
 
-    /// Opens a help file at its table of contents.
+    /// Opens a help file at its table of contents, or at the page that HelpTopic() has named.
     virtual void Open(const std::string& path) = 0;
 };
 

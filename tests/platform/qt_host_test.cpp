@@ -10,6 +10,7 @@
 #include <QTextBrowser>
 #include <QUrl>
 
+#include "common/help_file.h"
 #include "platform/qt/text_qt.h"
 
 namespace {
@@ -46,5 +47,20 @@ TEST(HostTest, HelpOpensAsALocalFile) {
     QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
     EXPECT_EQ(viewer.source().toLocalFile(), help.fileName());
 }
+
+#ifndef _WIN32
+TEST(HostTest, APageOfACompiledHelpFileOpensTheFile) {
+    const QTemporaryDir folder;
+    QFile help(QDir(folder.path()).filePath(QStringLiteral("Orvia.chm")));
+    ASSERT_TRUE(help.open(QIODevice::WriteOnly));
+    help.write("Contents");
+    help.close();
+    QTextBrowser viewer;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &viewer, "setSource");
+    QtHelpViewer().Open(HelpTopic(FromQt(help.fileName()), "setup.html"));
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    EXPECT_EQ(viewer.source().toLocalFile(), help.fileName());
+}
+#endif
 
 }  // namespace
