@@ -8,8 +8,18 @@ namespace whole_program {
 namespace {
 
 void Connect(Tour& tour) {
-    tour.Console.Start();
-    const Link& link = tour.Console.State().LinkRecord;
+    ConsoleRun& console = tour.Console;
+    console.OnForm(QStringLiteral("frmConnect"), [&](QWidget& form) {
+        tour.Keep(QStringLiteral("connect"), &form);
+        console.Click(QStringLiteral("cmdSetup"), &form);
+        console.Click(QStringLiteral("cmdConnect"), &form);
+    });
+    console.OnForm(QStringLiteral("frmConnectSetup"), [&](QWidget& form) {
+        tour.Keep(QStringLiteral("connection-settings"), &form);
+        console.Click(QStringLiteral("cmdCancel"), &form);
+    });
+    console.Start(QString());
+    const Link& link = console.State().LinkRecord;
     Tour::Say(QStringLiteral("Connected: %1, system id %2")
                   .arg(link.Connected != False)
                   .arg(link.ServerSystemID));
@@ -58,6 +68,7 @@ void SampleContinuously(Tour& tour) {
     console.Click(QStringLiteral("cmdSampleContinuously"));
     ConsoleRun::RunFor(Milliseconds);
     tour.Keep(QStringLiteral("continuous"));
+    tour.Keep(QStringLiteral("view-bars"), window.get());
     const ClientPanel& panel = window->Model().Panel();
     const QString history = ToQt(panel.lblHistory[0].Text);
     Tour::Say(QStringLiteral("\nSampling continuously: %1, before that %2")
