@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# Makes what is installed on other machines.
+#
+#   ./package.sh            the Debian package, dist/orvia_VERSION_amd64.deb
+#   ./package.sh debian     the same
+#
+# Installs what is missing, builds in build/package, where the next time only what changed is built
+# again, and ends with the checks: lintian without errors and warnings, hardening, desktop files,
+# metainfo, manual pages. JOBS says how many compilers run at once.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+case "${1:-debian}" in
+    debian) ;;
+    *)
+        echo "usage: ./package.sh [debian]" >&2
+        exit 2
+        ;;
+esac
+
+tools/install.sh
+tools/install.sh --debian
+
+version=$(tools/version.py)
+tools/version.py check
+build=build/package/debian
+tree=$build/orvia
+deb=orvia_${version}_$(dpkg --print-architecture).deb
+mkdir -p "$tree" dist
+
+# The sources as they are now. What was built of them before stays; times are kept, so that what did
+# not change is not built again.
+find "$tree" -mindepth 1 -maxdepth 1 ! -name 'obj-*' -exec rm -rf {} +
+git ls-files -z --cached --others --exclude-standard |
+    tar --create --null --files-from=- --ignore-failed-read --warning=no-failed-read |
+    tar --extract --directory="$tree"
+(cd "$tree" && dpkg-buildpackage -b -us -uc -nc -j"${JOBS:-$(nproc)}")
+mv "$build/$deb" dist/
+
+echo "== lintian"
+lintian --allow-root --fail-on error,warning --info "dist/$deb"
+
+contents=$build/contents
+rm -rf "$contents"
+dpkg-deb --extract "dist/$deb" "$contents"
+echo "== hardening"
+for program in orvia orvia-sim; do
+    hardening-check "$(find "$contents/usr/lib" -type f -name "$program")"
+done
+echo "== desktop files"
+desktop-file-validate "$contents"/usr/share/applications/*.desktop
+echo "== metainfo"
+appstreamcli validate --no-net --pedantic "$contents"/usr/share/metainfo/*.metainfo.xml
+echo "== manual pages"
+for page in "$contents"/usr/share/man/man1/*.1.gz; do
+    said=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$page" 2>&1 >/dev/null)
+    [ -z "$said" ] || { echo "$page: $said" >&2; exit 1; }
+done
+du -h "dist/$deb"
