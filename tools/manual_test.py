@@ -111,7 +111,7 @@ class Markup(unittest.TestCase):
         self.assertEqual(as_html("a\n<!-- b\nc -->\n\nd\n"), "<p>a</p>\n<p>d</p>\n")
 
     def test_what_is_no_markup_is_told_with_its_line(self):
-        for source, line in (("a\n\n**b", 3), ("<b>x</b>", 1), ("a `b", 1), ("#### a", 1),
+        for source, line in (("a\n\n**b", 3), ("a\n<!-- b\nc -->\n\n`d", 5), ("<b>x</b>", 1), ("a `b", 1), ("#### a", 1),
                              ("- a\n\n    b", 3), ("a\n\n  d", 3), ("| a |\n| b |", 1),
                              ("\n```\na", 2), ("| a | b |\n|---|---|\n| c |", 3)):
             with self.assertRaises(markup.MarkupError, msg=source) as raised:
@@ -139,10 +139,10 @@ class Texts(unittest.TestCase):
             self.assertFalse(screen.has_caption(words), words)
 
     def test_numbers_in_captions(self):
-        screen = captions.Screen(["Pulse Channel %1", "Channel ", "%1", " "])
+        screen = captions.Screen(["Pulse Channel %1", "Channel ", "%1", " ", "Pump"])
         for words in ("Pulse Channel 1", "Channel 8"):
             self.assertTrue(screen.has_caption(words), words)
-        for words in ("Pulse Channel", "Channel x", "anything"):
+        for words in ("Pulse Channel", "Channel x", "anything", "Pump 1"):
             self.assertFalse(screen.has_caption(words), words)
 
     def test_messages_are_found_in_parts(self):
@@ -210,6 +210,10 @@ class Checks(unittest.TestCase):
         self.manual.page("pump", PUMP + "\n[x](gone.md)\n")
         self.assert_wrong("pump.md:8", "gone.md leads nowhere")
 
+    def test_a_page_that_the_contents_has_in_vain(self):
+        self.manual.page("index", INDEX + "- [Gone](gone.md)\n")
+        self.assert_wrong("index.md:6", "gone.md leads nowhere")
+
     def test_a_link_out_of_the_manual(self):
         self.manual.write("docs/other.md", "# Other\n")
         self.manual.page("pump", PUMP + "\n[x](../other.md)\n")
@@ -222,6 +226,10 @@ class Checks(unittest.TestCase):
     def test_a_picture_that_the_tour_does_not_make(self):
         self.manual.page("pump", PUMP + "\n![x](pictures/gone.png) ![y](pictures/flow-3.png)\n")
         self.assert_wrong("pictures/gone.png")
+
+    def test_a_picture_that_is_looked_for_elsewhere(self):
+        self.manual.page("pump", PUMP.replace("pictures/", "images/"))
+        self.assert_wrong("images/pump.png")
 
     def test_a_picture_without_words(self):
         self.manual.page("pump", PUMP.replace("The pump", ""))
@@ -252,8 +260,9 @@ class Checks(unittest.TestCase):
         self.assert_wrong("pump.md", "line 8")
 
     def test_a_page_without_a_title(self):
-        self.manual.page("pump", "Text\n")
-        self.assert_wrong("begins with its title")
+        for beginning in ("Text\n", "## Pump\n"):
+            self.manual.page("pump", beginning)
+            self.assert_wrong("begins with its title")
 
     def test_the_program_tells_and_fails(self):
         said = io.StringIO()

@@ -87,10 +87,10 @@ class Screen:
                    for end in re.finditer(r"[.:?!] (?=.)", piece))
 
 
-def screen_of(folder, mapping):
-    """What the sources below the folder say; the mapping to the pages is none of it."""
+def screen_of(folder):
+    """What the sources below the folder say."""
     texts = []
     for path in sorted(Path(folder).rglob("*")):
-        if path.suffix in (".h", ".cpp") and path != mapping:
+        if path.suffix in (".h", ".cpp"):
             texts += texts_of(path.read_text(encoding="utf-8"))
     return Screen(texts)
