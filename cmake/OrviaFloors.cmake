@@ -9,6 +9,7 @@ set(ORVIA_FLOORS
     "link"
     "client console"
     "setup history"
+    "archive"
     "app")
 string(REPLACE " " ";" ORVIA_ROOMS "${ORVIA_FLOORS}")
 
