@@ -51,6 +51,9 @@ class frmClient final : public QMdiSubWindow,
     [[nodiscard]] bool GetSettings() override;
     void SetDP() override { model_.SetDP(); }
     [[nodiscard]] double CalculateFlow(double level, double& velocity) const override;
+    [[nodiscard]] const FlowTable& FlowPoints() const override {
+        return model_.Record.LoggerState.FlowTable;
+    }
     void CalculateFlowVelPrecision() override { model_.CalculateFlowVelPrecision(); }
     void UpdateFlowModeDisplay() override { model_.UpdateFlowModeDisplay(); }
 

@@ -36,5 +36,5 @@ class HistoryWindows final : public HistoryDialogs {
 void GetHistoryInWindows(const OperationContext& context, const HistoryContext& history,
                          QWidget* parent) {
     HistoryWindows windows(history, parent);
-    GetHistory(context, history.store, windows);
+    GetHistory(context, history.store, windows, history.listener);
 }

@@ -78,7 +78,8 @@ void frmGetHistoryData::showEvent(QShowEvent* event) {
                        .exchange = history_.exchange,
                        .global = history_.global,
                        .store = history_.store,
-                       .boxes = history_.outside.Boxes},
+                       .boxes = history_.outside.Boxes,
+                       .listener = history_.listener},
                       *this, TotalRecords_);
         },
         Qt::QueuedConnection);

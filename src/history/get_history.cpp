@@ -8,8 +8,8 @@ namespace {
 class GetHistoryOperation {
  public:
     GetHistoryOperation(const OperationContext& context, HistoryStore& store,
-                        HistoryDialogs& dialogs)
-        : context_(context), store_(store), dialogs_(dialogs) {}
+                        HistoryDialogs& dialogs, UploadListener* listener)
+        : context_(context), store_(store), dialogs_(dialogs), listener_(listener) {}
 
     /// False if the logger could not be reached.
     [[nodiscard]] bool Run() {
@@ -47,13 +47,28 @@ class GetHistoryOperation {
 
     void UploadAndShow(const Target& target) {
         target.Window->ClientSetGlobalState();
-        const std::string tag = dialogs_.RunUploadDialog(target.Window->NumSamples());
+        const std::string tag = RunUploadOf(target);
         if (store_.HistoryCount() >= 1 && (tag == TagOkay || tag == TagCancel)) {
             Show(target);
         }
         if (!ShuttingDown()) {
             static_cast<void>(target.Window->GetStatus());
         }
+    }
+
+    [[nodiscard]] std::string RunUploadOf(const Target& target) {
+        const std::int32_t records = target.Window->NumSamples();
+        if (listener_ == nullptr) {
+            return dialogs_.RunUploadDialog(records);
+        }
+        listener_->Began({.Mac = target.Radio->Mac,
+                          .Name = target.Radio->Name,
+                          .Logger = context_.global,
+                          .Table = target.Window->FlowPoints(),
+                          .Records = records});
+        const std::string tag = dialogs_.RunUploadDialog(records);
+        listener_->Settle();
+        return tag;
     }
 
     void Show(const Target& target) {
@@ -71,17 +86,19 @@ class GetHistoryOperation {
     const OperationContext& context_;
     HistoryStore& store_;
     HistoryDialogs& dialogs_;
+    UploadListener* listener_;
 };
 
 }  // namespace
 
-void GetHistory(const OperationContext& context, HistoryStore& store, HistoryDialogs& dialogs) {
+void GetHistory(const OperationContext& context, HistoryStore& store, HistoryDialogs& dialogs,
+                UploadListener* listener) {
     if (!MayStart(context)) {
         return;
     }
     const OperationScope scope(context);
     store.Clear();
-    GetHistoryOperation operation(context, store, dialogs);
+    GetHistoryOperation operation(context, store, dialogs, listener);
     bool reached = false;
     try {
         reached = operation.Run();

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "history/history_store.h"
+#include "history/upload_listener.h"
 #include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
@@ -21,6 +22,7 @@ struct HistoryContext {
     std::string& lastFolder;  ///< of the last history file saved, empty at start
     const Host& outside;
     MainView& view;
+    UploadListener* listener = nullptr;  ///< hears of every upload
 };
 
 #endif  // ORVIA_HISTORY_HISTORY_CONTEXT_H

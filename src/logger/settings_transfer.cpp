@@ -50,6 +50,7 @@ bool GetLoggerSettings(FrameExchange& exchange, const SystemClock& clock, Logger
     if (!ReadImage(exchange, image) || !DecodeSettingsImage(image, state)) {
         return false;
     }
+    state.SettingsImage = image;
     return TryThrice([&] { return cmd::GetLoggerStatus(exchange, state); }) &&
            TryThrice([&] { return cmd::GetLoggerTime(exchange, clock, state); });
 }
