@@ -102,7 +102,8 @@ HistoryContext Contexts::History() const {
             .settings = state_.SettingsRecord,
             .lastFolder = state_.LastHistoryFolder,
             .outside = state_.Outside,
-            .view = view_};
+            .view = view_,
+            .listener = state_.Filer ? &*state_.Filer : nullptr};
 }
 
 SetupRecords Contexts::Setup() const {

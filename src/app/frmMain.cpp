@@ -329,6 +329,9 @@ void frmMain::ToggleConnection() {
 
 void frmMain::Supervise() {
     comm::SuperviseTick(contexts_.Supervision());
+    if (state_.Filer) {
+        state_.Filer->Tick();
+    }
     if (togglePostponed_ && state_.SamplingRecord.StepRuns == False) {
         togglePostponed_ = false;
         QMetaObject::invokeMethod(

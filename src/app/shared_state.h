@@ -1,8 +1,10 @@
 #ifndef ORVIA_APP_SHARED_STATE_H
 #define ORVIA_APP_SHARED_STATE_H
 
+#include <optional>
 #include <string>
 
+#include "archive/upload_filer.h"
 #include "common/flag.h"
 #include "flow/catalogues.h"
 #include "history/history_store.h"
@@ -24,10 +26,17 @@ struct SharedState {
     explicit SharedState(const Host& outside)
         : LinkRecord(outside.MSComm1, outside.Events),
           Boxes(outside.Boxes, LinkRecord.ShuttingDown),
-          Outside{outside.MSComm1, outside.Events,          Boxes,        outside.Dialogs,
-                  outside.Store,   outside.Clock,           outside.Help, outside.LocalMachine,
-                  outside.AppPath, outside.TickMilliseconds},
-          Exchange(LinkRecord) {}
+          Outside{outside.MSComm1, outside.Events,
+                  Boxes,           outside.Dialogs,
+                  outside.Store,   outside.Clock,
+                  outside.Help,    outside.LocalMachine,
+                  outside.AppPath, outside.TickMilliseconds,
+                  outside.Archive},
+          Exchange(LinkRecord) {
+        if (Outside.Archive != nullptr) {
+            Filer.emplace(*Outside.Archive, Boxes);
+        }
+    }
     SharedState(const SharedState&) = delete;
     SharedState& operator=(const SharedState&) = delete;
 
@@ -47,6 +56,7 @@ struct SharedState {
     QuietBoxes Boxes;
     Host Outside;  ///< the host, its boxes made quiet for the end
     LinkFrames Exchange;
+    std::optional<UploadFiler> Filer;  ///< files every upload, if there is an archive
 };
 
 #endif  // ORVIA_APP_SHARED_STATE_H

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "common/bytes.h"
+#include "platform/archive_store.h"
 
 // All that the console needs from outside, one small class each. platform/qt/ realises them on a
 // desktop, tests/support/ on a clock that jumps from event to event.
@@ -202,6 +203,7 @@ struct Host {
     Registry& LocalMachine;
     std::string AppPath;         ///< folder of the program's own file, no separator at its end
     int TickMilliseconds = 100;  ///< length of a tick; tests of forms run the same ticks faster
+    ArchiveStore* Archive = nullptr;  ///< keeps what is uploaded; without it nothing is kept
 };
 
 #endif  // ORVIA_PLATFORM_HOST_H

@@ -1,0 +1,16 @@
+#ifndef ORVIA_ARCHIVE_ARCHIVE_WORDS_H
+#define ORVIA_ARCHIVE_ARCHIVE_WORDS_H
+
+#include <string>
+
+#include "platform/archive_store.h"
+#include "platform/host.h"
+
+/// Title of every box about the archive.
+inline constexpr const char* ArchiveTitle = "Archive";
+
+/// What went wrong, and what helps, as an operator reads it.
+[[nodiscard]] std::string TroubleText(ArchiveTrouble kind, const std::string& place,
+                                      const std::string& words);
+
+#endif  // ORVIA_ARCHIVE_ARCHIVE_WORDS_H
