@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QStandardPaths>
 
 #include "common/path_text.h"
 #include "platform/qt/text_qt.h"
@@ -11,10 +12,17 @@ QtHost::QtHost()
 #ifndef _WIN32
       localMachine_([this] { return PortsOfSystem(port_.PortsFolder()); }),
 #endif
+      archive_({.File = ArchiveFile()}),
       host_{
           port_,    pump_,         boxes_,
           dialogs_, store_,        clock_,
           help_,    localMachine_, FolderWithoutSeparator(QCoreApplication::applicationDirPath())} {
+    host_.Archive = &archive_;
+}
+
+QString ArchiveFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QStringLiteral("/Orvia/archive.sqlite");
 }
 
 std::string FolderWithoutSeparator(const QString& folder) {
