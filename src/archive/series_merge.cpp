@@ -10,8 +10,10 @@ constexpr std::int64_t Room = std::int64_t{1} << 32;
 
 constexpr int SmallestPage = 64;
 constexpr int LargestPage = 4096;
-/// Known records that are kept at a time.
-constexpr std::size_t MostKnown = 65'536;
+/// Rows of a page that are looked at for the next record.
+constexpr std::size_t RowsAhead = 8;
+/// Records looked up by their time that are kept.
+constexpr std::size_t MostByTime = 65'536;
 
 }  // namespace
 
@@ -35,8 +37,6 @@ void SeriesMerge::File(std::span<const RecordIdentity> records, ArchiveLogger& l
 
 void SeriesMerge::LookAround(std::int64_t logger) {
     DropKnown();
-    page_ = SmallestPage;
-    pageHits_ = 0;
     fresh_.clear();
     times_ = store_.TimesOf(logger);
     const auto later = store_.UploadsBegunBehind(logger, begin_);
@@ -111,7 +111,7 @@ void SeriesMerge::Adopt(std::int64_t logger, const ArchiveRecord& row) {
     }
     const std::int64_t place = TakePlace(logger);
     // Making room may have moved it.
-    const std::int64_t from = Find(logger, identity)->Place;
+    const std::int64_t from = FindByTime(logger, identity)->Place;
     store_.MoveRecord(logger, from, place, upload_);
 }
 
@@ -147,43 +147,58 @@ const ArchiveRecord* SeriesMerge::Find(std::int64_t logger, const RecordIdentity
     if (!times_ || record.Time < times_->First || record.Time > times_->Last) {
         return nullptr;
     }
-    if (const auto known = known_.find(record); known != known_.end()) {
-        ++pageHits_;
-        return &known->second;
+    if (const ArchiveRecord* known = FindInPage(record)) {
+        return known;
     }
+    const ArchiveRecord* known = FindByTime(logger, record);
+    if (known != nullptr) {
+        // What comes next most likely stands behind it.
+        LoadPage(logger, known->Place);
+    }
+    return known;
+}
+
+/// Looks where the last one was found, a few rows ahead.
+const ArchiveRecord* SeriesMerge::FindInPage(const RecordIdentity& record) {
+    const std::size_t end = std::min(page_.size(), inPage_ + RowsAhead);
+    for (std::size_t i = inPage_; i < end; ++i) {
+        if (page_[i].Time == record.Time && IdentityOf(page_[i]) == record) {
+            inPage_ = i + 1;
+            return &page_[i];
+        }
+    }
+    return nullptr;
+}
+
+const ArchiveRecord* SeriesMerge::FindByTime(std::int64_t logger, const RecordIdentity& record) {
     if (!wholeTimes_.contains(record.Time)) {
+        if (byTime_.size() > MostByTime) {
+            byTime_.clear();
+            wholeTimes_.clear();
+        }
         rows_.clear();
         store_.RecordsAt(logger, record.Time, rows_);
-        Keep(rows_);
+        for (const ArchiveRecord& row : rows_) {
+            byTime_.insert_or_assign(IdentityOf(row), row);
+        }
         wholeTimes_.insert(record.Time);
     }
-    const auto found = known_.find(record);
-    if (found == known_.end()) {
-        return nullptr;
-    }
-    // What comes next most likely stands behind it.
-    LoadPage(logger, found->second.Place);
-    return &known_.find(record)->second;
+    const auto found = byTime_.find(record);
+    return found == byTime_.end() ? nullptr : &found->second;
 }
 
+/// A page that was read to its end is followed by a larger one.
 void SeriesMerge::LoadPage(std::int64_t logger, std::int64_t place) {
-    page_ = pageHits_ * 2 >= page_ ? std::min(page_ * 2, LargestPage) : SmallestPage;
-    pageHits_ = 0;
-    rows_.clear();
-    store_.RecordsFrom(logger, place, page_, rows_);
-    if (known_.size() > MostKnown) {
-        DropKnown();
-    }
-    Keep(rows_);
-}
-
-void SeriesMerge::Keep(const std::vector<ArchiveRecord>& rows) {
-    for (const ArchiveRecord& row : rows) {
-        known_.insert_or_assign(IdentityOf(row), row);
-    }
+    const bool used = !page_.empty() && inPage_ + RowsAhead >= page_.size();
+    pageSize_ = used ? std::min(pageSize_ * 2, LargestPage) : SmallestPage;
+    page_.clear();
+    store_.RecordsFrom(logger, place, pageSize_, page_);
+    inPage_ = 1;
 }
 
 void SeriesMerge::DropKnown() {
-    known_.clear();
+    page_.clear();
+    inPage_ = 0;
+    byTime_.clear();
     wholeTimes_.clear();
 }

@@ -55,8 +55,10 @@ class SeriesMerge {
 
     // Known records.
     [[nodiscard]] const ArchiveRecord* Find(std::int64_t logger, const RecordIdentity& record);
+    [[nodiscard]] const ArchiveRecord* FindInPage(const RecordIdentity& record);
+    [[nodiscard]] const ArchiveRecord* FindByTime(std::int64_t logger,
+                                                  const RecordIdentity& record);
     void LoadPage(std::int64_t logger, std::int64_t place);
-    void Keep(const std::vector<ArchiveRecord>& rows);
     void DropKnown();
 
     // The upload's own stretch of the series.
@@ -80,12 +82,13 @@ class SeriesMerge {
     bool begun_ = false;                ///< the record at `end_` is this upload's own
 
     std::optional<ArchiveRange<std::uint32_t>> times_;  ///< of the series before this upload
-    std::unordered_map<RecordIdentity, ArchiveRecord, RecordIdentityHash> known_;
-    std::unordered_set<std::uint32_t> wholeTimes_;  ///< times of which `known_` holds all
-    int page_ = 0;                                  ///< rows to read at a time
-    int pageHits_ = 0;                              ///< of those read last
-    std::vector<ArchiveRecord> rows_;
-    std::vector<ArchiveRecord> fresh_;  ///< not yet handed to the store
+    std::vector<ArchiveRecord> page_;  ///< rows that follow each other in the series
+    std::size_t inPage_ = 0;           ///< the one behind that found last
+    int pageSize_ = 0;                 ///< rows to read next time
+    std::unordered_map<RecordIdentity, ArchiveRecord, RecordIdentityHash> byTime_;
+    std::unordered_set<std::uint32_t> wholeTimes_;  ///< times of which `byTime_` holds all
+    std::vector<ArchiveRecord> rows_;               ///< room for what is read
+    std::vector<ArchiveRecord> fresh_;              ///< not yet handed to the store
 };
 
 #endif  // ORVIA_ARCHIVE_SERIES_MERGE_H

@@ -2,12 +2,14 @@
 // costs the driver a quarter.
 
 #include <array>
+#include <string>
 
 #include "platform/qt/sql_archive.h"
 
 namespace {
 
 constexpr int BitsPerCount = 16;
+constexpr int BitsPerTime = 32;
 constexpr std::size_t CountsPerNumber = 4;
 constexpr std::size_t Numbers = 3;
 
@@ -31,11 +33,12 @@ void Unpack(std::int64_t packed, std::size_t first, ArchiveRecord& record) {
 ArchiveRecord RecordRow(const SqlRows& row) {
     ArchiveRecord record;
     record.Place = row->Integer(0);
-    record.Time = static_cast<std::uint32_t>(row->Integer(1));
-    record.Nth = static_cast<std::int32_t>(row->Integer(2));
-    record.Upload = row->Integer(3);
+    const std::int64_t timeAndNth = row->Integer(1);
+    record.Time = static_cast<std::uint32_t>(timeAndNth);
+    record.Nth = static_cast<std::int32_t>(timeAndNth >> BitsPerTime);
+    record.Upload = row->Integer(2);
     for (std::size_t i = 0; i < Numbers; ++i) {
-        Unpack(row->Integer(4 + static_cast<int>(i)), i * CountsPerNumber, record);
+        Unpack(row->Integer(3 + static_cast<int>(i)), i * CountsPerNumber, record);
     }
     return record;
 }
@@ -47,7 +50,7 @@ void Collect(SqlRows& rows, std::vector<ArchiveRecord>& out) {
 }
 
 #define ORVIA_RECORD_COLUMNS                      \
-    "SELECT place, time, nth, upload, "           \
+    "SELECT place, time | (nth << 32), upload, "  \
     "c1 | (c2 << 16) | (c3 << 32) | (c4 << 48), " \
     "c5 | (c6 << 16) | (c7 << 32) | (c8 << 48), " \
     "c9 | (c10 << 16) FROM records WHERE logger = ? "
@@ -60,12 +63,34 @@ constexpr const char* LastPlace = ORVIA_RECORD_COLUMNS "ORDER BY place DESC LIMI
 
 #undef ORVIA_RECORD_COLUMNS
 
-constexpr const char* InsertRecord =
-    "INSERT INTO records SELECT logger, place, time, "
+/// Records that one statement inserts: the driver's part of each is then small.
+constexpr std::size_t Group = 16;
+
+constexpr const char* InsertRows =
+    "INSERT INTO records SELECT ?, place, time, "
     "a & 65535, (a >> 16) & 65535, (a >> 32) & 65535, (a >> 48) & 65535, "
     "b & 65535, (b >> 16) & 65535, (b >> 32) & 65535, (b >> 48) & 65535, "
-    "c & 65535, (c >> 16) & 65535, nth, upload FROM (SELECT ? AS logger, ? AS place, ? AS time, "
-    "? AS a, ? AS b, ? AS c, ? AS nth, ? AS upload)";
+    "c & 65535, (c >> 16) & 65535, nth, upload FROM (";
+constexpr const char* OneRow =
+    "SELECT ? AS place, ? AS time, ? AS a, ? AS b, ? AS c, ? AS nth, ? AS upload";
+constexpr const char* FurtherRow = " UNION ALL SELECT ?, ?, ?, ?, ?, ?, ?";
+
+/// The statement that inserts so many records.
+std::string InsertText(std::size_t records) {
+    std::string text = InsertRows;
+    text += OneRow;
+    for (std::size_t i = 1; i < records; ++i) {
+        text += FurtherRow;
+    }
+    return text + ")";
+}
+
+const char* InsertOf(std::size_t records) {
+    static const std::string one = InsertText(1);
+    static const std::string group = InsertText(Group);
+    return records == Group ? group.c_str() : one.c_str();
+}
+
 constexpr const char* ChangePlace =
     "UPDATE records SET place = ?, upload = ? WHERE logger = ? AND place = ?";
 // No two records may share a place at any time: they all go to the other side of zero and back.
@@ -124,11 +149,22 @@ std::optional<ArchiveRange<std::int64_t>> SqlArchive::PlacesWithin(
 }
 
 void SqlArchive::AddRecords(std::int64_t logger, std::span<const ArchiveRecord> records) {
-    SqlStatement& insert = Prepared(InsertRecord);
-    for (const ArchiveRecord& record : records) {
-        insert.Run(logger, record.Place, record.Time, Packed(record, 0),
-                   Packed(record, CountsPerNumber), Packed(record, 2 * CountsPerNumber), record.Nth,
-                   record.Upload);
+    for (auto rest = records; !rest.empty();) {
+        const std::size_t count = rest.size() >= Group ? Group : 1;
+        SqlStatement& insert = Prepared(InsertOf(count));
+        int value = 0;
+        insert.Bind(value++, logger);
+        for (const ArchiveRecord& record : rest.first(count)) {
+            insert.Bind(value++, record.Place);
+            insert.Bind(value++, record.Time);
+            for (std::size_t i = 0; i < Numbers; ++i) {
+                insert.Bind(value++, Packed(record, i * CountsPerNumber));
+            }
+            insert.Bind(value++, record.Nth);
+            insert.Bind(value++, record.Upload);
+        }
+        insert.Run();
+        rest = rest.subspan(count);
     }
     written_ += static_cast<int>(records.size());
 }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QFileInfo>
+#include <QStringList>
 #include <QUrl>
 
 #include "platform/qt/text_qt.h"
@@ -47,6 +48,20 @@ ArchiveTrouble TroubleOf(int cause, const QString& file) {
     }
 }
 
+QString NameOf(int position) {
+    return QStringLiteral(":v%1_").arg(position);
+}
+
+/// The text with a name in the place of each question mark.
+QString Named(const char* text) {
+    QString named;
+    int position = 0;
+    for (const QChar one : QString::fromUtf8(text)) {
+        named += one == QLatin1Char('?') ? NameOf(position++) : QString(one);
+    }
+    return named;
+}
+
 }  // namespace
 
 ArchiveFault FaultOf(const QSqlError& error, const QString& file) {
@@ -58,9 +73,17 @@ ArchiveFault FaultOf(const QSqlError& error, const QString& file) {
 SqlStatement::SqlStatement(const QSqlDatabase& database, const char* text)
     : query_(database), file_(QUrl(database.databaseName()).toLocalFile()) {
     query_.setForwardOnly(true);
-    if (!query_.prepare(QString::fromUtf8(text))) {
+    if (!query_.prepare(Named(text))) {
         throw FaultOf(query_.lastError(), file_);
     }
+}
+
+const QString& SqlStatement::Placeholder(int position) {
+    static thread_local QStringList names;
+    while (names.size() <= position) {
+        names += NameOf(static_cast<int>(names.size()));
+    }
+    return names[position];
 }
 
 void SqlStatement::Execute() {

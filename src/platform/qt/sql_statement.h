@@ -26,9 +26,15 @@ class SqlStatement {
     /// Binds the values in their order and runs it.
     template <typename... Values>
     void Run(const Values&... values) {
-        int position = 0;
-        (query_.bindValue(position++, Variant(values)), ...);
+        [[maybe_unused]] int position = 0;
+        (Bind(position++, values), ...);
         Execute();
+    }
+
+    /// Binds one value, from 0.
+    template <typename Value>
+    void Bind(int position, const Value& value) {
+        query_.bindValue(Placeholder(position), Variant(value));
     }
 
     /// Steps to the next row; false behind the last.
@@ -59,6 +65,9 @@ class SqlStatement {
     [[nodiscard]] static QVariant Variant(const std::optional<T>& value) {
         return value ? Variant(*value) : QVariant();
     }
+    /// The name of a value in the prepared text. To bind by position the driver would make it anew
+    /// each time.
+    [[nodiscard]] static const QString& Placeholder(int position);
     void Execute();
 
     QSqlQuery query_;
