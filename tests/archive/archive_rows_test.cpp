@@ -16,6 +16,10 @@ LoggerState FreshLogger() {
     state.NumDigitalChannels = 1;
     state.FirmwareVersion = 21;
     SetDefaultSettings(state);
+    // As a console knows it: read from an image, which leaves out what its channels lack.
+    Bytes image;
+    EXPECT_TRUE(config::EncodeSettingsImage(state, image));
+    EXPECT_TRUE(config::DecodeSettingsImage(image, state));
     EXPECT_TRUE(config::EncodeSettingsImage(state, state.SettingsImage));
     return state;
 }

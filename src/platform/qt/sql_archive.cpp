@@ -65,6 +65,8 @@ void SqlArchive::Connect() {
     // leaves the file torn.
     RunSql(database_, "PRAGMA synchronous=NORMAL");
     static_cast<void>(AskSql(database_, "PRAGMA wal_autocheckpoint=0"));
+    // In KiB: an upload that is known already walks over as much, again and again.
+    RunSql(database_, "PRAGMA cache_size=-32768");
     MigrateArchive(database_, options_.Schema);
     static_cast<void>(AskSql(database_, "PRAGMA journal_mode=WAL"));
     statements_ = std::make_unique<SqlStatements>(database_);
