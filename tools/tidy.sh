@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 build=build/tidy
 mapfile -t sources < <(git ls-files 'src/*.cpp' 'simulator/*.cpp' 'tests/*.cpp' 'bench/*.cpp' \
-    'fuzz/*.cpp')
+    'fuzz/*.cpp' 'tools/*.cpp')
 if [ "${1:-}" = "--logic" ]; then
     mapfile -t sources < <(git ls-files 'src/*.cpp' 'simulator/*.cpp' | grep -vE '/frm[A-Z]|/qt/|/main\.cpp$')
 fi

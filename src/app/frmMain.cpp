@@ -24,6 +24,7 @@
 #include "common/help_file.h"
 #include "console/client_list.h"
 #include "console/frmClientList.h"
+#include "flow/frmRating.h"
 #include "link/busy_guard.h"
 #include "link/frmConnect.h"
 #include "link/sampling.h"
@@ -111,6 +112,7 @@ frmMain::frmMain(SharedState& state)
     BuildFileMenu();
     BuildClientMenus();
     BuildForAllMenu();
+    BuildDataMenu();
     BuildWindowMenu();
     BuildHelpMenu();
     BuildPopup();
@@ -241,6 +243,9 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
 
 void frmMain::CloseAllChildForms() {
     CloseDialogs();
+    if (rating_ != nullptr) {
+        TrapFault([this] { rating_->Unload(); });
+    }
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
         TrapFault([this, window] { UnloadChild(**window); });
@@ -262,12 +267,25 @@ void frmMain::ShowClientPopup(const std::string& sampleCaption) {
 
 void frmMain::closeEvent(QCloseEvent* event) {
     const WindowSize size{TwipsOfPixels(width()), TwipsOfPixels(height())};
-    const bool closes = state_.LinkRecord.ShuttingDown != False ||
-                        QueryUnload(state_, *this, size, [this] { CloseAllChildForms(); });
+    const bool closes =
+        state_.LinkRecord.ShuttingDown != False ||
+        (KeepsFlowTable() && QueryUnload(state_, *this, size, [this] { CloseAllChildForms(); }));
     event->setAccepted(closes);
     if (closes) {
         QApplication::quit();
     }
+}
+
+bool frmMain::KeepsFlowTable() {
+    // While an exchange runs the close is refused anyway, without a word.
+    return rating_ == nullptr || state_.LinkRecord.CommBusy != False || rating_->MayClose();
+}
+
+void frmMain::ShowRating() {
+    if (rating_ == nullptr) {
+        rating_ = new frmRating(state_.Outside, this);
+    }
+    rating_->ShowOrRaise();
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

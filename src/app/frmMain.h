@@ -32,6 +32,7 @@ class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QPushButton;
+class frmRating;
 
 /// The main window: parent of all client windows, with the client list, the operations and the
 /// state of the link. Its two timers are the console's main loop.
@@ -80,6 +81,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildFileMenu();
     void BuildClientMenus();
     void BuildForAllMenu();
+    void BuildDataMenu();
     void BuildWindowMenu();
     void BuildHelpMenu();
     void BuildPopup();
@@ -100,6 +102,8 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
                      std::function<void()> action);
     void WithChosenClient(const std::function<void()>& action);
     void ToggleAutoUpdate();
+    void ShowRating();
+    [[nodiscard]] bool KeepsFlowTable();
     void ListWindows();
     void UnloadChild(QMdiSubWindow& child);
     [[nodiscard]] bool TakesListEvent(const QEvent& event);
@@ -115,6 +119,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     EntryForms entryForms_;
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;
+    frmRating* rating_ = nullptr;  ///< none until it is asked for
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;

@@ -66,6 +66,13 @@ void frmMain::BuildForAllMenu() {
     row("mnuStartupFACW", "Restart Sampling for All Client Windows", RestartSamplingForAll);
 }
 
+void frmMain::BuildDataMenu() {
+    QMenu& making = *menuBar()->addMenu(QStringLiteral("&Data"));
+    making.setObjectName(QStringLiteral("mnuData"));
+    AddItem(making, QStringLiteral("mnuNewFlowTable"), QStringLiteral("&New Flow Table..."),
+            [this] { ShowRating(); });
+}
+
 void frmMain::ToggleAutoUpdate() {
     // The mark shows the mode, and not that the row was chosen.
     mnuAutoUpdateFACW_->setChecked(statesShown_.AutoUpdateChecked);

@@ -124,9 +124,7 @@ void FillTable(const HistorySource& source, const HistoryColumns& columns, bool 
         out = times.Write(out, record.Time);
         table.EndCell(out);
         figures.Write(record, out, table);
-        if (pack && table.RowRepeats()) {
-            table.DropRow();
-        } else {
+        if (!pack || !table.RowRepeats()) {
             table.AddRow();
         }
     }

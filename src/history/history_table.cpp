@@ -65,10 +65,6 @@ void HistoryTable::AddRow() {
     end_ += static_cast<std::size_t>(cell_ - row_);
 }
 
-void HistoryTable::DropRow() {
-    lengths_.resize(starts_.size() * headings_.size());
-}
-
 bool HistoryTable::RowRepeats() const {
     const std::size_t columns = headings_.size();
     const std::uint16_t* lengths = &lengths_[starts_.size() * columns];

@@ -47,7 +47,8 @@ class HistoryTable {
     /// Text of a cell, row 0 to RowCount - 1.
     [[nodiscard]] std::string_view Text(int row, int column) const;
 
-    // A row is written cell by cell, in the order of the columns, and then added or dropped.
+    // A row is written cell by cell, in the order of the columns, and then added; one that is not
+    // gives way to the next.
 
     /// Starts a row whose texts take up to `room` characters, at most ChunkSize; returns where the
     /// first one goes.
@@ -58,7 +59,6 @@ class HistoryTable {
         cell_ = end;
     }
     void AddRow();
-    void DropRow();
     /// Whether the texts of the row, the first aside, are those of the last row added. Without such
     /// a row, whether they are all empty.
     [[nodiscard]] bool RowRepeats() const;

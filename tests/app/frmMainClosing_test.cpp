@@ -1,6 +1,7 @@
 // How the main window goes, and with it whatever is open or under way.
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
@@ -69,6 +70,53 @@ TEST_F(MainWindowClosing, ExitInTheFileMenuClosesTheConsole) {
     ClickClient(1);
     Find<QAction>("mnuExit").trigger();
     ExpectClosedInSilence();
+}
+
+/// The window of a flow table with something typed that no file holds.
+class MainWindowWithAFlowTable : public MainWindowClosing {
+ protected:
+    MainWindowWithAFlowTable() {
+        StartConnected();
+        Find<QAction>("mnuNewFlowTable").trigger();
+        table_ = &Find<QWidget>("frmRating");
+        table_->findChild<QLineEdit*>(QStringLiteral("txtName"))->setText(QStringLiteral("Mill"));
+    }
+
+    QWidget* table_ = nullptr;
+};
+
+TEST_F(MainWindowWithAFlowTable, ClosingAsksAboutIt) {
+    boxes_.Answers = {BoxAnswer::Cancel, BoxAnswer::No};
+    EXPECT_FALSE(window_->close());
+    EXPECT_TRUE(window_->isVisible());
+    EXPECT_TRUE(table_->isVisible());
+    EXPECT_EQ(state_.LinkRecord.ShuttingDown, False);
+    EXPECT_TRUE(window_->close());
+    EXPECT_FALSE(table_->isVisible());
+    ASSERT_EQ(boxes_.Shown.size(), 2U);
+    EXPECT_EQ(boxes_.Shown[1].Title, "Data Has Changed");
+    boxes_.Shown.clear();
+    ExpectClosedInSilence();
+}
+
+TEST_F(MainWindowWithAFlowTable, ClosingIsRefusedWithoutAWordWhileAnExchangeRuns) {
+    ClickClient(1);
+    bool tried = false;
+    Once([this] { return state_.LinkRecord.CommBusy != False; },
+         [&] {
+             tried = true;
+             EXPECT_FALSE(window_->close());
+         });
+    Click("cmdGetSettings");
+    EXPECT_TRUE(tried);
+    EXPECT_TRUE(table_->isVisible());
+    EXPECT_TRUE(boxes_.Shown.empty());
+}
+
+TEST_F(MainWindowWithAFlowTable, TheEndOfTheProgramClosesItWithoutAWord) {
+    window_->CloseAllChildForms();
+    EXPECT_FALSE(table_->isVisible());
+    EXPECT_TRUE(boxes_.Shown.empty());
 }
 
 /// Writes down which windows go, as they go.

@@ -270,6 +270,12 @@ TEST_F(Client, UnloadTakesTheWindowOutOfSlotBookAndList) {
     EXPECT_EQ(console.View.Clients[0].Icon, IconNoWindow);
 }
 
+TEST_F(Client, UnloadOfTheLastWindowLeavesNone) {
+    console.State.Windows.NumClientWindows = 1;
+    window.Unload();
+    EXPECT_EQ(console.State.Windows.NumClientWindows, 0);
+}
+
 TEST_F(Client, UnloadDoesNotCountBelowZero) {
     console.State.Windows.NumClientWindows = 0;
     window.Unload();

@@ -67,6 +67,50 @@ TEST_P(DescriptionsInMode, SayWhatIsShownUnlikeAnyOther) {
     EXPECT_TRUE(seen.contains("Pulse channel 2 reading"));
 }
 
+TEST(ClientPanel, ReadersAreToldTheseWords) {
+    std::string words;
+    for (const ControlRow& row : ClientControls()) {
+        if (!row.Shows.empty()) {
+            words.append(row.Name).append(": ").append(row.Shows).append("\n");
+        }
+    }
+    EXPECT_EQ(words,
+              "cmdSmall: Small view\n"
+              "cmdMedium: Medium view\n"
+              "cmdWide: Wide view\n"
+              "cmdMeter: Bar graph view\n"
+              "cmdFlow: Flow view\n"
+              "lblLoggerName: Logger name\n"
+              "lblLoggerTime: Logger time\n"
+              "lblSampleInterval: Sample interval\n"
+              "lblWarmup: Warmup time\n"
+              "lblLoggingState: Logging state\n"
+              "lblRecords: Number of records\n"
+              "lblAlarm: Alarm # time\n"
+              "lblLoggerName2: Logger name beside the buttons\n"
+              "lblRecords2: Number of records beside the buttons\n"
+              "lblLoggerTime2: Logger time beside the readings\n"
+              "lblSampleInterval2: Sample interval above the bars\n"
+              "lblWarmup2: Warmup time above the bars\n"
+              "lblLoggingState2: Logging state above the bars\n"
+              "lblData2: Channel # reading\n"
+              "lblFlowMode: Flow mode\n"
+              "lblFWT: Kind of flow device\n"
+              "lblFWT2: Flow device or table\n"
+              "lblOffset2: Level offset\n"
+              "lblPipeDiameter2: Pipe diameter\n"
+              "lblSlope2: Pipe slope\n"
+              "lblRoughness2: Pipe roughness\n"
+              "fraColumn: Column # bar\n"
+              "lblValue: Column # reading\n"
+              "lblUnits: Column # units\n"
+              "lblMax: Column # top of scale\n"
+              "lblMin: Column # foot of scale\n"
+              "lblHistory: Column # older readings\n"
+              "lblPulse2: Pulse count # below the bars\n"
+              "lblAlarm2: Alarm # time below the bars\n");
+}
+
 INSTANTIATE_TEST_SUITE_P(Five, DescriptionsInMode,
                          ::testing::Values(DisplaySmall, DisplayMedium, DisplayWide, DisplayMeter,
                                            DisplayFlow),
@@ -116,6 +160,9 @@ TEST(ClientPanel, DesignCaptionsStandAsTheyAreKnown) {
     EXPECT_EQ(panel.lblPulse3[1].Text, "Pusle Chan 2");
     EXPECT_EQ(panel.fraAlarm[1].Text, "Alarm 2");
     EXPECT_EQ(panel.lblWarmup3.Text, "Warmup Time");
+    for (const PanelControl& meter : panel.fraMeter) {
+        EXPECT_EQ(meter.Text, "meter");
+    }
     EXPECT_EQ(panel.lblMax[7].Text, "0.000");
     EXPECT_EQ(panel.lblMin[0].Text, "0.000");
     EXPECT_EQ(panel.lblValue[0].Text, "");

@@ -24,23 +24,28 @@ std::string LineOf(const std::string& name, const PanelControl& control) {
 
 class Places : public ClientTest {
  protected:
+    std::vector<std::string> DrawingOf(std::int16_t mode) {
+        window.ChooseDisplay(mode);
+        const ModeSize& size = SizeOfMode(mode);
+        std::ostringstream head;
+        head << "mode " << mode << ' ' << size.Width << ' ' << size.Height << ' '
+             << size.ContentWidth << ' ' << size.ContentHeight;
+        std::vector<std::string> lines{head.str()};
+        ClientPanel panel = Shown();
+        for (const ControlRow& row : ClientControls()) {
+            int index = 0;
+            for (const PanelControl& control : row.Of(panel)) {
+                lines.push_back(LineOf(ControlName(row, index), control));
+                ++index;
+            }
+        }
+        return lines;
+    }
     std::vector<std::string> Drawing() {
         std::vector<std::string> lines;
         for (std::int16_t mode = DisplaySmall; mode <= DisplayFlow; ++mode) {
-            window.ChooseDisplay(mode);
-            const ModeSize& size = SizeOfMode(mode);
-            std::ostringstream head;
-            head << "mode " << mode << ' ' << size.Width << ' ' << size.Height << ' '
-                 << size.ContentWidth << ' ' << size.ContentHeight;
-            lines.push_back(head.str());
-            ClientPanel panel = Shown();
-            for (const ControlRow& row : ClientControls()) {
-                int index = 0;
-                for (const PanelControl& control : row.Of(panel)) {
-                    lines.push_back(LineOf(ControlName(row, index), control));
-                    ++index;
-                }
-            }
+            const std::vector<std::string> drawing = DrawingOf(mode);
+            lines.insert(lines.end(), drawing.begin(), drawing.end());
         }
         return lines;
     }
@@ -61,6 +66,29 @@ TEST_F(Places, StandAsOperatorsKnowThem) {
         out << drawing[i] << '\n';
         mode = known[i].starts_with("mode") ? known[i] : mode;
         EXPECT_EQ(drawing[i], known[i]) << mode << "; the whole drawing is now in " << now;
+    }
+}
+
+// What a mode has no use for is hidden and keeps its old place; the frame of the flow parameters
+// stays once it was shown.
+TEST_F(Places, OfWhatIsSeenAreTheSameWhateverModeWasBefore) {
+    const auto seen = [this](std::int16_t mode) {
+        std::vector<std::string> lines = DrawingOf(mode);
+        std::erase_if(lines, [](const std::string& line) {
+            return line.ends_with(" hidden") || line.starts_with("fraFlowMode ");
+        });
+        return lines;
+    };
+    for (std::int16_t mode = DisplaySmall; mode <= DisplayFlow; ++mode) {
+        const std::vector<std::string> known = seen(mode);
+        for (std::int16_t before = DisplaySmall; before <= DisplayFlow; ++before) {
+            window.ChooseDisplay(before);
+            const std::vector<std::string> now = seen(mode);
+            ASSERT_EQ(now.size(), known.size()) << "mode " << mode << " after " << before;
+            for (std::size_t i = 0; i < known.size(); ++i) {
+                EXPECT_EQ(now[i], known[i]) << "mode " << mode << " after " << before;
+            }
+        }
     }
 }
 

@@ -52,6 +52,13 @@ TEST_F(ClientList, AClickOpensTheClientsWindow) {
     EXPECT_EQ(WindowOf(2).Resets, 1);
 }
 
+TEST_F(ClientList, ThePicturesAreKnownByTheirNumbers) {
+    EXPECT_EQ(console_.View.Clients[0].Icon, 2) << "no window";
+    Click(1);
+    EXPECT_EQ(console_.View.Clients[0].Icon, 3) << "a window";
+    EXPECT_EQ(IconAddressed, 4);
+}
+
 TEST_F(ClientList, AClickOnAClientWithANormalWindowBringsItForward) {
     Click(1);
     Click(1);

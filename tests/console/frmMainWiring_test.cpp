@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <set>
 
+#include "flow/frmRating.h"
 #include "main_console_bench.h"
 
 namespace {
@@ -163,6 +164,28 @@ INSTANTIATE_TEST_SUITE_P(
         Wire{"mnuStartupFACW", "Restart Sampling for All Client Windows",
              "Synchronize Time: Do you want to restart sampling including alarm timers", Nothing}),
     NameOf);
+
+TEST_F(frmMainConsoleTest, NewFlowTableOpensItsWindowBesideTheOthers) {
+    EXPECT_EQ(FromQt(Row("mnuNewFlowTable").text()), "&New Flow Table...");
+    EXPECT_TRUE(
+        forms_bench::Find<QMenu>(*window_, "mnuData")->actions().contains(&Row("mnuNewFlowTable")));
+    Choose("mnuNewFlowTable");
+    auto* table = window_->findChild<frmRating*>();
+    ASSERT_NE(table, nullptr);
+    EXPECT_TRUE(table->isVisible());
+    EXPECT_TRUE(table->isWindow());
+    EXPECT_FALSE(table->isModal());
+    Choose("mnuNewFlowTable");
+    EXPECT_EQ(window_->findChildren<frmRating*>().size(), 1);
+    // The link is free all the while.
+    ClickItem(1);
+    AwaitCommands();
+    Choose("mnuGetSettingsFACW");
+    EXPECT_FALSE(
+        host_.Virtual.Network.RequestsTo(*host_.Virtual.Network.Loggers().front()).empty());
+    EXPECT_TRUE(table->close());
+    ExpectAtRest();
+}
 
 TEST_F(frmMainConsoleTest, RowsOfTheBookAskForAFile) {
     const std::vector<std::pair<std::string, std::string>> rows{

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <map>
 #include <string>
 #include <vector>
@@ -9,12 +11,13 @@
 namespace {
 
 constexpr int Channels = 1;
-constexpr int RecordsPerBlock = 2;
+constexpr int RecordsPerBlock = 40;  // they fill it to its last byte
 constexpr std::size_t BlockSize = 241;
 
 enum class Lost { Request, Answer, Reply };
 
-/// A logger with a block for each letter, asked until it has sent them all, over a link that loses
+/// A logger with a block for each letter, a capital one differing from the small one in its last
+/// record alone, asked until it has sent them all, over a link that loses
 /// what it is told to.
 class Uploaded {
  public:
@@ -65,10 +68,10 @@ class Uploaded {
         }
         Bytes block(BlockSize, 0xFF);
         block[0] = RecordsPerBlock;
-        for (std::size_t i = 1;
-             i <= static_cast<std::size_t>(RecordsPerBlock * RecordSize(Channels)); ++i) {
-            block[i] = static_cast<std::uint8_t>(blocks_.at(at_));
-        }
+        const char letter = blocks_.at(at_);
+        std::fill(block.begin() + 1, block.end(), static_cast<std::uint8_t>(std::tolower(letter)));
+        std::fill(block.end() - RecordSize(Channels), block.end(),
+                  static_cast<std::uint8_t>(letter));
         return block;
     }
 
@@ -118,6 +121,34 @@ TEST(BlockSequence, HistoryThatRepeatsItselfComesWholeThoughAReplyWasLost) {
         EXPECT_EQ(upload.Taken, "ABCABCABCD") << request;
         EXPECT_LE(upload.Requests.size(), 20U) << upload.Requests;
     }
+}
+
+TEST(BlockSequence, BlockThatDiffersFromAnOlderOneInItsLastRecordIsNoCopy) {
+    for (int request = 0; request < 4; ++request) {
+        for (const Lost lost : {Lost::Request, Lost::Answer, Lost::Reply}) {
+            const std::map<int, Lost> twice = {{request, lost}, {request + 1, lost}};
+            const Uploaded upload("abAdB", twice);
+            EXPECT_EQ(upload.Taken, "abAdB");
+            EXPECT_EQ(upload.Requests, Uploaded("abcde", twice).Requests);
+        }
+    }
+}
+
+TEST(BlockSequence, NoMoreThanFiveCopiesAreExpected) {
+    std::map<int, Lost> lost;
+    for (int request = 1; request < 10; ++request) {
+        lost[request] = Lost::Request;
+    }
+    lost[11] = Lost::Request;
+    const Uploaded upload("AB", lost);
+    EXPECT_EQ(upload.Requests,
+              "01"
+              "222222222"
+              "1"
+              "222222"
+              "1")
+        << "eight repeats were lost, and the ninth came; of the next six five may be copies";
+    EXPECT_EQ(upload.Taken, "AB");
 }
 
 TEST(BlockSequence, EveryLossOfTwoRequestsInARowLosesNothing) {

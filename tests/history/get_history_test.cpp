@@ -66,6 +66,16 @@ class GetHistoryTest : public testing::Test {
     std::unique_ptr<FakeDialogs> dialogs;
 };
 
+TEST_F(GetHistoryTest, SettingsThatAreReadFirstShowAnHourglass) {
+    Make(SiteWithHistory(25));
+    bench->window->Valid = False;
+    Pointer whileRead = Pointer::Normal;
+    bench->window->WhenSettingsRead = [&] { whileRead = bench->console.View.Shape; };
+    Run();
+    EXPECT_EQ(whileRead, Pointer::Hourglass);
+    EXPECT_EQ(dialogs->Uploads, 1);
+}
+
 TEST_F(GetHistoryTest, UploadsThenShowsTheViewerWithTheWindow) {
     Make(SiteWithHistory(25));
     Run();

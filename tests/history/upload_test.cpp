@@ -153,6 +153,15 @@ TEST(Upload, HundredFailuresInARowAreRepeated) {
     EXPECT_EQ(bench.Store().HistoryCount(), 15);
 }
 
+TEST(Upload, AHundredFailuresBeforeAnyRecordAreRepeatedToo) {
+    UploadBench bench(SiteWithHistory(15));
+    bench.Faults().LoseReply(100);
+    bench.Run();
+    EXPECT_EQ(bench.view.TagText, TagOkay);
+    EXPECT_EQ(bench.view.Retries, "100 retries");
+    EXPECT_EQ(bench.Store().HistoryCount(), 15);
+}
+
 TEST(Upload, The101stFailureInARowEndsTheUpload) {
     UploadBench bench(SiteWithHistory(15));
     bench.Faults().Pass().LoseReply(101);

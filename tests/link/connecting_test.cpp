@@ -104,6 +104,14 @@ TEST_F(ConnectingTest, APortThatWillNotOpenTellsSo) {
     EXPECT_EQ(dialog_.Connecting, False);
 }
 
+TEST_F(ConnectingTest, AnotherConnectBeginsDisconnectedWhateverWasBefore) {
+    link_.LinkState = LinkNormal;
+    port_.Missing = {1};
+    boxes_.WhileShown = [this] { EXPECT_EQ(link_.LinkState, LinkDisconnected); };
+    Connect();
+    EXPECT_EQ(boxes_.Shown.size(), 1U);
+}
+
 TEST_F(ConnectingTest, APortNameWithoutANumberIsAPortThatWillNotOpen) {
     settings_.PortName = "nonsense";
     Connect();

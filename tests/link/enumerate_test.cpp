@@ -87,6 +87,12 @@ TEST_F(EnumerateTest, OlderFamilyKeepsBothValuesInTheDevice) {
     EXPECT_EQ(Enumerate::GetPlatformId(registry), 1);
 }
 
+TEST_F(EnumerateTest, TheFamilyOfNtIsTheSecond) {
+    registry.Family = 2;
+    AddUsb("A", "Port", "COM5");
+    EXPECT_EQ(Listed(), Entries{"COM5 - Port"});
+}
+
 TEST_F(EnumerateTest, ModemsFollowTheUsbPorts) {
     AddUsb("A", "Port", "COM5");
     registry.Set(ClassRoot + "\\M", "Class", "modems and more");

@@ -19,6 +19,13 @@ TEST(LoggingState, TestsItsBitsInOrder) {
     EXPECT_EQ(cmd::LoggingStateText(0x0080), "Logging");
 }
 
+TEST(LoggingState, LooksAtNoOtherBit) {
+    constexpr std::uint32_t others = 0xFFFFC77F;
+    for (const std::uint32_t looked : {0x0000U, 0x0080U, 0x0880U, 0x2080U, 0x1080U}) {
+        EXPECT_EQ(cmd::LoggingStateText(looked | others), cmd::LoggingStateText(looked)) << looked;
+    }
+}
+
 /// The commands over the link, to the one logger there is.
 class CommandsTest : public ::testing::Test {
  protected:

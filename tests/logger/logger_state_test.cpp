@@ -88,6 +88,17 @@ void ExpectSameSamplesAndTable(const LoggerState& a, const LoggerState& b) {
     }
 }
 
+TEST(LoggerStateTest, ALoggerThatWasNotReadHasNoFlow) {
+    const LoggerState state;
+    for (const double figure :
+         {state.FlowTop, state.VelTop, state.ManningsN, state.ManningsS, state.ManningsD,
+          state.LevelOffset, state.FlowEqOffset, state.FlowEqExponent, state.FlowEqMultiplier}) {
+        EXPECT_EQ(figure, 0);
+    }
+    EXPECT_EQ(state.FlowMode, 0);
+    EXPECT_EQ(state.NumDataPoints, 0);
+}
+
 TEST(LoggerStateSwap, CopiesAllButSamplesAndTableBothWays) {
     const LoggerState filled = FilledWhole();
     LoggerState window = filled;

@@ -38,7 +38,8 @@ INSTANTIATE_TEST_SUITE_P(
                       Float24Case{100000, 100000, 0}, Float24Case{99999.95, 100000, 0},
                       Float24Case{99999.94, 999999, 1}, Float24Case{1, 100000, 5},
                       Float24Case{24, 240000, 4}, Float24Case{0.0000001, 1, 7},
-                      Float24Case{655.35, 655350, 3}));
+                      Float24Case{655.35, 655350, 3}, Float24Case{123456.45, 123456, 0},
+                      Float24Case{123456.5, 123457, 0}));
 
 TEST(Float24Decode, DividesOneStepAtATime) {
     EXPECT_EQ(config::DecodeFloat24(140000 + (7 << 20)), 0.013999999999999999);
@@ -277,6 +278,10 @@ INSTANTIATE_TEST_SUITE_P(
                1,
                {0x0A},
                [](const LoggerState& s) { EXPECT_EQ(s.LoggerName, "P mp 3"); }},
+        Repair{"TheNameEndsWhereTheIntervalBegins",
+               32,
+               {'A'},
+               [](const LoggerState& s) { EXPECT_EQ(s.LoggerName, "Pump 3"); }},
         Repair{"ChannelsBeyondTheCountsAreDisabled",
                37,
                {0xFF, 0xFF},

@@ -298,6 +298,44 @@ TEST_F(Transfer, FlowModesAboveTheLastShowNoFlow) {
     }
 }
 
+TEST(SetupControlsTest, BeginWithNothingChosen) {
+    const SetupControls controls;
+    EXPECT_FALSE(controls.chkException || controls.chkSOD || controls.chkWrap);
+    EXPECT_EQ(controls.cmbBaud, NoSelection);
+    EXPECT_EQ(controls.FlowOption, NoSelection);
+    for (const AlarmControls& alarm : controls.Alarms) {
+        EXPECT_FALSE(alarm.chkAlarm);
+        EXPECT_EQ(alarm.cmbAlarm, 0);
+    }
+}
+
+TEST_F(Transfer, EveryListOfFlowIsTaken) {
+    for (const int item : {0, 1}) {
+        Show();
+        controls_.cmbFlowUnits = controls_.cmbOffsetUnits = controls_.cmbDiameterUnits = item;
+        controls_.cmbSlopeUnits = controls_.cmbVelUnits = item;
+        ASSERT_TRUE(Take());
+        EXPECT_EQ(state_.FlowUnits, item);
+        EXPECT_EQ(state_.LevelOffsetType, item);
+        EXPECT_EQ(state_.ManningsDType, item);
+        EXPECT_EQ(state_.ManningsSType, item);
+        EXPECT_EQ(state_.VelUnits, item);
+    }
+}
+
+TEST_F(Transfer, EveryListOfFlowIsShown) {
+    for (const int item : {1, 0}) {
+        state_.FlowUnits = state_.LevelOffsetType = state_.ManningsDType = state_.ManningsSType =
+            state_.VelUnits = static_cast<std::uint8_t>(item);
+        ASSERT_TRUE(Show());
+        EXPECT_EQ(controls_.cmbFlowUnits, item);
+        EXPECT_EQ(controls_.cmbOffsetUnits, item);
+        EXPECT_EQ(controls_.cmbDiameterUnits, item);
+        EXPECT_EQ(controls_.cmbSlopeUnits, item);
+        EXPECT_EQ(controls_.cmbVelUnits, item);
+    }
+}
+
 TEST_F(Transfer, UnitsThatAListLacksKeepTheSelection) {
     controls_.cmbFlowUnits = 3;
     controls_.cmbVelUnits = 1;

@@ -124,6 +124,7 @@ int Take(Tour& tour) {
     FetchHistories(tour);
     ShowFlows(tour);
     SetUpLoggers(tour);
+    MakeFlowTable(tour);
     CloseInOrder(tour);
     Tour::Say(tour.Failures() == 0
                   ? QStringLiteral("\nEverything is as the simulator was told to answer.")

@@ -63,6 +63,8 @@ void FetchHistories(Tour& tour);
 void ShowFlows(Tour& tour);
 /// Changes a logger's settings, carries them to another by file, calibrates a channel.
 void SetUpLoggers(Tour& tour);
+/// Makes a flow table from a device's dimensions and has a logger's flow shown by it.
+void MakeFlowTable(Tour& tour);
 
 }  // namespace whole_program
 

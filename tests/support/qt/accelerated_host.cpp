@@ -6,9 +6,9 @@ namespace testing_support {
 
 namespace {
 
-/// The virtual clock goes no further at a time: on a machine that lets the tests wait, the windows
-/// would miss whatever lies between.
-constexpr Microseconds LongestStep = 40 * Millisecond;
+/// The virtual clock goes no further than a tick at a time: on a machine that lets the tests wait,
+/// the windows would miss whatever lies between.
+constexpr Microseconds LongestStep = 100 * Millisecond;
 
 }  // namespace
 
