@@ -17,8 +17,11 @@ class PlotColumn::Pen {
 
     /// Goes on to a record; with a break if a gap lies before it.
     void Put(std::size_t record) {
-        gap_ = std::lower_bound(gap_, column_.gaps_.end(), next_);
-        if (gap_ != column_.gaps_.end() && *gap_ <= record) {
+        const auto last = column_.gaps_.end();
+        if (gap_ != last && *gap_ < next_) {
+            gap_ = std::lower_bound(gap_, last, next_);
+        }
+        if (gap_ != last && *gap_ <= record) {
             Lift();
         }
         PutOn(record);
@@ -70,10 +73,37 @@ void PlotColumn::FindTracks() {
     }
 }
 
-PlotColumn::Extremes PlotColumn::Merge(const Extremes& a, const Extremes& b) const {
-    return {ValueOf(b.Lowest) < ValueOf(a.Lowest) ? b.Lowest : a.Lowest,
-            ValueOf(b.Highest) > ValueOf(a.Highest) ? b.Highest : a.Highest};
-}
+/// Finds the extremes of what it is shown, each figure looked up once.
+class PlotColumn::Finder {
+ public:
+    Finder(const PlotColumn& column, std::size_t level, std::size_t first) : column_(column) {
+        found_ = column.BlockAt(level, first);
+        lowest_ = column.ValueOf(found_.Lowest);
+        highest_ = level == 0 ? lowest_ : column.ValueOf(found_.Highest);
+    }
+
+    void Take(std::size_t level, std::size_t block) {
+        const Extremes extremes = column_.BlockAt(level, block);
+        const double low = column_.ValueOf(extremes.Lowest);
+        const double high = level == 0 ? low : column_.ValueOf(extremes.Highest);
+        if (low < lowest_) {
+            lowest_ = low;
+            found_.Lowest = extremes.Lowest;
+        }
+        if (high > highest_) {
+            highest_ = high;
+            found_.Highest = extremes.Highest;
+        }
+    }
+
+    [[nodiscard]] const Extremes& Found() const { return found_; }
+
+ private:
+    const PlotColumn& column_;
+    Extremes found_{};
+    double lowest_ = 0;
+    double highest_ = 0;
+};
 
 PlotColumn::Extremes PlotColumn::BlockAt(std::size_t level, std::size_t block) const {
     const auto record = static_cast<std::uint32_t>(block);
@@ -87,12 +117,11 @@ void PlotColumn::BuildLevels() {
         std::vector<Extremes> blocks((below + BlockSize - 1) / BlockSize);
         for (std::size_t block = 0; block < blocks.size(); ++block) {
             const std::size_t begin = block * BlockSize;
-            const std::size_t end = std::min(begin + BlockSize, below);
-            Extremes found = BlockAt(level, begin);
-            for (std::size_t at = begin + 1; at < end; ++at) {
-                found = Merge(found, BlockAt(level, at));
+            Finder finder(*this, level, begin);
+            for (std::size_t at = begin + 1; at < std::min(begin + BlockSize, below); ++at) {
+                finder.Take(level, at);
             }
-            blocks[block] = found;
+            blocks[block] = finder.Found();
         }
         below = blocks.size();
         levels_.push_back(std::move(blocks));
@@ -100,25 +129,30 @@ void PlotColumn::BuildLevels() {
 }
 
 PlotColumn::Extremes PlotColumn::ExtremesOf(std::size_t begin, std::size_t end) const {
-    Extremes found = BlockAt(0, begin);
+    Finder finder(*this, 0, begin);
     for (std::size_t level = 0; begin < end; ++level) {
         const bool top = level == levels_.size();
         for (; begin < end && (top || begin % BlockSize != 0); ++begin) {
-            found = Merge(found, BlockAt(level, begin));
+            finder.Take(level, begin);
         }
         for (; begin < end && end % BlockSize != 0; --end) {
-            found = Merge(found, BlockAt(level, end - 1));
+            finder.Take(level, end - 1);
         }
         begin /= BlockSize;
         end /= BlockSize;
     }
-    return found;
+    return finder.Found();
 }
 
+// It is mostly near: looked for in steps that double.
 std::size_t PlotColumn::FirstFrom(const Track& track, std::size_t first, Moment moment) const {
+    std::size_t step = 1;
+    while (step < track.End - first && TimeOf(first + step) < moment) {
+        step *= 2;
+    }
     const auto all = values_.Times().All();
-    const auto begin = all.begin() + static_cast<std::ptrdiff_t>(first);
-    const auto end = all.begin() + static_cast<std::ptrdiff_t>(track.End);
+    const auto begin = all.begin() + static_cast<std::ptrdiff_t>(first + step / 2);
+    const auto end = all.begin() + static_cast<std::ptrdiff_t>(std::min(first + step, track.End));
     return static_cast<std::size_t>(std::lower_bound(begin, end, moment) - all.begin());
 }
 
@@ -183,6 +217,9 @@ void PlotColumn::DrawTrack(const Track& track, Moment from, Moment to, int pixel
 
 std::vector<PlotPoint> PlotColumn::PointsIn(Moment from, Moment to, int pixels) const {
     std::vector<PlotPoint> points;
+    points.reserve(
+        std::min(values_.RecordCount(),
+                 PointsAPixel * static_cast<std::size_t>(std::clamp(pixels, 1, 10'000))));
     Pen pen(*this, points);
     if (from <= to) {
         for (const Track& track : tracks_) {

@@ -67,13 +67,13 @@ class PlotColumn {
         std::uint32_t Lowest;
         std::uint32_t Highest;
     };
+    class Finder;
     class Pen;
 
     void FindTracks();
     void BuildLevels();
     [[nodiscard]] double ValueOf(std::size_t record) const { return values_.At(column_, record); }
     [[nodiscard]] Moment TimeOf(std::size_t record) const { return values_.Times().At(record); }
-    [[nodiscard]] Extremes Merge(const Extremes& a, const Extremes& b) const;
     [[nodiscard]] Extremes BlockAt(std::size_t level, std::size_t block) const;
     /// Of records begin to end - 1 of a track, at least one.
     [[nodiscard]] Extremes ExtremesOf(std::size_t begin, std::size_t end) const;

@@ -32,6 +32,7 @@ constexpr std::array<int, 4> MonthSteps = {1, 2, 3, 6};
 constexpr std::array<int, 6> YearSteps = {1, 2, 5, 10, 20, 50};
 constexpr int MonthsPerYear = 12;
 constexpr Moment ShortestMonth = 28 * SecondsPerDay;
+constexpr Moment ShortestYear = MonthsPerYear * ShortestMonth;
 
 Moment RoundUp(Moment moment, Moment step, Moment origin) {
     const Moment distance = moment - origin;
@@ -88,12 +89,12 @@ TimeTicks TimeTicksOf(Moment from, Moment to, int most) {
     }
     int years = YearSteps.back();
     for (const int step : YearSteps) {
-        if (fits(step * MonthsPerYear * ShortestMonth)) {
+        if (fits(step * ShortestYear)) {
             years = step;
             break;
         }
     }
-    return {MonthTicks(from, to, years * MonthsPerYear), years * MonthsPerYear * ShortestMonth};
+    return {MonthTicks(from, to, years * MonthsPerYear), years * ShortestYear};
 }
 
 std::string TickText(Moment tick, Moment step, const SystemClock& clock) {

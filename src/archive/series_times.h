@@ -1,6 +1,7 @@
 #ifndef ORVIA_ARCHIVE_SERIES_TIMES_H
 #define ORVIA_ARCHIVE_SERIES_TIMES_H
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <vector>
@@ -59,6 +60,11 @@ class SeriesTimes {
     [[nodiscard]] const RecordSpacing& Spacing(std::size_t record) const {
         const std::size_t settings = series_.Records[record].Settings;
         return settings < spacings_.size() ? spacings_[settings] : unknown_;
+    }
+    /// Whether all settings tell when records are due.
+    [[nodiscard]] bool AreScheduled() const {
+        return std::all_of(spacings_.begin(), spacings_.end(),
+                           [](const RecordSpacing& spacing) { return spacing.IsScheduled(); });
     }
     /// How record - 1 and record lie together; record 1 to Count - 1.
     [[nodiscard]] PairKind Pair(std::size_t record) const {

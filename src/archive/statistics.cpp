@@ -142,7 +142,10 @@ std::vector<ColumnStatistics> StatisticsOf(const SeriesValues& values, std::size
             sums[number].Timeless |= !times.Spacing(record).IsScheduled();
         }
     }
-    const std::vector<Integral> integrals = IntegrateColumn(values, column, periods);
+    // Only where time counts in a mean.
+    const std::vector<Integral> integrals = times.AreScheduled()
+                                                ? std::vector<Integral>(periods.Count())
+                                                : IntegrateColumn(values, column, periods);
     for (std::size_t number = 0; number < periods.Count(); ++number) {
         statistics[number].Mean = MeanOf(statistics[number], sums[number], integrals[number]);
     }
