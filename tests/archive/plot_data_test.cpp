@@ -53,7 +53,7 @@ TEST_F(PlotDataTest, OneRecordIsAPointWhereItIsLookedFor) {
 
 TEST_F(PlotDataTest, RecordsNextToBothEndsAreThere) {
     for (const int i : {0, 1, 2, 3, 4}) {
-        maker.Add(SomeDay + i * 900, {i});
+        maker.Add(SomeDay + i * 900LL, {i});
     }
     EXPECT_THAT(Drawn(1000, 2000), ElementsAre("900:1", "1800:2", "2700:3"));
     EXPECT_THAT(Drawn(1000, 1100), ElementsAre("900:1", "1800:2"));
@@ -73,7 +73,7 @@ TEST_F(PlotDataTest, GapsAndClocksSetBackBreakTheLine) {
 TEST_F(PlotDataTest, ColumnThatIsMissingBreaksTheLine) {
     maker.Change().EngUnits[0] = "Meters";
     for (const int i : {0, 1, 2, 3}) {
-        maker.Add(SomeDay + i * 900, {i}, i == 1 || i == 2 ? 1 : 0);
+        maker.Add(SomeDay + i * 900LL, {i}, i == 1 || i == 2 ? 1 : 0);
     }
     EXPECT_THAT(Drawn(0, 9000), ElementsAre("0:0", "|", "2700:3"));
     EXPECT_THAT(Drawn(0, 9000, 100, 1), ElementsAre("900:1", "1800:2"));
@@ -93,15 +93,15 @@ TEST_F(PlotDataTest, ReductionCoversThePixelsThatAllRecordsCover) {
     maker.Logger().LoggingStyle = 1;
     Moment at = SomeDay;
     for (int i = 0; i < 20'000; ++i) {
-        at += random() % 7;
+        at += static_cast<Moment>(random() % 7);
         maker.Add(at, {static_cast<int>(random() % 65'536)});
     }
     const SeriesValues values(maker.Made);
     const PlotColumn column(values, 0);
     constexpr int Pixels = 37;
     for (int view = 0; view < 20; ++view) {
-        const Moment from = SomeDay + random() % 20'000;
-        const Moment to = from + 20'000 + random() % 30'000;
+        const Moment from = SomeDay + static_cast<Moment>(random() % 20'000);
+        const Moment to = from + 20'000 + static_cast<Moment>(random() % 30'000);
         using Extent = std::array<double, 2>;
         std::array<Extent, Pixels> all{};
         std::array<Extent, Pixels> drawn{};
@@ -137,7 +137,7 @@ TEST_F(PlotDataTest, ReductionCoversThePixelsThatAllRecordsCover) {
 
 TEST_F(PlotDataTest, GapsWiderThanAPixelBreakTheReducedLineToo) {
     for (int i = 0; i < 1000; ++i) {
-        maker.Add(SomeDay + i * 900 + (i >= 500 ? 450'000 : 0), {i % 10});
+        maker.Add(SomeDay + i * 900LL + (i >= 500 ? 450'000LL : 0), {i % 10});
     }
     const SeriesValues values(maker.Made);
     const auto points = PlotColumn(values, 0).PointsIn(SomeDay, SomeDay + 1'350'000, 10);
@@ -162,7 +162,7 @@ TEST_F(PlotDataTest, RangeOfNothingIsNone) {
 
 TEST_F(PlotDataTest, CursorReadsTheNearestRecord) {
     for (const int i : {0, 1, 2}) {
-        maker.Add(SomeDay + i * 900, {i});
+        maker.Add(SomeDay + i * 900LL, {i});
     }
     EXPECT_EQ(Reading(0).value().Record, 0U);
     EXPECT_EQ(Reading(450).value().Record, 0U);
@@ -233,7 +233,7 @@ class PlotMarksTest : public testing::Test {
 
 TEST_F(PlotMarksTest, AlarmsAreMarkedWhereRecordsBeginAndEndWithThem) {
     for (int i = 0; i < 46; ++i) {
-        maker.Add(SomeDay + 23'400 + i * 900, {1});  // 6:30 to 17:45
+        maker.Add(SomeDay + 23'400 + i * 900LL, {1});  // 6:30 to 17:45
     }
     maker.Add(SomeDay + SecondsPerDay + 23'400 + 5, {1});
     EXPECT_THAT(Marks(), ElementsAre("Alarm 1 2024-01-14T06:30:00", "Alarm 2 2024-01-14T18:00:00",
@@ -253,10 +253,16 @@ TEST_F(PlotMarksTest, GapsAtOtherTimesAndTheLastRecordMarkNoAlarm) {
 }
 
 TEST_F(PlotMarksTest, AlarmMustLieInTheGap) {
-    maker.Add(SomeDay + 23'400 + 900, {1});
-    maker.Logger().SampleInterval = "1 second";
-    maker.Add(SomeDay + 23'400 + 1000, {1});
+    maker.Logger().LoggingStyle = 2;
+    for (const Moment at : {23'398, 23'399, 23'400, 23'401, 23'410}) {
+        maker.Add(SomeDay + at, {1});
+    }
+    for (const Moment at : {64'790, 64'797, 64'798, 64'799, 64'800, 64'801}) {
+        maker.Add(SomeDay + at, {1});
+    }
     EXPECT_TRUE(Marks().empty());
+    maker.Made.Records.erase(maker.Made.Records.end() - 5, maker.Made.Records.end() - 1);
+    EXPECT_THAT(Marks(), ElementsAre("Alarm 2 2024-01-14T18:00:00"));
 }
 
 TEST_F(PlotMarksTest, ClockSetBackIsMarkedWhereItWasSetTo) {

@@ -39,7 +39,7 @@ TEST(RecordMoment, EveryPackedTimeLiesBetweenTheEarliestAndTheLatest) {
 }
 
 TEST(RecordMoment, EveryDayComesBackAsItWas) {
-    Moment moment = EarliestMoment + 12 * SecondsPerHour + 34 * 60 + 56;
+    Moment moment = EarliestMoment + 12 * SecondsPerHour + 34 * SecondsPerMinute + 56;
     int day = 31;
     for (; moment < LatestMoment; moment += SecondsPerDay) {
         const LocalTime time = TimeOfMoment(moment);

@@ -199,7 +199,7 @@ TEST(SeriesValues, OrderOfTheSettingsChangesNothing) {
     later.EngUnits[1] = "Deg F";
     later.UpperLimit[0] = 7;
     for (int i = 0; i < 20; ++i) {
-        maker.Add(SomeDay + i * 900, {i, 3 * i}, i < 12 ? 0 : 1);
+        maker.Add(SomeDay + i * 900LL, {i, 3 * i}, i < 12 ? 0 : 1);
     }
     Series other = maker.Made;
     std::swap(other.Settings[0], other.Settings[1]);

@@ -111,7 +111,7 @@ TEST_F(StatisticsTest, LargestDoublesHaveAFiniteMean) {
     maker.Logger().UpperLimit[0] = 1.7e308;
     maker.Logger().LoggingStyle = 0;
     for (int i = 0; i < 50; ++i) {
-        maker.Add(SomeDay + i * 900, {i, 0});
+        maker.Add(SomeDay + i * 900LL, {i, 0});
     }
     EXPECT_DOUBLE_EQ(Of(Day).Mean.value(), 1.7e308);
     maker.Logger().LoggingStyle = 1;
@@ -180,7 +180,7 @@ TEST_F(StatisticsTest, WholePeriodIsDueBeforeTheFirstAndBehindTheLastRecord) {
 TEST_F(StatisticsTest, IntervalThatDividesNoDayIsDueAsItFalls) {
     maker.Logger().SampleInterval = "7 minutes";
     for (int i = 0; i < 2000; ++i) {
-        maker.Add(SomeDay + 11 + i * 420, {1, 2});
+        maker.Add(SomeDay + 11 + i * 420LL, {1, 2});
     }
     const Periods days({SomeDay, SomeDay + 9 * SecondsPerDay}, PeriodStep::Day);
     for (const Attendance& day : AttendanceOf(SeriesTimes(maker.Made), days)) {
@@ -235,10 +235,10 @@ TEST_F(StatisticsTest, NothingIsDueWithoutAnInterval) {
 
 TEST_F(StatisticsTest, ClockSetBackIsCountedAndLeavesTheDayComplete) {
     for (int i = 0; i < 20; ++i) {
-        maker.Add(SomeDay + i * 900, {1, 2});
+        maker.Add(SomeDay + i * 900LL, {1, 2});
     }
     for (int i = 0; i < 20; ++i) {
-        maker.Add(SomeDay + 7200 + i * 900, {1, 2});
+        maker.Add(SomeDay + 7200 + i * 900LL, {1, 2});
     }
     const Attendance found = Present({SomeDay, SomeDay + 7200 + 20 * 900});
     EXPECT_EQ(found.Records, 40);

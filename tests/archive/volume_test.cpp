@@ -30,7 +30,7 @@ TEST_P(Hydrograph, ConstantFlowIsFlowTimesTime) {
     SeriesMaker maker(1, 0);
     maker.FlowIsLevel(GetParam().FlowUnits);
     for (int i = 0; i <= 96; ++i) {
-        maker.Add(SomeDay + i * 900, {10});
+        maker.Add(SomeDay + i * 900LL, {10});
     }
     EXPECT_EQ(VolumeOf(maker.Made, GetParam().Unit, Day), GetParam().Constant);
 }
