@@ -54,13 +54,7 @@ struct Sums {
     std::int64_t Count = 0;
 };
 
-Sums SumsOf(const Series& series, const Periods& periods) {
-    const SeriesValues values(series);
-    Sums sums;
-    for (const auto& volume : VolumesOf(values, VolumeUnit::CubicFeet, periods)) {
-        sums.Volume += volume ? volume->Volume : 0;
-        sums.Covered += volume ? volume->Covered : 0;
-    }
+void AddPulses(const SeriesValues& values, const Periods& periods, Sums& sums) {
     for (std::size_t column = 0; column < values.Columns().size(); ++column) {
         if (values.Columns()[column].Kind == ColumnKind::Pulse) {
             for (const auto& total : PulseTotalsOf(values, column, periods)) {
@@ -69,6 +63,16 @@ Sums SumsOf(const Series& series, const Periods& periods) {
             }
         }
     }
+}
+
+Sums SumsOf(const Series& series, const Periods& periods) {
+    const SeriesValues values(series);
+    Sums sums;
+    for (const auto& volume : VolumesOf(values, VolumeUnit::CubicFeet, periods)) {
+        sums.Volume += volume ? volume->Volume : 0;
+        sums.Covered += volume ? volume->Covered : 0;
+    }
+    AddPulses(values, periods, sums);
     for (const Attendance& period : AttendanceOf(values.Times(), periods)) {
         EXPECT_LE(period.Scheduled, period.Due);
         sums.Present.Records += period.Records;
