@@ -61,7 +61,7 @@ TEST_F(ReportTest, WorkedByHand) {
     // Levels 1, 2, 3, 2 on Sunday and 1, 1 till the next gap; ten pulses each time.
     int pulses = 0;
     for (const int level : {10, 20, 30, 20, 10, 10}) {
-        maker.Add(SomeDay + pulses / 10 * 6 * SecondsPerHour, {level, pulses});
+        maker.Add(SomeDay + Moment{pulses} / 10 * 6 * SecondsPerHour, {level, pulses});
         pulses += 10;
     }
     const Report report = Make();
