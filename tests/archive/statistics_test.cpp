@@ -240,7 +240,7 @@ TEST_F(StatisticsTest, ClockSetBackIsCountedAndLeavesTheDayComplete) {
     for (int i = 0; i < 20; ++i) {
         maker.Add(SomeDay + 7200 + i * 900LL, {1, 2});
     }
-    const Attendance found = Present({SomeDay, SomeDay + 7200 + 20 * 900});
+    const Attendance found = Present({SomeDay, SomeDay + 7200 + 20 * 900LL});
     EXPECT_EQ(found.Records, 40);
     EXPECT_EQ(found.Due, 40);
     EXPECT_EQ(found.ClockChanges, 1);
