@@ -82,7 +82,7 @@ std::vector<LoggerSummary> ListLoggers(ArchiveStore& store) {
     return list;
 }
 
-Series ReadSeries(ArchiveStore& store, std::int64_t logger, const Period& period) {
+Series ReadSeries(ArchiveStore& store, std::int64_t logger, const PackedTimes& period) {
     const ArchiveTransaction reading(store, ArchiveTransaction::Kind::Reading);
     Series series;
     const auto places = store.PlacesWithin(logger, period);
