@@ -24,7 +24,8 @@ using PackedTimes = ArchiveRange<std::uint32_t>;
 
 /// The records of a logger whose time lies in the period, in the order of the series. Each has the
 /// settings that the upload which read it first had. The archive is open.
-[[nodiscard]] Series ReadSeries(ArchiveStore& store, std::int64_t logger, const PackedTimes& period);
+[[nodiscard]] Series ReadSeries(ArchiveStore& store, std::int64_t logger,
+                                const PackedTimes& period);
 /// All of them.
 [[nodiscard]] Series ReadSeries(ArchiveStore& store, std::int64_t logger);
 
