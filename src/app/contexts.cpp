@@ -118,3 +118,13 @@ SetupRecords Contexts::Setup() const {
             .version = VersionText(),
             .showBaudRate = state_.ShowBaudRate};
 }
+
+ArchiveContext Contexts::Collected() const {
+    return {.outside = state_.Outside, .lastFolder = state_.LastHistoryFolder};
+}
+
+ArchiveWork Contexts::Archive() const {
+    return {.windows = Collected(),
+            .settings = state_.SettingsRecord,
+            .filer = state_.Filer ? &*state_.Filer : nullptr};
+}

@@ -69,6 +69,9 @@ void frmMain::BuildForAllMenu() {
 void frmMain::BuildDataMenu() {
     QMenu& making = *menuBar()->addMenu(QStringLiteral("&Data"));
     making.setObjectName(QStringLiteral("mnuData"));
+    QAction* archive = AddItem(making, QStringLiteral("mnuArchive"), QStringLiteral("&Archive..."),
+                               [this] { ShowArchive(); });
+    archive->setEnabled(state_.Outside.Archive != nullptr);
     AddItem(making, QStringLiteral("mnuNewFlowTable"), QStringLiteral("&New Flow Table..."),
             [this] { ShowRating(); });
 }
