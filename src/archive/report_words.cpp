@@ -1,5 +1,7 @@
 #include "archive/report_words.h"
 
+#include <algorithm>
+
 namespace {
 
 /// The columns in front of those of the channels.
@@ -54,6 +56,20 @@ std::string SummaryText(const Report& report) {
         text += ", clock set back " + Counted(whole[SetBackCell], " time", " times");
     }
     return text;
+}
+
+std::vector<ReportLine> PageHeadOf(const Report& report) {
+    std::vector<ReportLine> head = report.Head;
+    const auto made = std::find_if(head.begin(), head.end(),
+                                   [](const ReportLine& line) { return line.Label == "Made"; });
+    head.insert(made, {"Records", SummaryText(report)});
+    return head;
+}
+
+std::string PeriodSummary(const Report& report) {
+    const auto period = std::find_if(report.Head.begin(), report.Head.end(),
+                                     [](const auto& line) { return line.Label == "Period"; });
+    return (period == report.Head.end() ? "" : period->Text + ": ") + SummaryText(report);
 }
 
 std::vector<ColumnGroup> GroupsOf(std::span<const ReportColumn> columns) {

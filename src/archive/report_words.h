@@ -15,6 +15,12 @@
 /// there is no record, or no period.
 [[nodiscard]] std::string SummaryText(const Report& report);
 
+/// The lines above the table on paper: those of the report, and how complete it is.
+[[nodiscard]] std::vector<ReportLine> PageHeadOf(const Report& report);
+
+/// The period of a report and how complete it is, in one line.
+[[nodiscard]] std::string PeriodSummary(const Report& report);
+
 /// Neighbouring columns under one heading; a column without a group stands alone.
 struct ColumnGroup {
     std::string Name;

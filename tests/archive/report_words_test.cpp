@@ -55,6 +55,24 @@ TEST_F(ReportWordsTest, TheSummarySaysWhatIsMissing) {
     EXPECT_EQ(SummaryText(Make()), "There is no period to report on.");
 }
 
+TEST_F(ReportWordsTest, ThePageTellsHowCompleteItIsBeforeWhoMadeIt) {
+    maker.Logger().SampleInterval = "1 day";
+    maker.Add(SomeDay, {10, 1});
+    const Report report = Make();
+    EXPECT_THAT(PageHeadOf(report),
+                ElementsAre(ReportLine{"Logger", "Pump 3"},
+                            ReportLine{"Period", "1/14/24 00:00:00 - 1/15/24 23:59:59"},
+                            ReportLine{"Records", SummaryText(report)},
+                            ReportLine{"Made", "11/15/2026 11:21:05 PM"}));
+}
+
+TEST_F(ReportWordsTest, OneLineTellsThePeriodAndHowCompleteItIs) {
+    EXPECT_EQ(PeriodSummary(Make()),
+              "1/14/24 00:00:00 - 1/15/24 23:59:59: There are no records in this period.");
+    span = {};
+    EXPECT_EQ(PeriodSummary(Make()), "There is no period to report on.");
+}
+
 TEST_F(ReportWordsTest, NeighboursOfAGroupStandTogether) {
     const std::vector<ReportColumn> columns = {{"", "Period"}, {"", "Records"}, {"A", "Minimum"},
                                                {"A", "At"},    {"B", "Total"},  {"A", "Mean"}};
