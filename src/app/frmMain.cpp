@@ -19,6 +19,7 @@
 #include "app/frmAbout.h"
 #include "app/frmSplash.h"
 #include "app/lifecycle.h"
+#include "archive/frmPlot.h"
 #include "client/frmClient.h"
 #include "common/fault.h"
 #include "common/help_file.h"
@@ -246,6 +247,9 @@ void frmMain::CloseAllChildForms() {
     if (rating_ != nullptr) {
         TrapFault([this] { rating_->Unload(); });
     }
+    for (frmPlot* plot : findChildren<frmPlot*>()) {
+        TrapFault([plot] { plot->Unload(); });
+    }
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
         TrapFault([this, window] { UnloadChild(**window); });
@@ -376,4 +380,27 @@ void frmMain::ListWindows() {
     if (mnuWindow_->isEmpty()) {
         mnuWindow_->addAction(QStringLiteral("No client window is open"))->setEnabled(false);
     }
+}
+
+void frmMain::ShowLivePlot() {
+    for (const std::shared_ptr<ClientWindow>& window : state_.Windows.Slots) {
+        const auto client = std::dynamic_pointer_cast<frmClient>(window);
+        if (client == nullptr || client->IsActive() == False) {
+            continue;
+        }
+        const std::string name = client->Caption();
+        auto* plot = new frmPlot(
+            {state_.Outside, state_.LastHistoryFolder}, name,
+            [this, name, closed = std::weak_ptr(client)] {
+                const std::shared_ptr<frmClient> open = closed.lock();
+                return open ? state_.Live.Of(open->Model(), name) : nullptr;
+            },
+            this);
+        plot->show();
+        return;
+    }
+    state_.Boxes.Show({.Text = "There is no active client window. A live plot shows the readings "
+                               "of one.",
+                       .Title = "Live Plot",
+                       .Icon = BoxIcon::Exclamation});
 }

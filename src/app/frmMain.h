@@ -103,6 +103,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void WithChosenClient(const std::function<void()>& action);
     void ToggleAutoUpdate();
     void ShowRating();
+    void ShowLivePlot();
     [[nodiscard]] bool KeepsFlowTable();
     void ListWindows();
     void UnloadChild(QMdiSubWindow& child);

@@ -71,6 +71,8 @@ void frmMain::BuildDataMenu() {
     making.setObjectName(QStringLiteral("mnuData"));
     AddItem(making, QStringLiteral("mnuNewFlowTable"), QStringLiteral("&New Flow Table..."),
             [this] { ShowRating(); });
+    AddItem(making, QStringLiteral("mnuLivePlot"), QStringLiteral("&Live Plot"),
+            [this] { ShowLivePlot(); });
 }
 
 void frmMain::ToggleAutoUpdate() {
