@@ -91,7 +91,8 @@ ClientContext Contexts::Clients(ClientPopup& popup) const {
             .Exchange = state_.Exchange,
             .Outside = state_.Outside,
             .View = view_,
-            .Popup = popup};
+            .Popup = popup,
+            .Samples = &state_.Live};
 }
 
 HistoryContext Contexts::History() const {

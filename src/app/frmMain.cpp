@@ -19,14 +19,12 @@
 #include "app/frmAbout.h"
 #include "app/frmSplash.h"
 #include "app/lifecycle.h"
-#include "archive/frmArchive.h"
 #include "client/frmClient.h"
 #include "common/fault.h"
 #include "common/help_file.h"
 #include "console/client_list.h"
 #include "console/frmClientList.h"
 #include "flow/frmRating.h"
-#include "history/frmGetHistory.h"
 #include "link/busy_guard.h"
 #include "link/frmConnect.h"
 #include "link/sampling.h"
@@ -245,10 +243,7 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
 
 void frmMain::CloseAllChildForms() {
     CloseDialogs();
-    if (rating_ != nullptr) {
-        TrapFault([this] { rating_->Unload(); });
-    }
-    CloseArchive();
+    CloseDataWindows();
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
         TrapFault([this, window] { UnloadChild(**window); });
@@ -282,38 +277,6 @@ void frmMain::closeEvent(QCloseEvent* event) {
 bool frmMain::KeepsFlowTable() {
     // While an exchange runs the close is refused anyway, without a word.
     return rating_ == nullptr || state_.LinkRecord.CommBusy != False || rating_->MayClose();
-}
-
-void frmMain::ShowRating() {
-    if (rating_ == nullptr) {
-        rating_ = new frmRating(state_.Outside, this);
-    }
-    rating_->ShowOrRaise();
-}
-
-void frmMain::ShowArchive() {
-    if (archive_ == nullptr) {
-        archive_ = new frmArchive(contexts_.Archive(), this);
-    }
-    archive_->ShowOrRaise();
-}
-
-void frmMain::CloseArchive() {
-    if (archive_ != nullptr) {
-        TrapFault([this] { archive_->Unload(); });
-    }
-}
-
-void frmMain::UploadHistory(const OperationContext& context) {
-    GetHistoryInWindows(context, contexts_.History(), this,
-                        [this](const FlowTable& points, QDialog& viewer) {
-                            PlotViewed(points, viewer);
-                        });
-}
-
-void frmMain::PlotViewed(const FlowTable& points, QDialog& viewer) {
-    static_cast<void>(points);
-    static_cast<void>(viewer);
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

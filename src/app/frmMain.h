@@ -106,9 +106,12 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void ToggleAutoUpdate();
     void ShowRating();
     void ShowArchive();
-    void CloseArchive();
+    void ShowLivePlot();
+    void PlotSeries(std::vector<std::shared_ptr<const NamedSeries>> series, const Period& span);
+    void ReportSeries(std::shared_ptr<const NamedSeries> series, const Period& span);
     void UploadHistory(const OperationContext& context);
     void PlotViewed(const FlowTable& points, QDialog& viewer);
+    void CloseDataWindows();
     [[nodiscard]] bool KeepsFlowTable();
     void ListWindows();
     void UnloadChild(QMdiSubWindow& child);

@@ -74,6 +74,8 @@ void frmMain::BuildDataMenu() {
     archive->setEnabled(state_.Outside.Archive != nullptr);
     AddItem(making, QStringLiteral("mnuNewFlowTable"), QStringLiteral("&New Flow Table..."),
             [this] { ShowRating(); });
+    AddItem(making, QStringLiteral("mnuLivePlot"), QStringLiteral("&Live Plot"),
+            [this] { ShowLivePlot(); });
 }
 
 void frmMain::ToggleAutoUpdate() {

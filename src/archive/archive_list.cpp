@@ -9,6 +9,7 @@
 #include "common/text.h"
 #include "console/entry_texts.h"
 #include "history/record_time.h"
+#include "logger/date_text.h"
 
 namespace {
 
@@ -24,7 +25,7 @@ std::string RecordText(const std::optional<ArchiveRecord>& record, const SystemC
 }
 
 std::string TimeText(const LocalTime& time, const SystemClock& clock) {
-    return clock.DateText(time) + " " + TwoDigits(time.Hour) + ":" + TwoDigits(time.Minute) + ":" +
+    return cmd::ShortDateText(clock, time.Year, time.Month, time.Day) + " " + TwoDigits(time.Hour) + ":" + TwoDigits(time.Minute) + ":" +
            TwoDigits(time.Second);
 }
 

@@ -96,9 +96,11 @@ void frmArchive::TakeList() {
 void frmArchive::ShowCount() {
     const int shown = order_->rowCount();
     const int all = model_->rowCount();
+    const QString loggers = all == 1 ? QStringLiteral("logger") : QStringLiteral("loggers");
     lblCount_->setText(all == 0       ? QString()
-                       : shown == all ? QStringLiteral("%1 loggers").arg(all)
-                                      : QStringLiteral("%1 of %2 loggers").arg(shown).arg(all));
+                       : shown == all ? QStringLiteral("%1 %2").arg(all).arg(loggers)
+                                      : QStringLiteral("%1 of %2 %3").arg(shown).arg(all).arg(
+                                            loggers));
 }
 
 void frmArchive::ShowUploads() {

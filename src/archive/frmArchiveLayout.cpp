@@ -85,7 +85,7 @@ QWidget* frmArchive::BuildLoggers() {
     lvwLoggers_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     lvwLoggers_->setSortingEnabled(true);
     lvwLoggers_->sortByColumn(static_cast<int>(LoggerColumn::Name), Qt::AscendingOrder);
-    lvwLoggers_->SetWidths({0, 19, 19, 19, 10, 8, 9, 10});
+    lvwLoggers_->SetWidths({0, 17, 17, 17, 8, 6, 7, 8}, 0);
     auto* inner = new QVBoxLayout(panel);
     inner->setContentsMargins(0, 0, 0, 0);
     inner->addWidget(CaptionFor(lvwLoggers_, Named("lblLoggers"), QStringLiteral("&Loggers:")));
@@ -109,7 +109,7 @@ QWidget* frmArchive::BuildUploads() {
                                   QStringLiteral("Uploads of the logger"));
     lvwUploads_->setModel(uploads_);
     lvwUploads_->setSelectionMode(QAbstractItemView::SingleSelection);
-    lvwUploads_->SetWidths({0, 22, 14, 12, 12, 12});
+    lvwUploads_->SetWidths({19, 19, 12, 9, 9, 9}, static_cast<int>(UploadColumn::Outcome));
     lblUploads_ = CaptionFor(lvwUploads_, Named("lblUploads"), QStringLiteral("&Uploads:"));
     lblUploads_->setTextFormat(Qt::PlainText);
     lblUploads_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -139,7 +139,8 @@ void frmArchive::BuildLists(QBoxLayout& column) {
 }
 
 QDateEdit* frmArchive::DayField(const char* name) {
-    auto* field = new QDateEdit(QDate::currentDate(), this);
+    const LocalTime today = session_.Work().windows.outside.Clock.Now();
+    auto* field = new QDateEdit(QDate(today.Year, today.Month, today.Day), this);
     field->setObjectName(Named(name));
     field->setCalendarPopup(true);
     field->setDisplayFormat(DayFormat());

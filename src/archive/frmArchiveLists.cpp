@@ -225,8 +225,9 @@ ArchiveList::ArchiveList(QWidget* parent, const QString& name, const QString& me
     FitRows();
 }
 
-void ArchiveList::SetWidths(const std::vector<int>& characters) {
-    characters_ = characters;
+void ArchiveList::SetWidths(const std::vector<int>& digits, int stretched) {
+    digits_ = digits;
+    stretched_ = stretched;
     FitColumns();
 }
 
@@ -237,13 +238,14 @@ void ArchiveList::FitRows() {
 }
 
 void ArchiveList::FitColumns() {
-    for (std::size_t i = 0; i < characters_.size(); ++i) {
+    const int margin = fontMetrics().height() / 2;
+    for (std::size_t i = 0; i < digits_.size(); ++i) {
         const int column = static_cast<int>(i);
-        const int wanted = fontMetrics().averageCharWidth() * characters_[i];
+        const int wanted = fontMetrics().horizontalAdvance(QLatin1Char('0')) * digits_[i] + margin;
         horizontalHeader()->resizeSection(
             column, std::max(wanted, horizontalHeader()->sectionSizeHint(column)));
         horizontalHeader()->setSectionResizeMode(
-            column, i == 0 ? QHeaderView::Stretch : QHeaderView::Interactive);
+            column, column == stretched_ ? QHeaderView::Stretch : QHeaderView::Interactive);
     }
 }
 

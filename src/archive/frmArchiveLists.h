@@ -82,8 +82,8 @@ class ArchiveList final : public QTableView {
  public:
     ArchiveList(QWidget* parent, const QString& name, const QString& meaning);
 
-    /// Widths of the columns, in characters; the first takes what is left.
-    void SetWidths(const std::vector<int>& characters);
+    /// Widths of the columns, in digits; one takes what is left.
+    void SetWidths(const std::vector<int>& digits, int stretched);
 
  protected:
     void changeEvent(QEvent* event) override;
@@ -92,7 +92,8 @@ class ArchiveList final : public QTableView {
     void FitRows();
     void FitColumns();
 
-    std::vector<int> characters_;
+    std::vector<int> digits_;
+    int stretched_ = 0;
 };
 
 #endif  // ORVIA_ARCHIVE_FRM_ARCHIVE_LISTS_H

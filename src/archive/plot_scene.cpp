@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "archive/value_axis.h"
+#include "common/number_text.h"
 
 namespace {
 
@@ -47,6 +48,30 @@ std::string UnitOf(const SeriesColumn& column) {
     const std::size_t close = heading.rfind(')');
     return open < close && close != std::string::npos ? heading.substr(open + 1, close - open - 1)
                                                       : heading;
+}
+
+std::vector<std::size_t> FirstChoice(const SeriesValues& values) {
+    std::vector<std::size_t> first;
+    if (!values.Columns().empty()) {
+        first.push_back(0);
+    }
+    const auto flow = values.FlowColumn();
+    if (flow && *flow != 0) {
+        first.push_back(*flow);
+    }
+    return first;
+}
+
+std::string PlotTitle(const std::vector<SharedSeries>& series) {
+    switch (series.size()) {
+        case 1:
+            return "Plot of " + series.front()->Name();
+        case 2:
+            return "Plot of " + series.front()->Name() + " and " + series.back()->Name();
+        default:
+            return "Plot of " + IntegerToText(static_cast<std::int64_t>(series.size())) +
+                   " Loggers";
+    }
 }
 
 Period WholeOf(const std::vector<SharedSeries>& series) {

@@ -36,6 +36,12 @@ struct SceneMark {
 /// "Feet" of a channel in feet, "GPM" of "Flow (GPM)".
 [[nodiscard]] std::string UnitOf(const SeriesColumn& column);
 
+/// The columns that a plot begins with: channel 1, and flow if there is one.
+[[nodiscard]] std::vector<std::size_t> FirstChoice(const SeriesValues& values);
+
+/// "Plot of Hill Tanks", "Plot of Hill Tanks and Mill", "Plot of 3 Loggers".
+[[nodiscard]] std::string PlotTitle(const std::vector<std::shared_ptr<const NamedSeries>>& series);
+
 /// From the earliest record of some series to the latest, both inside; empty without records.
 [[nodiscard]] Period WholeOf(const std::vector<std::shared_ptr<const NamedSeries>>& series);
 

@@ -78,7 +78,7 @@ TEST_F(ArchiveFormTest, ShowsWhatThereIsOfALogger) {
                                                "1/15/24 00:00:00", "97"}));
     EXPECT_EQ(Cell("lvwLoggers", 0, GapsColumn + 1), "1");
     EXPECT_NE(Cell("lvwLoggers", 0, GapsColumn + 2).find(" KB"), std::string::npos);
-    EXPECT_EQ(LabelText("lblCount"), "1 loggers");
+    EXPECT_EQ(LabelText("lblCount"), "1 logger");
     ASSERT_EQ(List("lvwUploads").rowCount(), 1);
     EXPECT_EQ(Cell("lvwUploads", 0, 2), "complete");
     EXPECT_EQ(Cell("lvwUploads", 0, 3), "97");
