@@ -29,10 +29,13 @@ QString Named(const char* name) {
     return QString::fromLatin1(name);
 }
 
-bool ChoosePrinter(QPrinter& printer, QWidget* parent) {
-    QPrintDialog dialog(&printer, parent);
-    dialog.setOptions(QAbstractPrintDialog::PrintToFile);
-    return dialog.exec() == QDialog::Accepted;
+std::unique_ptr<QPagedPaintDevice> ChoosePrinter(const QString& title, QWidget* parent) {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setPageOrientation(QPageLayout::Landscape);
+    printer->setDocName(title);
+    QPrintDialog dialog(printer.get(), parent);
+    const bool chosen = dialog.exec() == QDialog::Accepted;
+    return chosen ? std::move(printer) : nullptr;
 }
 
 }  // namespace
@@ -41,7 +44,7 @@ bool ChoosePrinter(QPrinter& printer, QWidget* parent) {
 
 frmPlot::frmPlot(const ArchiveContext& context, std::vector<SharedSeries> series,
                  const Period& span, QWidget* parent)
-    : QDialog(parent), AskPrinter(ChoosePrinter), context_(context), series_(std::move(series)) {
+    : QDialog(parent), AskPaper(ChoosePrinter), context_(context), series_(std::move(series)) {
     name_ = series_.size() == 1 ? series_.front()->Name() : "Plot";
     Build(ToQt(PlotTitle(series_)));
     const Period whole = span.IsEmpty() ? WholeOf(series_) : span;
@@ -53,7 +56,7 @@ frmPlot::frmPlot(const ArchiveContext& context, std::vector<SharedSeries> series
 frmPlot::frmPlot(const ArchiveContext& context, const std::string& name, LiveSource source,
                  QWidget* parent)
     : QDialog(parent),
-      AskPrinter(ChoosePrinter),
+      AskPaper(ChoosePrinter),
       context_(context),
       name_(name),
       source_(std::move(source)) {
@@ -106,11 +109,14 @@ QWidget* frmPlot::BuildSide() {
     lblMarks_->setMinimumHeight(fontMetrics().lineSpacing() * MarkLines);
     auto* column = new QVBoxLayout(side);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(CaptionFor(list_, Named("lblLines"), QStringLiteral("&Lines:")));
+    QLabel* caption = CaptionFor(list_, Named("lblLines"), QStringLiteral("&Lines:"));
+    // As high as the row of buttons beside it.
+    caption->setMinimumHeight(QPushButton(QStringLiteral("Zoom")).sizeHint().height());
+    column->addWidget(caption);
     column->addWidget(list_, 1);
     column->addWidget(lblCursor_);
     column->addWidget(lblMarks_);
-    constexpr int Characters = 40;
+    constexpr int Characters = 48;
     side->setMinimumWidth(fontMetrics().averageCharWidth() * Characters);
     return side;
 }
@@ -266,13 +272,11 @@ void frmPlot::Save() {
 
 void frmPlot::Print() {
     const QPointer<frmPlot> self(this);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageOrientation(QPageLayout::Landscape);
-    printer.setDocName(windowTitle());
-    if (!AskPrinter(printer, this) || self == nullptr || unloaded_) {
+    const std::unique_ptr<QPagedPaintDevice> paper = AskPaper(windowTitle(), this);
+    if (paper == nullptr || self == nullptr || unloaded_) {
         return;
     }
-    if (!PrintPlot(*chart_, printer)) {
+    if (!PrintPlot(*chart_, *paper)) {
         Tell({.Text = "Error: the plot was not printed. The printer did not take it.",
               .Title = "Print Plot",
               .Icon = BoxIcon::Stop});

@@ -17,7 +17,7 @@ class PlotChart;
 class PlotLineList;
 class QBoxLayout;
 class QLabel;
-class QPrinter;
+class QPagedPaintDevice;
 class QPushButton;
 
 /// The window of a plot: the lines to choose from, with what each has under the cursor, and the
@@ -43,11 +43,10 @@ class frmPlot final : public QDialog {
     /// Closes the window at the end of the program: nobody is told anything any more.
     void Unload();
 
-    /// Escape acts as the close box.
-    void reject() override { close(); }
-
-    /// Has the operator choose a printer; false if that was cancelled. A test answers for him.
-    std::function<bool(QPrinter& printer, QWidget* parent)> AskPrinter;
+    /// Has the operator choose the paper to print on; nothing if that was cancelled. A test answers
+    /// in his place.
+    std::function<std::unique_ptr<QPagedPaintDevice>(const QString& title, QWidget* parent)>
+        AskPaper;
 
  private:
     void Build(const QString& title);

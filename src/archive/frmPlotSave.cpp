@@ -20,14 +20,13 @@ void WritePng(const PlotChart& chart, QIODevice& file) {
     chart.Picture(PngScale).save(&file, "PNG");
 }
 
-void WriteSvg(const PlotChart& chart, QIODevice& file, const QString& title) {
+void WriteSvg(const PlotChart& chart, QIODevice& file) {
     constexpr int DotsPerInch = 96;
     QSvgGenerator svg;
     svg.setOutputDevice(&file);
     svg.setResolution(DotsPerInch);
     svg.setSize(chart.size());
     svg.setViewBox(QRect(QPoint(0, 0), chart.size()));
-    svg.setTitle(title);
     QPainter painter(&svg);
     painter.setFont(chart.font());
     chart.PaintOn(painter, QRectF(QPointF(0, 0), QSizeF(chart.size())));
@@ -70,7 +69,7 @@ QByteArray PlotBytes(const PlotChart& chart, PlotFormat format, const QString& t
             WritePng(chart, file);
             break;
         case PlotFormat::Svg:
-            WriteSvg(chart, file, title);
+            WriteSvg(chart, file);
             break;
         case PlotFormat::Pdf:
             WritePdf(chart, file, title);
