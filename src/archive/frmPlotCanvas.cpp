@@ -309,6 +309,7 @@ struct PlotCanvas::Parts {
     void MakeAxis(std::size_t number);
     void FillLegend();
     void FitColumns(int width) const;
+    void Settle() const;
 };
 
 void PlotCanvas::Parts::Build() {
@@ -331,6 +332,7 @@ void PlotCanvas::Parts::Build() {
     Note->setClipToAxisRect(false);
     Marks = new MarkDrawing(Plot, *Rect, Style);
     Cursor = new CursorDrawing(Plot, *Rect, Style, Lines);
+    QObject::connect(Plot, &QCustomPlot::beforeReplot, Plot, [this] { Settle(); });
 }
 
 void PlotCanvas::Parts::StyleAxis(QCPAxis& axis) const {
@@ -341,7 +343,10 @@ void PlotCanvas::Parts::StyleAxis(QCPAxis& axis) const {
     axis.setLabelColor(Style.Text);
     axis.setTickLabelFont(Style.Font);
     axis.setLabelFont(Style.Font);
-    axis.setLabelPadding(2);
+    // Many axes may stand beside each other.
+    axis.setLabelPadding(1);
+    axis.setTickLabelPadding(3);
+    axis.setPadding(2);
     axis.grid()->setPen(QPen(Style.Faint(FaintShare)));
     axis.grid()->setZeroLinePen(QPen(Style.Faint(FaintShare)));
 }
@@ -418,6 +423,14 @@ void PlotCanvas::Parts::FitColumns(int width) const {
     const int one = widest + Legend->iconSize().width() + 4 * metrics.averageCharWidth();
     Legend->setWrap(std::clamp(width / one, 1, static_cast<int>(Lines.size())));
     Legend->setFillOrder(QCPLegend::foColumnsFirst);
+}
+
+/// Lays out once ahead, since the marks of an axis hang on its length.
+void PlotCanvas::Parts::Settle() const {
+    for (const auto phase : {QCPLayoutElement::upPreparation, QCPLayoutElement::upMargins,
+                             QCPLayoutElement::upLayout}) {
+        Plot->plotLayout()->update(phase);
+    }
 }
 
 PlotCanvas::PlotCanvas(const SystemClock& clock, QWidget* parent)
@@ -535,6 +548,8 @@ void PlotCanvas::Paint(QPainter& painter, const QRectF& where, double scale) {
             ToQt(MarksInWords(parts_->Scene->MarksIn(parts_->Part.From, parts_->Part.To))));
     }
     // The library wants a painter of its own. A picture hands on what it is told, as it is told.
+    parts_->Plot->setViewport({0, 0, width, height});
+    parts_->Settle();
     QPicture picture;
     QCPPainter recorder(&picture);
     recorder.setMode(QCPPainter::pmVectorized);
@@ -543,7 +558,10 @@ void PlotCanvas::Paint(QPainter& painter, const QRectF& where, double scale) {
     recorder.end();
     painter.save();
     painter.translate(where.topLeft());
-    painter.scale(where.width() / width, where.height() / height);
+    // Played back, a picture is enlarged as the device is finer than it is.
+    const QPaintDevice& device = *painter.device();
+    painter.scale(where.width() / width * picture.logicalDpiX() / device.logicalDpiX(),
+                  where.height() / height * picture.logicalDpiY() / device.logicalDpiY());
     painter.drawPicture(0, 0, picture);
     painter.restore();
 }
