@@ -28,7 +28,12 @@ frmReport::~frmReport() = default;
 
 void frmReport::closeEvent(QCloseEvent* event) {
     choice_.Remember();
-    QDialog::closeEvent(event);
+    event->accept();
+    if (IsWorking()) {
+        // It goes when the work is done, so that nobody has to wait.
+        setAttribute(Qt::WA_DeleteOnClose, false);
+        gone_ = true;
+    }
 }
 
 // ----- working out
@@ -67,6 +72,10 @@ void frmReport::TakeWork() {
     }
     poll_.stop();
     report_ = std::make_shared<const Report>(made_.get());
+    if (gone_) {
+        deleteLater();
+        return;
+    }
     shown_ = asked_;
     if (stale_) {
         StartWork();

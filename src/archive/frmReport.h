@@ -93,6 +93,7 @@ class frmReport final : public QDialog {
     std::future<Report> made_;
     ReportRequest asked_;  ///< what is being worked out
     bool stale_ = false;   ///< something else is wanted meanwhile
+    bool gone_ = false;    ///< closed while something is worked out
     QTimer poll_;
 
     QComboBox* cmbStep_ = nullptr;

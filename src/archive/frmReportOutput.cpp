@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 
+#include "archive/frmPlotChart.h"
 #include "archive/frmReport.h"
 #include "archive/report_words.h"
 #include "common/file_rewrite.h"
@@ -172,6 +173,14 @@ PageTexts frmReport::Texts() const {
     return {title, title + QStringLiteral(" - ") + ToQt(series_->Name())};
 }
 
-ReportPages::Plot frmReport::PlotOf(const Report& /*report*/) const {
-    return {};
+/// Of the flow, else of the first column; none where there is nothing to plot.
+ReportPages::Plot frmReport::PlotOf(const Report& report) const {
+    const SeriesValues& values = series_->Values();
+    if (values.Columns().empty() || !HasRecords(report)) {
+        return {};
+    }
+    auto chart = std::make_shared<PlotChart>(outside_.Clock, nullptr);
+    chart->SetLines({PlotLine{series_, values.FlowColumn().value_or(0)}});
+    chart->SetSpan(shown_.Span.Begin, shown_.Span.End - 1);
+    return [chart](QPainter& painter, const QRectF& where) { chart->PaintOn(painter, where); };
 }

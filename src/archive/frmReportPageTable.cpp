@@ -12,7 +12,8 @@ namespace {
 
 // Tenths of a pixel.
 constexpr double TableLetters = 100;
-constexpr double CellMargin = 35;  ///< at both sides of a text
+constexpr double LetterSpacing = 0.02;
+constexpr double CellMargin = 30;  ///< at both sides of a text
 constexpr double RowHeight = 150;
 constexpr double TotalHeight = 190;
 constexpr double TotalGap = 20;  ///< between the rows and that of the whole
@@ -48,13 +49,16 @@ Qt::Alignment AlignmentOf(const ReportColumn& column) {
     return column.IsNumber ? Qt::AlignRight : Qt::AlignLeft;
 }
 
-/// The widest of the words that a heading may be broken between.
-double WidestWord(const std::string& heading, const QFontMetricsF& metrics) {
-    double widest = 0;
-    for (const QString& word : ToQt(heading).split(QLatin1Char(' '))) {
-        widest = std::max(widest, metrics.horizontalAdvance(word));
+/// The width in which a heading takes two lines, or one without a blank.
+double HeadingWidth(const std::string& heading, const QFontMetricsF& metrics) {
+    const QString text = ToQt(heading);
+    double least = metrics.horizontalAdvance(text);
+    for (qsizetype blank = text.indexOf(QLatin1Char(' ')); blank >= 0;
+         blank = text.indexOf(QLatin1Char(' '), blank + 1)) {
+        least = std::min(least, std::max(metrics.horizontalAdvance(text.left(blank)),
+                                         metrics.horizontalAdvance(text.mid(blank + 1))));
     }
-    return widest;
+    return least;
 }
 
 }  // namespace
@@ -64,6 +68,8 @@ QFont PageFont(double size, bool bold) {
     font.setPixelSize(static_cast<int>(size));
     font.setBold(bold);
     font.setHintingPreference(QFont::PreferNoHinting);
+    // Spaced letters are not joined: who searches a PDF for "Offset" finds it.
+    font.setLetterSpacing(QFont::AbsoluteSpacing, LetterSpacing);
     return font;
 }
 
@@ -75,7 +81,7 @@ ReportPageTable::ReportPageTable(const Report& report)
 double ReportPageTable::WidthOf(std::size_t column) const {
     const QFontMetricsF plain(PageFont(TableLetters));
     const QFontMetricsF bold(PageFont(TableLetters, true));
-    double width = WidestWord(report_.Columns[column].Heading, bold);
+    double width = HeadingWidth(report_.Columns[column].Heading, bold);
     std::size_t longest = 0;
     for (const std::vector<std::string>& row : report_.Rows) {
         // Digits are all as wide: a text much shorter than another needs no look.

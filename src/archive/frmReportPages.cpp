@@ -21,16 +21,18 @@ constexpr double FooterLetters = 90;
 constexpr double TitleMargin = 60;   ///< under the title
 constexpr double LabelMargin = 120;  ///< behind the longest label
 constexpr double FooterHeight = 220;
+constexpr double FooterMargin = 30;  ///< under its text
 constexpr double Gap = 220;
 constexpr double Hairline = 5;
 // A smaller page takes all of it smaller.
 constexpr double LeastWidth = 3000;
 constexpr double LeastHeight = 3000;
-// Of a page.
-constexpr double PlotHeight = 0.38;
-constexpr double PlotHeightOfWidth = 0.5;
+// The plot's height, of the page's height and width; at least, of that.
+constexpr double MostOfHeight = 0.38;
+constexpr double MostOfWidth = 0.5;
+constexpr double LeastOfMost = 0.65;
 
-constexpr double MarginMillimeters = 15;
+constexpr double MarginMillimeters = 12;
 
 const QColor Gray(90, 90, 90);
 
@@ -64,6 +66,11 @@ ReportPages::ReportPages(const Report& report, PageTexts texts, Plot plot,
     MeasurePage();
     MeasureLines();
     ReportPageTable(report_).Measure(measures_);
+    if (plot_) {
+        const double most =
+            std::min(measures_.Height * MostOfHeight, measures_.Width * MostOfWidth);
+        measures_.Plot = PlotHeightFor(measures_, most * LeastOfMost, most);
+    }
     pages_ = LayOutPages(measures_);
 }
 
@@ -80,10 +87,6 @@ void ReportPages::MeasurePage() {
     footer_ = height * grown - FooterHeight;
     measures_.Height = footer_ - Gap / 2;
     measures_.Gap = Gap;
-    if (plot_) {
-        measures_.Plot =
-            std::min(measures_.Height * PlotHeight, measures_.Width * PlotHeightOfWidth);
-    }
 }
 
 void ReportPages::MeasureLines() {
@@ -168,7 +171,7 @@ void ReportPages::PaintFooter(QPainter& painter, std::size_t number) const {
     painter.drawLine(QPointF(0, footer_), QPointF(measures_.Width, footer_));
     painter.setPen(Gray);
     const QString page = QStringLiteral("Page %1 of %2").arg(number + 1).arg(pages_.size());
-    const QRectF where(0, footer_, measures_.Width, FooterHeight);
+    const QRectF where(0, footer_, measures_.Width, FooterHeight - FooterMargin);
     painter.drawText(where, Qt::AlignRight | Qt::AlignBottom, page);
     const QFontMetricsF metrics(painter.font());
     const double room = measures_.Width - metrics.horizontalAdvance(page) - LabelMargin;

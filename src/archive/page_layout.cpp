@@ -176,6 +176,15 @@ std::vector<IndexRange> ColumnPieces(const PageMeasures& measures) {
     return maker.Pieces;
 }
 
+double PlotHeightFor(const PageMeasures& measures, double least, double most) {
+    const double lines = std::accumulate(measures.Lines.begin(), measures.Lines.end(), 0.0);
+    const double table =
+        measures.Headings + static_cast<double>(measures.Rows) * measures.Row + measures.Total;
+    const double gaps = (measures.Lines.empty() ? 1 : 2) * measures.Gap;
+    const double room = measures.Height - lines - table - gaps;
+    return room < least ? most : std::min(room, most);
+}
+
 std::vector<Page> LayOutPages(const PageMeasures& measures) {
     PageFiller filler(measures);
     for (std::size_t line = 0; line < measures.Lines.size(); ++line) {

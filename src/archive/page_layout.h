@@ -53,6 +53,10 @@ using Page = std::vector<PagePart>;
 /// would not fit by itself.
 [[nodiscard]] std::vector<IndexRange> ColumnPieces(const PageMeasures& measures);
 
+/// A height for the plot, from `least` to `most`, with which the first table stays whole on the
+/// first page; `most` if none does that.
+[[nodiscard]] double PlotHeightFor(const PageMeasures& measures, double least, double most);
+
 /// Puts lines, plot and table on pages. Columns that find no room make further tables below. The
 /// first table begins under the plot; the others are kept whole where a page can hold them.
 /// Headings stand over each piece of a table, and the total never without a row.

@@ -39,12 +39,16 @@ std::string ReportTitle(PeriodStep step) {
     }
 }
 
+bool HasRecords(const Report& report) {
+    return !report.Total.empty() && report.Total[RecordsCell] != "0";
+}
+
 std::string SummaryText(const Report& report) {
     if (report.Total.empty()) {
         return "There is no period to report on.";
     }
     const std::vector<std::string>& whole = report.Total;
-    if (whole[RecordsCell] == "0") {
+    if (!HasRecords(report)) {
         return "There are no records in this period.";
     }
     std::string text = Counted(whole[RecordsCell], " record", " records");

@@ -11,6 +11,9 @@
 /// "Daily Report", "Weekly Report", "Monthly Report".
 [[nodiscard]] std::string ReportTitle(PeriodStep step);
 
+/// Whether there is a record in the whole period.
+[[nodiscard]] bool HasRecords(const Report& report);
+
 /// How complete the whole period is: "671 records of 672 due, 99.8 % complete, 1 gap". Says so if
 /// there is no record, or no period.
 [[nodiscard]] std::string SummaryText(const Report& report);

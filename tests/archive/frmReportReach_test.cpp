@@ -62,8 +62,13 @@ TEST_F(ReportFormTest, TheTabKeyGoesThroughTheWindowInItsOrder) {
     Open();
     Control("cmbStep")->setFocus();
     std::vector<std::string> order;
-    for (int i = 0; i < 13; ++i) {
-        order.push_back(FromQt(QApplication::focusWidget()->objectName()));
+    while (order.empty() || order.back() != "cmdClose") {
+        const std::string at = FromQt(QApplication::focusWidget()->objectName());
+        // In a date it goes from number to number.
+        if (order.empty() || order.back() != at) {
+            order.push_back(at);
+        }
+        ASSERT_LT(order.size(), 20U);
         Press(Qt::Key_Tab);
     }
     EXPECT_EQ(order,

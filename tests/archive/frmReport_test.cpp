@@ -160,7 +160,7 @@ TEST_F(ReportFormTest, DatesAreTyped) {
     Open();
     auto* from = Control<QDateEdit>("dtpFrom");
     from->setFocus();
-    from->setCurrentSection(QDateTimeEdit::DaySection);
+    from->setSelectedSection(QDateTimeEdit::DaySection);
     QTest::keyClicks(from, QStringLiteral("20"));
     Settle();
     ExpectShown(Expected({SomeDay + 6 * SecondsPerDay, TwoWeeksSpan.End}));
@@ -263,9 +263,10 @@ TEST_F(ReportFormTest, ClosedMeanwhileItGoesWhenTheReportIsDone) {
     form_->Make = slow.Make();
     Control<QComboBox>("cmbStep")->setCurrentIndex(1);
     Press(Qt::Key_Escape);
+    ASSERT_FALSE(form_.isNull());
+    EXPECT_FALSE(form_->isVisible());
     slow.LetGo();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(form_.isNull());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return form_.isNull(); }, 30'000));
 }
 
 // ----- site and name

@@ -183,6 +183,22 @@ TEST_F(PageLayoutTest, APlotThatFindsNoRoomGoesOver) {
     EXPECT_EQ(Pages()[0][1].Top, 65);
 }
 
+TEST_F(PageLayoutTest, ThePlotLeavesRoomForTheFirstTable) {
+    Measures.Lines = {8, 6};
+    // 86 are left of the lines, 35 for the table, 10 for the gaps.
+    EXPECT_EQ(PlotHeightFor(Measures, 20, 80), 41);
+    EXPECT_EQ(PlotHeightFor(Measures, 20, 40), 40);
+    EXPECT_EQ(PlotHeightFor(Measures, 42, 80), 80);
+    Measures.Plot = 41;
+    EXPECT_THAT(Pages(), SizeIs(1));
+    Measures.Lines.clear();
+    EXPECT_EQ(PlotHeightFor(Measures, 20, 80), 60);
+    Measures.Plot = 60;
+    EXPECT_THAT(Pages(), SizeIs(1));
+    Measures.Plot = 60.1;
+    EXPECT_THAT(Pages(), SizeIs(2));
+}
+
 // ----- every row and column, whatever the page
 
 struct PageCase {

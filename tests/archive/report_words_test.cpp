@@ -29,6 +29,7 @@ TEST_F(ReportWordsTest, TitlesTellWhatTheRowsAre) {
 TEST_F(ReportWordsTest, TheSummaryTellsWhatTheTotalDoes) {
     maker.Logger().SampleInterval = "1 day";
     maker.Add(SomeDay, {10, 1});
+    EXPECT_TRUE(HasRecords(Make()));
     EXPECT_EQ(SummaryText(Make()), "1 record of 2 due, 50.0 % complete, 0 gaps");
     maker.Add(SomeDay + SecondsPerDay, {10, 1});
     EXPECT_EQ(SummaryText(Make()), "2 records of 2 due, 100.0 % complete, 0 gaps");
@@ -51,8 +52,10 @@ TEST_F(ReportWordsTest, TheSummarySaysNothingOfWhatIsDueWhereNothingTells) {
 
 TEST_F(ReportWordsTest, TheSummarySaysWhatIsMissing) {
     EXPECT_EQ(SummaryText(Make()), "There are no records in this period.");
+    EXPECT_FALSE(HasRecords(Make()));
     span = {};
     EXPECT_EQ(SummaryText(Make()), "There is no period to report on.");
+    EXPECT_FALSE(HasRecords(Make()));
 }
 
 TEST_F(ReportWordsTest, ThePageTellsHowCompleteItIsBeforeWhoMadeIt) {
