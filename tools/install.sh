@@ -8,7 +8,7 @@ packages=(
     libqcustomplot-dev
     libgtest-dev libgmock-dev libbenchmark-dev libboost-dev libsqlite3-dev
     clang clang-format clang-tidy libclang-rt-14-dev
-    fonts-dejavu-core xvfb xauth
+    fonts-dejavu-core poppler-utils xvfb xauth
 )
 known=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' 2>/dev/null | awk '$2=="installed"{print $1}')
 missing=()

@@ -91,7 +91,8 @@ ClientContext Contexts::Clients(ClientPopup& popup) const {
             .Exchange = state_.Exchange,
             .Outside = state_.Outside,
             .View = view_,
-            .Popup = popup};
+            .Popup = popup,
+            .Samples = &state_.Live};
 }
 
 HistoryContext Contexts::History() const {
@@ -117,4 +118,14 @@ SetupRecords Contexts::Setup() const {
             .outside = state_.Outside,
             .version = VersionText(),
             .showBaudRate = state_.ShowBaudRate};
+}
+
+ArchiveContext Contexts::Collected() const {
+    return {.outside = state_.Outside, .lastFolder = state_.LastHistoryFolder};
+}
+
+ArchiveWork Contexts::Archive() const {
+    return {.windows = Collected(),
+            .settings = state_.SettingsRecord,
+            .filer = state_.Filer ? &*state_.Filer : nullptr};
 }

@@ -243,9 +243,7 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
 
 void frmMain::CloseAllChildForms() {
     CloseDialogs();
-    if (rating_ != nullptr) {
-        TrapFault([this] { rating_->Unload(); });
-    }
+    CloseDataWindows();
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
         TrapFault([this, window] { UnloadChild(**window); });
@@ -279,13 +277,6 @@ void frmMain::closeEvent(QCloseEvent* event) {
 bool frmMain::KeepsFlowTable() {
     // While an exchange runs the close is refused anyway, without a word.
     return rating_ == nullptr || state_.LinkRecord.CommBusy != False || rating_->MayClose();
-}
-
-void frmMain::ShowRating() {
-    if (rating_ == nullptr) {
-        rating_ = new frmRating(state_.Outside, this);
-    }
-    rating_->ShowOrRaise();
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

@@ -26,12 +26,14 @@
 
 class ClientListWidget;
 class QAction;
+class QDialog;
 class QLabel;
 class QLineEdit;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QPushButton;
+class frmArchive;
 class frmRating;
 
 /// The main window: parent of all client windows, with the client list, the operations and the
@@ -103,6 +105,13 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void WithChosenClient(const std::function<void()>& action);
     void ToggleAutoUpdate();
     void ShowRating();
+    void ShowArchive();
+    void ShowLivePlot();
+    void PlotSeries(std::vector<std::shared_ptr<const NamedSeries>> series, const Period& span);
+    void ReportSeries(std::shared_ptr<const NamedSeries> series, const Period& span);
+    void UploadHistory(const OperationContext& context);
+    void PlotViewed(const FlowTable& points, QDialog& viewer);
+    void CloseDataWindows();
     [[nodiscard]] bool KeepsFlowTable();
     void ListWindows();
     void UnloadChild(QMdiSubWindow& child);
@@ -119,7 +128,8 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     EntryForms entryForms_;
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;
-    frmRating* rating_ = nullptr;  ///< none until it is asked for
+    frmRating* rating_ = nullptr;    ///< none until it is asked for
+    frmArchive* archive_ = nullptr;  ///< none until it is asked for
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;

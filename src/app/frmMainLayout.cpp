@@ -12,7 +12,6 @@
 #include "app/frmMain.h"
 #include "console/frmClientList.h"
 #include "console/logger_orders.h"
-#include "history/frmGetHistory.h"
 #include "link/sampling.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
@@ -118,9 +117,7 @@ void frmMain::BuildButtonBar() {
         [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); }));
     operationButtons_.push_back(
         AddButton(QStringLiteral("cmdGetHistory"), QStringLiteral("Get H&istory"),
-                  [this](const OperationContext& context) {
-                      GetHistoryInWindows(context, contexts_.History(), this);
-                  }));
+                  [this](const OperationContext& context) { UploadHistory(context); }));
     operationButtons_.push_back(AddButton(QStringLiteral("cmdClearHistory"),
                                           QStringLiteral("Clear Histor&y"), ClearHistory));
     operationButtons_.push_back(
@@ -209,9 +206,8 @@ void frmMain::BuildPopup() {
         row("mnuClientSampleContinuously", "Sample Continuously", SampleContinuously);
     row("mnuClientSignalLevel", "Signal Level",
         [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); });
-    row("mnuClientGetHistory", "Get History", [this](const OperationContext& context) {
-        GetHistoryInWindows(context, contexts_.History(), this);
-    });
+    row("mnuClientGetHistory", "Get History",
+        [this](const OperationContext& context) { UploadHistory(context); });
     row("mnuClientClearHistory", "Clear History", ClearHistory);
     row("mnuClientSyncTime", "Sync Time", SyncTime);
     row("mnuClientSetup", "Setup", [this](const OperationContext& context) { ShowSetup(context); });

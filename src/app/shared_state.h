@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "archive/live_series.h"
 #include "archive/upload_filer.h"
 #include "common/flag.h"
 #include "flow/catalogues.h"
@@ -56,6 +57,7 @@ struct SharedState {
     QuietBoxes Boxes;
     Host Outside;  ///< the host, its boxes made quiet for the end
     LinkFrames Exchange;
+    LiveSeries Live{Outside.Clock};    ///< the last hour's readings of the open windows
     std::optional<UploadFiler> Filer;  ///< files every upload, if there is an archive
 };
 

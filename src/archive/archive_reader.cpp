@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <unordered_map>
 
 #include "archive/archive_rows.h"
 #include "archive/archive_transaction.h"
@@ -87,16 +88,27 @@ Series ReadRecords(ArchiveStore& store, std::int64_t logger, std::int64_t place,
 
 }  // namespace
 
-std::vector<LoggerSummary> ListLoggers(ArchiveStore& store) {
+std::vector<LoggerSummary> ListLoggers(ArchiveStore& store,
+                                       const std::vector<LoggerSummary>& known) {
     const ArchiveTransaction reading(store, ArchiveTransaction::Kind::Reading);
+    std::unordered_map<std::int64_t, const LoggerSummary*> byId;
+    for (const LoggerSummary& one : known) {
+        byId.emplace(one.Logger.Id, &one);
+    }
     std::vector<LoggerSummary> list;
     std::int64_t records = 0;
     for (ArchiveLogger& logger : store.Loggers()) {
         records += logger.Records;
+        const auto before = byId.find(logger.Id);
         list.push_back({.Logger = std::move(logger), .First = {}, .Last = {}});
-        const std::int64_t id = list.back().Logger.Id;
-        list.back().First = FirstRecord(store, id);
-        list.back().Last = store.LastRecord(id);
+        LoggerSummary& one = list.back();
+        if (before != byId.end() && before->second->Logger.Revision == one.Logger.Revision) {
+            one.First = before->second->First;
+            one.Last = before->second->Last;
+        } else {
+            one.First = FirstRecord(store, one.Logger.Id);
+            one.Last = store.LastRecord(one.Logger.Id);
+        }
     }
     const std::int64_t size = store.SizeInBytes();
     for (LoggerSummary& one : list) {
@@ -125,23 +137,25 @@ Series ReadSeries(ArchiveStore& store, std::int64_t logger) {
     return ReadRecords(store, logger, FirstOfPlaces, [](const ArchiveRecord&) { return false; });
 }
 
-void DeleteLogger(ArchiveStore& store, std::int64_t logger,
-                  const ArchiveStore::Meanwhile& meanwhile) {
-    for (bool more = true; more; meanwhile()) {
-        ArchiveTransaction transaction(store, ArchiveTransaction::Kind::Writing);
-        auto row = store.LoggerOf(logger);
-        if (!row) {
-            return;
-        }
-        const int deleted = store.DeleteRecords(logger, DeletedAtOnce);
-        more = deleted == DeletedAtOnce;
-        if (more) {
-            row->Records -= deleted;
-            ++row->Revision;
-            store.UpdateLogger(*row);
-        } else {
-            store.DeleteLogger(logger);
-        }
-        transaction.Commit();
+Deletion DeletePiece(ArchiveStore& store, const ArchiveLogger& asked) {
+    ArchiveTransaction transaction(store, ArchiveTransaction::Kind::Writing);
+    auto row = store.LoggerOf(asked.Id);
+    if (!row) {
+        return {.Now = Deletion::State::Done};
     }
+    if (row->Uploads != asked.Uploads) {
+        return {.Now = Deletion::State::Refused, .Left = row->Records};
+    }
+    const int deleted = store.DeleteRecords(asked.Id, DeletedAtOnce);
+    const bool more = deleted == DeletedAtOnce;
+    if (more) {
+        row->Records -= deleted;
+        ++row->Revision;
+        store.UpdateLogger(*row);
+    } else {
+        store.DeleteLogger(asked.Id);
+    }
+    transaction.Commit();
+    return more ? Deletion{.Now = Deletion::State::GoesOn, .Left = row->Records}
+                : Deletion{.Now = Deletion::State::Done};
 }

@@ -17,8 +17,10 @@ struct LoggerSummary {
     std::int64_t SizeInBytes = 0;  ///< its share of the archive's size
 };
 
-/// All loggers, by name. The archive is open.
-[[nodiscard]] std::vector<LoggerSummary> ListLoggers(ArchiveStore& store);
+/// All loggers, by name. Of those whose series has not changed since `known` was read, first and
+/// last record come from there. The archive is open.
+[[nodiscard]] std::vector<LoggerSummary> ListLoggers(ArchiveStore& store,
+                                                     const std::vector<LoggerSummary>& known = {});
 
 /// What the figures of a period hang on, in the order of the series, without a hole: the records of
 /// the period, those between them whose clock stood elsewhere, and at least the one before and the
@@ -28,9 +30,19 @@ struct LoggerSummary {
 /// All records.
 [[nodiscard]] Series ReadSeries(ArchiveStore& store, std::int64_t logger);
 
-/// Deletes a logger with all that it has, a piece at a time; `meanwhile` is called between two.
-/// The list shows what is left of it if that is cut short.
-void DeleteLogger(ArchiveStore& store, std::int64_t logger,
-                  const ArchiveStore::Meanwhile& meanwhile);
+/// How far the deletion of a logger is.
+struct Deletion {
+    enum class State {
+        GoesOn,
+        Done,
+        Refused  ///< it has been uploaded since it was to be deleted
+    };
+    State Now = State::GoesOn;
+    std::int64_t Left = 0;  ///< records
+};
+
+/// Deletes a piece of a logger, which is as it was when the operator was asked, with all that it
+/// has. The list shows what is left of it between two pieces. The archive is open.
+[[nodiscard]] Deletion DeletePiece(ArchiveStore& store, const ArchiveLogger& asked);
 
 #endif  // ORVIA_ARCHIVE_ARCHIVE_READER_H

@@ -13,4 +13,8 @@ inline constexpr const char* ArchiveTitle = "Archive";
 [[nodiscard]] std::string TroubleText(ArchiveTrouble kind, const std::string& place,
                                       const std::string& words);
 
+/// The same where it is looked at, backed up, checked or tidied.
+[[nodiscard]] std::string AccessText(ArchiveTrouble kind, const std::string& place,
+                                     const std::string& words);
+
 #endif  // ORVIA_ARCHIVE_ARCHIVE_WORDS_H

@@ -20,18 +20,21 @@ Period NamedPeriodOf(const SeriesTimes& times, NamedPeriod name) {
     if (all.empty()) {
         return {};
     }
-    const Moment newest = all.back();
+    if (name == NamedPeriod::All) {
+        const auto [earliest, latest] = std::minmax_element(all.begin(), all.end());
+        return {*earliest, *latest + 1};
+    }
+    return PeriodUpTo(all.back(), name);
+}
+
+Period PeriodUpTo(Moment newest, NamedPeriod name) {
     switch (name) {
         case NamedPeriod::LastDay:
             return {newest - SecondsPerDay + 1, newest + 1};
         case NamedPeriod::LastWeek:
             return {newest - SecondsPerWeek + 1, newest + 1};
-        case NamedPeriod::LastMonth:
+        default:
             return {AddMonths(newest, -1) + 1, newest + 1};
-        default: {
-            const auto [earliest, latest] = std::minmax_element(all.begin(), all.end());
-            return {*earliest, *latest + 1};
-        }
     }
 }
 

@@ -25,6 +25,8 @@ enum class NamedPeriod { All, LastDay, LastWeek, LastMonth };
 /// that once ran ahead does not decide what is last. They are 24 hours, seven days and a calendar
 /// month long. Empty for a series without records.
 [[nodiscard]] Period NamedPeriodOf(const SeriesTimes& times, NamedPeriod name);
+/// The last day, week or month that ends with the newest record, inside.
+[[nodiscard]] Period PeriodUpTo(Moment newest, NamedPeriod name);
 
 /// From one moment to another, the last one without; none if they stand the wrong way round. Cut to
 /// what a packed time can tell.

@@ -68,6 +68,28 @@ std::string TextOf(PlotMark::Sort kind) {
     }
 }
 
+std::string ShortTextOf(PlotMark::Sort kind) {
+    switch (kind) {
+        case PlotMark::Sort::Alarm1:
+            return "A1";
+        case PlotMark::Sort::Alarm2:
+            return "A2";
+        default:
+            return "C";
+    }
+}
+
+std::string MeaningOf(PlotMark::Sort kind) {
+    switch (kind) {
+        case PlotMark::Sort::Alarm1:
+            return "Alarm 1 started the sampling.";
+        case PlotMark::Sort::Alarm2:
+            return "Alarm 2 stopped the sampling.";
+        default:
+            return "The logger's clock was set back to this time.";
+    }
+}
+
 std::vector<PlotMark> MarksOf(const Series& series, const SeriesTimes& times) {
     std::vector<PlotMark> marks;
     if (times.Count() > 0) {

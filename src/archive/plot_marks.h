@@ -17,6 +17,12 @@ struct PlotMark {
 /// "Clock Set Back", "Alarm 1", "Alarm 2".
 [[nodiscard]] std::string TextOf(PlotMark::Sort kind);
 
+/// "C", "A1", "A2": what stands at a mark where there is little room.
+[[nodiscard]] std::string ShortTextOf(PlotMark::Sort kind);
+
+/// What a mark means: "The logger's clock was set back to this time."
+[[nodiscard]] std::string MeaningOf(PlotMark::Sort kind);
+
 /// The marks of a series, in the logger's order. A clock set back is marked at the moment to which
 /// it was set. Records tell of no alarm; it is marked where they show that it did what it is for:
 /// alarm 1, which starts sampling, where the first record, or the first behind a gap, follows it

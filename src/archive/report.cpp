@@ -54,8 +54,14 @@ class HeadLines {
     std::vector<ReportLine>& head_;
 };
 
-std::vector<ReportLine> HeadOf(const SeriesValues& values, const ReportRequest& request,
-                               const SystemClock& clock) {
+}  // namespace
+
+std::string HeadingOf(const ReportColumn& column) {
+    return column.Group.empty() ? column.Heading : column.Group + " " + column.Heading;
+}
+
+std::vector<ReportLine> ReportHeadOf(const SeriesValues& values, const ReportRequest& request,
+                                     const SystemClock& clock) {
     std::vector<ReportLine> head;
     HeadLines lines(head);
     const std::vector<const LoggerRecord*> loggers = LoggersOf(values, request.Span);
@@ -76,17 +82,11 @@ std::vector<ReportLine> HeadOf(const SeriesValues& values, const ReportRequest& 
     return head;
 }
 
-std::string HeadingOf(const ReportColumn& column) {
-    return column.Group.empty() ? column.Heading : column.Group + " " + column.Heading;
-}
-
-}  // namespace
-
 Report MakeReport(const SeriesValues& values, const ReportRequest& request,
                   const SystemClock& clock) {
     const VolumeUnit unit = request.Unit.value_or(VolumeUnitsFor(values.FlowUnits()).front());
     Report report;
-    report.Head = HeadOf(values, request, clock);
+    report.Head = ReportHeadOf(values, request, clock);
     report.Columns = ReportColumnsOf(values, unit);
     report.Rows = ReportRowsOf(values, unit, Periods(request.Span, request.Step), clock);
     const auto whole = ReportRowsOf(values, unit, Periods(request.Span), clock);

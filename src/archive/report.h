@@ -35,6 +35,9 @@ struct ReportColumn {
     bool operator==(const ReportColumn&) const = default;
 };
 
+/// What a column is called where no heading stands over it: "Channel 1 (Feet) Minimum".
+[[nodiscard]] std::string HeadingOf(const ReportColumn& column);
+
 /// All that a report shows, as texts: what the screen, the file and the printed page are made of.
 struct Report {
     std::vector<ReportLine> Head;  ///< site, logger, flow device, period, who made it when
@@ -47,6 +50,11 @@ struct Report {
 /// the span are cut as they should, the series holds the record before and the one behind it.
 [[nodiscard]] Report MakeReport(const SeriesValues& values, const ReportRequest& request,
                                 const SystemClock& clock);
+
+/// The lines above the table alone, as they are now.
+[[nodiscard]] std::vector<ReportLine> ReportHeadOf(const SeriesValues& values,
+                                                   const ReportRequest& request,
+                                                   const SystemClock& clock);
 
 /// The report as comma-separated text (RFC 4180): the lines above the table, an empty line, the
 /// headings, rows and total.

@@ -31,6 +31,11 @@ class UploadFiler final : public UploadListener {
 
     /// Whether something of the last upload is not yet in the archive.
     [[nodiscard]] bool Owes() const { return filing_ != nullptr; }
+    /// The row of the upload that runs; nothing if none does, or it has none yet.
+    [[nodiscard]] std::optional<std::int64_t> Running() const {
+        const bool runs = filing_ && !filing_->Outcome && filing_->Row.Id != 0;
+        return runs ? std::optional(filing_->Row.Id) : std::nullopt;
+    }
 
  private:
     /// The upload in hand.

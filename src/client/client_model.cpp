@@ -8,6 +8,7 @@
 #include "client/information.h"
 #include "client/layout.h"
 #include "client/readings.h"
+#include "client/sample_listener.h"
 #include "common/fault.h"
 #include "flow/flow_calculation.h"
 #include "flow/flow_definition.h"
@@ -25,6 +26,9 @@ ClientModel::ClientModel(ClientContext& context, ClientSurface& surface)
 
 void ClientModel::Load() {
     ++context_.Windows.NumClientWindows;
+    if (context_.Samples != nullptr) {
+        context_.Samples->Opened(*this);
+    }
     PlaceFixedControls(panel_);
     FixBarGeometry(panel_, Record);
     ArrangeDisplay();
@@ -91,6 +95,9 @@ void ClientModel::SetDP() {
     FileDataPoint(context_.Newest, Record.LoggerState);
     RefreshReadings(Record, panel_);
     Show();
+    if (context_.Samples != nullptr && unloaded_ == False) {
+        context_.Samples->Sampled(*this);
+    }
 }
 
 double ClientModel::CalculateFlow(double level, double& velocity) const {
@@ -194,6 +201,9 @@ void ClientModel::Unload() {
         return;
     }
     unloaded_ = True;
+    if (context_.Samples != nullptr) {
+        context_.Samples->Closed(*this);
+    }
     ClientWindows& windows = context_.Windows;
     if (windows.NumClientWindows > 0) {
         --windows.NumClientWindows;

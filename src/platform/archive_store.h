@@ -115,12 +115,15 @@ struct ArchiveRange {
     bool operator==(const ArchiveRange&) const = default;
 };
 
-/// The archive. Every procedure but Open, IsOpen, Close and Now needs it open, and all may throw an
-/// ArchiveFault. None keeps its caller waiting for longer than a moment, but for BackUp and Check.
+/// The archive. Every procedure but Exists, Open, IsOpen, Close and Now needs it open, and all may
+/// throw an ArchiveFault. None keeps its caller waiting for longer than a moment, but for BackUp and
+/// Check.
 class ArchiveStore {
  public:
     virtual ~ArchiveStore() = default;
 
+    /// Whether it has been made.
+    [[nodiscard]] virtual bool Exists() = 0;
     /// Makes it ready; the first time of all, it is made. Does nothing if it is open.
     virtual void Open() = 0;
     [[nodiscard]] virtual bool IsOpen() const = 0;
@@ -138,6 +141,10 @@ class ArchiveStore {
     virtual void Commit() = 0;
     /// Takes everything back since Begin, if there was one.
     virtual void Rollback() noexcept = 0;
+
+    /// Differs from what it was before as soon as anything has been changed, by whomever. Outside of
+    /// a transaction.
+    [[nodiscard]] virtual std::int64_t Stamp() = 0;
 
     // Loggers. Those that are added get their Id.
     [[nodiscard]] virtual std::vector<ArchiveLogger> Loggers() = 0;  ///< by name
@@ -190,7 +197,8 @@ class ArchiveStore {
     /// Deletes up to `most` of them; how many it were.
     virtual int DeleteRecords(std::int64_t logger, int most) = 0;
 
-    // Care. These may take long; `meanwhile` is called some times a second until they are done.
+    // Care. These may take long, and may be called on a thread of their own while the archive is in
+    // use; `meanwhile` is called there some times a second until they are done.
     using Meanwhile = std::function<void()>;
     /// Writes a copy of all of it, as it is at one moment, to a file that is not there yet.
     virtual void BackUp(const std::string& path, const Meanwhile& meanwhile) = 0;

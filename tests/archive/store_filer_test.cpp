@@ -252,7 +252,7 @@ TEST_P(FilerTest, ALoggerDeletedMeanwhileIsTold) {
     Make(SiteWithHistory(4000));
     const auto other = bench->NewStore();
     other->Open();
-    filing->In(2 * Second, [&] { DeleteLogger(*other, other->Loggers().at(0).Id, [] {}); });
+    filing->In(2 * Second, [&] { DeleteLogger(*other, other->Loggers().at(0).Id); });
     filing->Run();
     ASSERT_EQ(Line().Boxes().size(), 1U);
     EXPECT_NE(Line().Boxes()[0].Text.find("deleted from it meanwhile"), std::string::npos);

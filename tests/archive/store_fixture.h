@@ -74,6 +74,13 @@ class StoreTest : public testing::TestWithParam<BenchKind> {
     return record;
 }
 
+/// Deletes all that a logger has.
+inline void DeleteLogger(ArchiveStore& store, std::int64_t id) {
+    while (const auto logger = store.LoggerOf(id)) {
+        static_cast<void>(DeletePiece(store, *logger));
+    }
+}
+
 /// What an upload held, and when it began.
 struct HeldUpload {
     std::int64_t Begin = 0;

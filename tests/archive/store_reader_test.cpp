@@ -1,3 +1,8 @@
+#include <QFileInfo>
+
+#include "archive/gap_count.h"
+#include "archive/gaps.h"
+#include "archive/series_maker.h"
 #include "archive/store_fixture.h"
 
 namespace testing_support {
@@ -108,8 +113,15 @@ TEST_P(ReaderTest, ADeletedLoggerLeavesNothing) {
     settings.Image = {1, 2, 3};
     settings.Points = {{1, 2}};
     store->AddSettings(id, settings);
-    int pieces = 0;
-    DeleteLogger(*store, id, [&pieces] { ++pieces; });
+    const ArchiveLogger asked = merge.Logger();
+    int pieces = 1;
+    for (std::int64_t left = asked.Records; left > 0; ++pieces) {
+        const Deletion now = DeletePiece(*store, asked);
+        ASSERT_LT(now.Left, left);
+        left = now.Left;
+        EXPECT_EQ(now.Now == Deletion::State::Done, left == 0);
+        EXPECT_EQ(store->Loggers().size(), left == 0 ? 0U : 1U);
+    }
     EXPECT_GE(pieces, 3);
     EXPECT_TRUE(store->Loggers().empty());
     EXPECT_TRUE(store->UploadsOf(id).empty());
@@ -117,6 +129,87 @@ TEST_P(ReaderTest, ADeletedLoggerLeavesNothing) {
     EXPECT_EQ(store->LastRecord(id), std::nullopt);
     File(2, {1});
     EXPECT_NE(merge.Logger().Id, id);
+}
+
+TEST_P(ReaderTest, ALoggerThatWasUploadedMeanwhileIsDeletedNoFurther) {
+    File(1, {1, 2, 3});
+    const ArchiveLogger asked = merge.Logger();
+    ArchiveLogger uploaded = asked;
+    ++uploaded.Uploads;
+    store->UpdateLogger(uploaded);
+    EXPECT_EQ(DeletePiece(*store, asked).Now, Deletion::State::Refused);
+    EXPECT_EQ(merge.Rows().size(), 3U);
+}
+
+TEST_P(ReaderTest, TheListReadsAnewJustWhatChanged) {
+    File(1, {50, 60});
+    auto known = ListLoggers(*store);
+    known[0].Last->Time = 1;
+    EXPECT_EQ(ListLoggers(*store, known)[0].Last->Time, 1U) << "not from what was known";
+    File(2, {70});
+    EXPECT_EQ(ListLoggers(*store, known)[0].Last->Time, 70U);
+}
+
+TEST_P(ReaderTest, TheStampTellsOfEveryChangeByWhomever) {
+    const std::int64_t fresh = store->Stamp();
+    EXPECT_EQ(store->Stamp(), fresh);
+    File(1, {50});
+    const std::int64_t own = store->Stamp();
+    EXPECT_NE(own, fresh);
+    static_cast<void>(ListLoggers(*store));
+    EXPECT_EQ(store->Stamp(), own);
+    const auto other = bench->NewStore();
+    other->Open();
+    ArchiveLogger logger{.Mac = {9}, .Name = "B"};
+    other->AddLogger(logger);
+    EXPECT_NE(store->Stamp(), own);
+}
+
+TEST_P(ReaderTest, LookingWhetherThereIsAnArchiveMakesNone) {
+    EXPECT_TRUE(store->Exists());
+    SqliteBench nowhere;
+    const auto none = nowhere.NewStore();
+    EXPECT_FALSE(none->Exists());
+    EXPECT_FALSE(QFileInfo::exists(nowhere.File()));
+}
+
+TEST_P(ReaderTest, GapsAreCountedInPortionsAsInTheWholeSeries) {
+    SeriesMaker maker(1, 0);
+    ArchiveSettings row = SettingsRow(maker.Logger(), FlowTable());
+    const std::int64_t id = merge.Logger().Id;
+    store->AddSettings(id, row);
+    ArchiveUpload upload{.Logger = id, .Begin = 9, .Settings = row.Id};
+    store->AddUpload(upload);
+    std::vector<ArchiveRecord> rows;
+    Moment at = SomeDay;
+    for (std::int64_t i = 1; i <= 10'000; ++i) {
+        at += i % 1000 == 0 ? 3600 : i % 1500 == 0 ? -60 : 900;
+        rows.push_back({.Place = i, .Time = TimeNumberAt(at), .Upload = upload.Id});
+    }
+    store->AddRecords(id, rows);
+    GapCount count(id);
+    int portions = 1;
+    while (!count.Portion(*store)) {
+        ++portions;
+    }
+    EXPECT_GT(portions, 1);
+    EXPECT_EQ(count.Gaps(), 10);
+    const Series all = ReadSeries(*store, id);
+    EXPECT_EQ(FindBreaks(SeriesTimes(all)).Gaps.size(), 10U);
+}
+
+TEST_P(ReaderTest, CountingGapsBeginsAnewWhenTheSeriesHasChanged) {
+    Numbers many(6000);
+    for (std::uint32_t i = 0; i < many.size(); ++i) {
+        many[i] = i;
+    }
+    File(1, many);
+    GapCount count(merge.Logger().Id);
+    EXPECT_FALSE(count.Portion(*store));
+    File(2, {100'000'000});
+    EXPECT_FALSE(count.Portion(*store)) << "it went on behind what it had read";
+    EXPECT_TRUE(count.Portion(*store));
+    EXPECT_EQ(count.Revision(), merge.Logger().Revision);
 }
 
 ORVIA_FOR_ALL_STORES(ReaderTest);

@@ -251,7 +251,7 @@ TEST_P(SeriesTest, EqualsThePlainModelWhateverTheOrderOfFiling) {
         }
         ASSERT_EQ(Series(), model) << "case " << one;
         ASSERT_EQ(merge.Logger().Records, static_cast<std::int64_t>(model.size()));
-        DeleteLogger(*store, merge.Logger().Id, [] {});
+        DeleteLogger(*store, merge.Logger().Id);
     }
 }
 

@@ -21,8 +21,13 @@ QtHost::QtHost()
 }
 
 QString ArchiveFile() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-           QStringLiteral("/Orvia/archive.sqlite");
+#ifdef _WIN32
+    // Where it goes along with a user who works at several computers.
+    const QString folder = QDir::fromNativeSeparators(qEnvironmentVariable("APPDATA"));
+#else
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+#endif
+    return folder + QStringLiteral("/Orvia/archive.sqlite");
 }
 
 std::string FolderWithoutSeparator(const QString& folder) {

@@ -42,6 +42,10 @@ SqlArchive::~SqlArchive() {
     Close();
 }
 
+bool SqlArchive::Exists() {
+    return QFileInfo::exists(options_.File);
+}
+
 void SqlArchive::Open() {
     if (IsOpen()) {
         return;
@@ -128,6 +132,16 @@ void SqlArchive::Rollback() noexcept {
         // Some faults have taken it back already.
         return;
     }
+}
+
+std::int64_t SqlArchive::Stamp() {
+    // What others have changed counts in one number, what this connection did in the other.
+    constexpr std::int64_t others = std::int64_t{1} << 40;
+    SqlRows versions(Prepared("PRAGMA data_version"));
+    static_cast<void>(versions.Next());
+    SqlRows changes(Prepared("SELECT total_changes()"));
+    static_cast<void>(changes.Next());
+    return versions->Integer(0) * others + changes->Integer(0);
 }
 
 void SqlArchive::RunBeside(const std::function<void(const QSqlDatabase&)>& work,

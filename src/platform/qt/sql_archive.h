@@ -21,7 +21,8 @@ struct SqlArchiveOptions {
     std::function<std::int64_t()> Clock = nullptr;  ///< the system's if there is none
 };
 
-/// The archive in a file of SQLite. All of it on the thread that opened it.
+/// The archive in a file of SQLite. All of it on the thread that opened it, but for the care, which
+/// has a connection of its own.
 class SqlArchive final : public ArchiveStore {
  public:
     explicit SqlArchive(SqlArchiveOptions options);
@@ -29,6 +30,7 @@ class SqlArchive final : public ArchiveStore {
     SqlArchive(const SqlArchive&) = delete;
     SqlArchive& operator=(const SqlArchive&) = delete;
 
+    [[nodiscard]] bool Exists() override;
     void Open() override;
     [[nodiscard]] bool IsOpen() const override { return statements_ != nullptr; }
     void Close() noexcept override;
@@ -39,6 +41,7 @@ class SqlArchive final : public ArchiveStore {
     void BeginReading() override;
     void Commit() override;
     void Rollback() noexcept override;
+    [[nodiscard]] std::int64_t Stamp() override;
 
     [[nodiscard]] std::vector<ArchiveLogger> Loggers() override;
     [[nodiscard]] std::optional<ArchiveLogger> FindLogger(

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "common/mac_text.h"
 #include "platform/qt/sql_archive.h"
 
 namespace {
@@ -29,18 +30,6 @@ std::optional<ArchiveOutcome> OutcomeOf(const std::string& text) {
         }
     }
     return std::nullopt;
-}
-
-/// As it is written on a radio: "00:13:A2:40:5F:01".
-std::string MacText(const std::array<std::uint8_t, 6>& mac) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text;
-    for (const std::uint8_t byte : mac) {
-        text += text.empty() ? "" : ":";
-        text += digits[byte >> 4];
-        text += digits[byte & 0xF];
-    }
-    return text;
 }
 
 std::array<std::uint8_t, 6> MacOf(const std::string& text) {
