@@ -33,6 +33,7 @@
 #include "platform/qt/twips.h"
 #include "setup/frmSetup.h"
 #include "setup/setup_operation.h"
+#include "trace/frmTrace.h"
 
 namespace {
 
@@ -246,6 +247,9 @@ void frmMain::CloseAllChildForms() {
     if (rating_ != nullptr) {
         TrapFault([this] { rating_->Unload(); });
     }
+    if (trace_ != nullptr) {
+        trace_->Unload();
+    }
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
         TrapFault([this, window] { UnloadChild(**window); });
@@ -286,6 +290,13 @@ void frmMain::ShowRating() {
         rating_ = new frmRating(state_.Outside, this);
     }
     rating_->ShowOrRaise();
+}
+
+void frmMain::ShowTrace() {
+    if (trace_ == nullptr) {
+        trace_ = new frmTrace(state_.Recorder, state_.Book, state_.Outside, this);
+    }
+    trace_->ShowOrRaise();
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

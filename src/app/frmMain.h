@@ -33,6 +33,7 @@ class QMdiSubWindow;
 class QMenu;
 class QPushButton;
 class frmRating;
+class frmTrace;
 
 /// The main window: parent of all client windows, with the client list, the operations and the
 /// state of the link. Its two timers are the console's main loop.
@@ -82,6 +83,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildClientMenus();
     void BuildForAllMenu();
     void BuildDataMenu();
+    void BuildTraceRow(QMenu& help);
     void BuildWindowMenu();
     void BuildHelpMenu();
     void BuildPopup();
@@ -103,6 +105,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void WithChosenClient(const std::function<void()>& action);
     void ToggleAutoUpdate();
     void ShowRating();
+    void ShowTrace();
     [[nodiscard]] bool KeepsFlowTable();
     void ListWindows();
     void UnloadChild(QMdiSubWindow& child);
@@ -120,6 +123,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;
     frmRating* rating_ = nullptr;  ///< none until it is asked for
+    frmTrace* trace_ = nullptr;    ///< the same
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;

@@ -73,6 +73,11 @@ void frmMain::BuildDataMenu() {
             [this] { ShowRating(); });
 }
 
+void frmMain::BuildTraceRow(QMenu& help) {
+    AddItem(help, QStringLiteral("mnuTrace"), QStringLiteral("&Trace of the Link..."),
+            [this] { ShowTrace(); });
+}
+
 void frmMain::ToggleAutoUpdate() {
     // The mark shows the mode, and not that the row was chosen.
     mnuAutoUpdateFACW_->setChecked(statesShown_.AutoUpdateChecked);
