@@ -72,8 +72,13 @@ class RealClock final : public SystemClock {
         std::tm local{};
         localtime_r(&seconds, &local);
         const auto fraction = duration_cast<milliseconds>(now.time_since_epoch()).count() % 1000;
-        return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
-                local.tm_min,         local.tm_sec,     static_cast<int>(fraction)};
+        return {local.tm_year + 1900,
+                local.tm_mon + 1,
+                local.tm_mday,
+                local.tm_hour,
+                local.tm_min,
+                local.tm_sec,
+                static_cast<int>(fraction)};
     }
     std::string DateText(const LocalTime& /*time*/) const override { return {}; }
     std::string TimeText(const LocalTime& /*time*/) const override { return {}; }
@@ -124,8 +129,7 @@ void UploadRecorded(benchmark::State& state) {
     const double each = (Nanoseconds() - start) / static_cast<double>(state.iterations());
     constexpr double NanosecondsOfAByte = 1e10 / 115200;
     constexpr std::size_t RequestSize = 7;
-    const double wire =
-        NanosecondsOfAByte * static_cast<double>(RequestSize + port.AnswerSize());
+    const double wire = NanosecondsOfAByte * static_cast<double>(RequestSize + port.AnswerSize());
     state.counters["share_percent"] = 100 * (each - bareNanoseconds) / wire;
 }
 BENCHMARK(UploadRecorded)->MinTime(2);

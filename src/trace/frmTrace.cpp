@@ -128,7 +128,8 @@ void frmTrace::BuildSearch(QBoxLayout& column) {
     cmdFindNext_ = NamedButton(this, QStringLiteral("cmdFindNext"), QStringLiteral("&Next"));
     cmdFindPrevious_ =
         NamedButton(this, QStringLiteral("cmdFindPrevious"), QStringLiteral("Pre&vious"));
-    lblFound_ = ValueLabel(this, QStringLiteral("lblFound"), QStringLiteral("Result of the search"));
+    lblFound_ =
+        ValueLabel(this, QStringLiteral("lblFound"), QStringLiteral("Result of the search"));
     // Enter in the field searches; nothing in this window is done by Enter alone otherwise.
     for (QPushButton* button : {cmdFindNext_, cmdFindPrevious_}) {
         button->setAutoDefault(false);
@@ -303,17 +304,16 @@ void frmTrace::Copy() {
     if (rows.empty()) {
         rows = lvwTrace_->All();
     }
-    QGuiApplication::clipboard()->setText(
-        ToQt(model.Rows().Text(rows, WithHex(), model.Names())));
+    QGuiApplication::clipboard()->setText(ToQt(model.Rows().Text(rows, WithHex(), model.Names())));
 }
 
 void frmTrace::SaveText() {
-    const std::optional<std::string> path = outside_.Dialogs.PickForSaving(
-        {.Title = "Save Trace as Text",
-         .DefaultExtension = ".txt",
-         .Filter = "Text Files (*.txt)|*.txt",
-         .InitialName = JoinPath(outside_.AppPath, "trace.txt")},
-        true);
+    const std::optional<std::string> path =
+        outside_.Dialogs.PickForSaving({.Title = "Save Trace as Text",
+                                        .DefaultExtension = ".txt",
+                                        .Filter = "Text Files (*.txt)|*.txt",
+                                        .InitialName = JoinPath(outside_.AppPath, "trace.txt")},
+                                       true);
     if (!path || unloaded_) {
         return;
     }

@@ -3,6 +3,7 @@
 
 #include <set>
 #include <string>
+#include <utility>
 
 #include "platform/host.h"
 #include "records/link_listener.h"
@@ -13,7 +14,8 @@
 /// away.
 class LinkRecorder final : public SerialPort, public LinkListener {
  public:
-    LinkRecorder(SerialPort& port, const SystemClock& clock) : port_(port), clock_(clock) {}
+    LinkRecorder(SerialPort& port, const SystemClock& clock, TraceStore store = TraceStore())
+        : port_(port), clock_(clock), store_(std::move(store)) {}
     LinkRecorder(const LinkRecorder&) = delete;
     LinkRecorder& operator=(const LinkRecorder&) = delete;
 
@@ -49,10 +51,10 @@ class LinkRecorder final : public SerialPort, public LinkListener {
     const SystemClock& clock_;
     TraceStore store_;
     std::set<TraceAddress> loggers_;
-    LinkTry next_;              ///< of the request that goes out next
-    bool announced_ = false;    ///< next_ was told
-    bool open_ = false;         ///< the port was, when last looked at
-    bool exchanging_ = false;   ///< the newest entry takes what comes in
+    LinkTry next_;             ///< of the request that goes out next
+    bool announced_ = false;   ///< next_ was told
+    bool open_ = false;        ///< the port was, when last looked at
+    bool exchanging_ = false;  ///< the newest entry takes what comes in
 };
 
 /// Whether a finding means that something went wrong.

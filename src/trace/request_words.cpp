@@ -82,8 +82,9 @@ std::string WriteWords(Span payload) {
 }
 
 std::string SetClockWords(Span payload) {
-    return payload.size() == 1 + cmd::TimeReplySize ? "set clock to " + ClockText(payload.subspan(1))
-                                                    : "set clock";
+    return payload.size() == 1 + cmd::TimeReplySize
+               ? "set clock to " + ClockText(payload.subspan(1))
+               : "set clock";
 }
 
 std::string RequestSampleWords(Span payload) {
@@ -99,8 +100,7 @@ std::string StatusWords(Span reply) {
 
 std::string VersionWords(Span reply) {
     return "firmware " + IntegerToText(At(reply, 0)) + ", " +
-           CountOf(At(reply, 1), "analog channel") + ", " +
-           CountOf(At(reply, 2), "pulse channel");
+           CountOf(At(reply, 1), "analog channel") + ", " + CountOf(At(reply, 2), "pulse channel");
 }
 
 std::string SizeWords(Span reply) {
@@ -162,8 +162,8 @@ void AddPart(std::string& text, const std::string& part) {
 bool EchoDiffers(Span payload, Span reply) {
     constexpr std::size_t Echo = cmd::MemoryEchoSize;
     return payload.front() == cmd::ReadMemoryCode && payload.size() > Echo &&
-           (reply.size() < Echo || !std::equal(reply.begin(), reply.begin() + Echo,
-                                               payload.begin() + 1));
+           (reply.size() < Echo ||
+            !std::equal(reply.begin(), reply.begin() + Echo, payload.begin() + 1));
 }
 
 }  // namespace
@@ -238,7 +238,8 @@ std::string RadioAnswerWords(Span request, Span answer) {
         case ChannelCode:
             return "channel " + HexText(At(answer, 1));
         case AddressCode:
-            return "address " + HexText(answer.subspan(std::min<std::size_t>(1, answer.size())), '-');
+            return "address " +
+                   HexText(answer.subspan(std::min<std::size_t>(1, answer.size())), '-');
         case SignalCode:
             return "signal " + IntegerToText(At(answer, 1));
         case SystemIdCode:
@@ -293,8 +294,8 @@ LoggerAnswer ReadAnswer(Span payload, Span bytes) {
         return answer;
     }
     const std::optional<Bytes> reply = PayloadIn(bytes);
-    AddPart(answer.Words, reply ? FrameWords(code, *reply)
-                                : CountOf(bytes.size(), "byte") + " of no good frame");
+    AddPart(answer.Words,
+            reply ? FrameWords(code, *reply) : CountOf(bytes.size(), "byte") + " of no good frame");
     if (reply && answer.Fault.empty() && EchoDiffers(payload, *reply)) {
         answer.Fault = "echo of the memory address differs";
     }

@@ -38,8 +38,7 @@ std::span<const TraceKindName> TraceKindNames() {
 }
 
 bool Passes(const TraceEntry& entry, const TraceFilter& filter) {
-    if (filter.Logger && (!IsOfLogger(entry) ||
-                          *filter.Logger != entry.Record.Address())) {
+    if (filter.Logger && (!IsOfLogger(entry) || *filter.Logger != entry.Record.Address())) {
         return false;
     }
     if (filter.Kind && KindOf(entry) != *filter.Kind) {

@@ -75,7 +75,9 @@ class TraceStore {
     [[nodiscard]] std::uint64_t First() const { return first_; }
     /// Number that the next entry will have.
     [[nodiscard]] std::uint64_t End() const { return end_; }
-    [[nodiscard]] bool Holds(std::uint64_t number) const { return number >= first_ && number < end_; }
+    [[nodiscard]] bool Holds(std::uint64_t number) const {
+        return number >= first_ && number < end_;
+    }
     /// The entry of that number, which is held.
     [[nodiscard]] TraceEntry At(std::uint64_t number) const;
     /// Goes up with whatever changes.

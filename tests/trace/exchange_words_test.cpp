@@ -11,13 +11,10 @@ namespace {
 class ExchangeWordsTest : public ::testing::Test {
  protected:
     /// An entry of a request to a logger and what came of it.
-    std::uint64_t Add(const Bytes& sent, const Bytes& came,
-                      LinkFinding finding = LinkFinding::None, std::int16_t ticks = 0) {
-        store_.Begin({.Ticks = ticks,
-                      .Finding = finding,
-                      .Channel = 0x1A,
-                      .Mac = {0x00, 0x02, 0x44}},
-                     sent);
+    std::uint64_t Add(const Bytes& sent, const Bytes& came, LinkFinding finding = LinkFinding::None,
+                      std::int16_t ticks = 0) {
+        store_.Begin(
+            {.Ticks = ticks, .Finding = finding, .Channel = 0x1A, .Mac = {0x00, 0x02, 0x44}}, sent);
         store_.Receive(came, false);
         return store_.End() - 1;
     }
@@ -262,8 +259,7 @@ TEST_F(TraceRowsTest, TextHasALineForEachRowWithItsBytesIfWanted) {
     Follow();
     const std::string line = "2000-01-01 00:00:00.000  server radio: read signal -> signal 128\n";
     EXPECT_EQ(rows_.Text({0}, false, names_), line);
-    EXPECT_EQ(rows_.Text({0}, true, names_),
-              line + "    sent: CC 26\n    came: CC 80 00 00\n");
+    EXPECT_EQ(rows_.Text({0}, true, names_), line + "    sent: CC 26\n    came: CC 80 00 00\n");
 }
 
 }  // namespace

@@ -113,7 +113,7 @@ TEST_F(FrmTraceTest, ShowsWhatHappenedBeforeItWasOpened) {
     Open();
     ASSERT_EQ(Rows(), Kept());
     ASSERT_GT(Rows(), 6);
-    EXPECT_EQ(Cell(Rows() - 1, 2), "Site 2 (channel 00, MAC 00-00-02)");
+    EXPECT_EQ(Cell(Rows() - 1, 2), "Site 2 (channel 10, MAC 00-00-02)");
     EXPECT_EQ(Cell(Rows() - 1, 3), "read status");
     EXPECT_EQ(Cell(Rows() - 1, 7), "CRC differs");
     EXPECT_EQ(FromQt(Control<QLabel>("lblState")->text()),
@@ -156,9 +156,8 @@ TEST_F(FrmTraceTest, RowsThatAreReadStayInPlaceWhileTheOldestGo) {
     List()->verticalScrollBar()->setValue(5000);
     Fill(30);
     const auto* list = static_cast<TraceList*>(List());
-    ASSERT_TRUE(RunEventsUntil([&] {
-        return list->Model().Rows().Number(0) == console_.State.Recorder.Kept().First();
-    }));
+    ASSERT_TRUE(RunEventsUntil(
+        [&] { return list->Model().Rows().Number(0) == console_.State.Recorder.Kept().First(); }));
     EXPECT_EQ(List()->verticalScrollBar()->value(), 4970);
 }
 
@@ -270,7 +269,7 @@ TEST_F(FrmTraceTest, CopiesTheChosenRowsOrAll) {
     Press(Qt::Key_C, Qt::ControlModifier);
     const QString text = QApplication::clipboard()->text();
     EXPECT_EQ(text.count(QLatin1Char('\n')), 1);
-    EXPECT_TRUE(text.contains(QLatin1String("Site 2 (channel 00, MAC 00-00-02): read status")));
+    EXPECT_TRUE(text.contains(QLatin1String("Site 2 (channel 10, MAC 00-00-02): read status")));
     EXPECT_TRUE(text.endsWith(QLatin1String("! CRC differs\n")));
 }
 
@@ -353,9 +352,9 @@ TEST_F(FrmTraceTest, EveryControlCanBeReachedByTabAndHasAName) {
         ASSERT_NE(focus, nullptr);
         reached.insert(FromQt(focus->objectName()));
     }
-    for (const char* name : {"cmbLogger", "cmbKind", "chkFaults", "chkPause", "chkHex", "txtFind",
-                             "cmdFindNext", "cmdFindPrevious", "lvwTrace", "cmdCopy", "cmdSave",
-                             "cmdClose"}) {
+    for (const char* name :
+         {"cmbLogger", "cmbKind", "chkFaults", "chkPause", "chkHex", "txtFind", "cmdFindNext",
+          "cmdFindPrevious", "lvwTrace", "cmdCopy", "cmdSave", "cmdClose"}) {
         EXPECT_TRUE(reached.contains(name)) << name;
     }
     EXPECT_EQ(FromQt(List()->accessibleName()), "Exchanges");

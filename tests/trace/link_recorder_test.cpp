@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "common/fault.h"
+#include "link/port.h"
 #include "logger/commands.h"
 #include "support/virtual_console.h"
 #include "trace/exchange_words.h"
@@ -43,7 +44,7 @@ TEST_F(LinkRecorderTest, AnExchangeIsToldWithTimeLoggerAnswerAndDelay) {
     ASSERT_TRUE(ReadStatus());
     ASSERT_EQ(Count(), 1U);
     const ExchangeWords words = Words(0);
-    EXPECT_EQ(words.Who, "Site 1 (channel 00, MAC 00-00-01)");
+    EXPECT_EQ(words.Who, "Site 1 (channel 10, MAC 00-00-01)");
     EXPECT_EQ(words.Direction, "out, in");
     EXPECT_EQ(words.Asked, "read status");
     EXPECT_EQ(words.Came, "acknowledged, 0 records, Logging");
@@ -133,7 +134,9 @@ class NotingPort final : public SerialPort {
     int CommPort() const override { return 3; }
     void SetCommPort(int number) override { Notes += "number " + std::to_string(number) + ";"; }
     std::string Settings() const override { return "s"; }
-    void SetSettings(const std::string& settings) override { Notes += "settings " + settings + ";"; }
+    void SetSettings(const std::string& settings) override {
+        Notes += "settings " + settings + ";";
+    }
     bool PortOpen() const override { return Open; }
     void SetPortOpen(bool open) override {
         Notes += open ? "open;" : "close;";
@@ -149,7 +152,8 @@ class NotingPort final : public SerialPort {
         Waiting.clear();
     }
     Bytes Input(int InputLen) override {
-        const std::size_t count = InputLen == 0 ? Waiting.size() : std::min<std::size_t>(1, Waiting.size());
+        const std::size_t count =
+            InputLen == 0 ? Waiting.size() : std::min<std::size_t>(1, Waiting.size());
         Bytes taken(Waiting.begin(), Waiting.begin() + static_cast<std::ptrdiff_t>(count));
         Waiting.erase(Waiting.begin(), Waiting.begin() + static_cast<std::ptrdiff_t>(count));
         return taken;
