@@ -32,9 +32,6 @@ class frmTrace final : public QDialog {
     /// Closes the window at the end of the program: nobody is asked or told anything any more.
     void Unload();
 
-    /// Escape acts as the close box.
-    void reject() override { close(); }
-
  protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;

@@ -13,23 +13,36 @@
 
 namespace {
 
-/// A column: its heading, the words it shows, and a text of usual length.
+/// A column: its heading, the words it shows, a text of usual length, and whether it gives way
+/// where all of them do not fit.
 struct Column {
     std::string_view Heading;
     std::string ExchangeWords::*Words;
     std::string_view Usual;
+    bool GivesWay;
 };
 
 constexpr std::array<Column, 8> Columns{
-    {{"Time", &ExchangeWords::Time, "2026-00-00 00:00:00.000"},
-     {"Direction", &ExchangeWords::Direction, "out, in"},
-     {"Radio or Logger", &ExchangeWords::Who, "Hill Tanks (channel 00, MAC 00-00-00)"},
-     {"Asked", &ExchangeWords::Asked, "history, last block again"},
-     {"Came", &ExchangeWords::Came, "acknowledged, 242 bytes from 8"},
-     {"After", &ExchangeWords::After, "1000 ms"},
-     {"Try", &ExchangeWords::Try, "2 of 3"},
-     {"Fault", &ExchangeWords::Fault, "no acknowledge within 0.8 s"}}};
+    {{"Time", &ExchangeWords::Time, "2026-00-00 00:00:00.000", false},
+     {"Direction", &ExchangeWords::Direction, "out, in", false},
+     {"Radio or Logger", &ExchangeWords::Who, "Hill Tanks (channel 00, MAC 00-00-00)", true},
+     {"Asked", &ExchangeWords::Asked, "history, last block again", true},
+     {"Came", &ExchangeWords::Came, "acknowledged, 242 bytes from 8", true},
+     {"After", &ExchangeWords::After, "1000 ms", false},
+     {"Try", &ExchangeWords::Try, "2 of 3", false},
+     {"Fault", &ExchangeWords::Fault, "no acknowledge within 0.8 s", true}}};
 constexpr int CameColumn = 4;
+constexpr int FaultColumn = 7;
+
+const Column& ColumnAt(int column) {
+    return Columns.at(static_cast<std::size_t>(column));
+}
+
+QFont FaultFont() {
+    QFont font;
+    font.setBold(true);
+    return font;
+}
 
 }  // namespace
 
@@ -97,7 +110,7 @@ QString TraceModel::TextAt(int row, int column) const {
         return column == CameColumn ? QStringLiteral("(no longer kept)") : QString();
     }
     const ExchangeWords words = InWords(store_.At(number), names_);
-    return ToQt(words.*Columns.at(static_cast<std::size_t>(column)).Words);
+    return ToQt(words.*ColumnAt(column).Words);
 }
 
 QVariant TraceModel::data(const QModelIndex& index, int role) const {
@@ -110,6 +123,8 @@ QVariant TraceModel::data(const QModelIndex& index, int role) const {
         case Qt::ToolTipRole:
             // What a cell cuts off can be read all the same, and is never taken for markup.
             return Qt::convertFromPlainText(TextAt(index.row(), index.column()));
+        case Qt::FontRole:
+            return index.column() == FaultColumn ? QVariant(FaultFont()) : QVariant();
         default:
             return {};
     }
@@ -121,7 +136,7 @@ QVariant TraceModel::headerData(int section, Qt::Orientation orientation, int ro
     }
     switch (role) {
         case Qt::DisplayRole:
-            return ToQt(Columns.at(static_cast<std::size_t>(section)).Heading);
+            return ToQt(ColumnAt(section).Heading);
         case Qt::TextAlignmentRole:
             return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
         default:
@@ -147,37 +162,69 @@ TraceList::TraceList(const TraceStore& store, QWidget* parent) : QTableView(pare
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
-    SizeColumns();
+    KeepToEnd();
+    // The last column stretches by itself.
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int column) { byOperator_ |= !sharing_ && column != FaultColumn; });
 }
 
-void TraceList::SizeColumns() {
+void TraceList::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    if (!byOperator_) {
+        sharing_ = true;
+        ShareWidth();
+        sharing_ = false;
+    }
+}
+
+/// Each column has its usual width. Where they do not all fit, those with long words share what the
+/// others leave, so that a fault is in sight in any window.
+void TraceList::ShareWidth() {
     const int margin = 3 * fontMetrics().averageCharWidth();
+    std::array<int, Columns.size()> widths{};
+    int fixed = 0;
+    int yielding = 0;
     for (int column = 0; column < model_.columnCount(); ++column) {
-        const QString usual = ToQt(Columns.at(static_cast<std::size_t>(column)).Usual);
-        const int width = fontMetrics().horizontalAdvance(usual) + margin;
+        const QString usual = ToQt(ColumnAt(column).Usual);
+        const int width = std::max(fontMetrics().horizontalAdvance(usual) + margin,
+                                   horizontalHeader()->sectionSizeHint(column));
+        widths.at(static_cast<std::size_t>(column)) = width;
+        (ColumnAt(column).GivesWay ? yielding : fixed) += width;
+    }
+    const int room = std::clamp(viewport()->width() - fixed, 1, yielding);
+    for (int column = 0; column < model_.columnCount(); ++column) {
+        const int usual = widths.at(static_cast<std::size_t>(column));
+        const int width = ColumnAt(column).GivesWay ? usual * room / yielding : usual;
         horizontalHeader()->resizeSection(
             column, std::max(width, horizontalHeader()->sectionSizeHint(column)));
     }
 }
 
-bool TraceList::AtEnd() const {
-    return verticalScrollBar()->value() >= verticalScrollBar()->maximum();
+/// Rows that come make the bar longer some time later. Its value then is no sign that the operator
+/// has scrolled away; one that changes is.
+void TraceList::KeepToEnd() {
+    const QScrollBar* bar = verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this,
+            [this, bar](int value) { atEnd_ = value >= bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this](int /*first*/, int last) {
+        if (atEnd_) {
+            verticalScrollBar()->setValue(last);
+        }
+    });
 }
 
 void TraceList::SetFilter(const TraceFilter& filter, LoggerNames names) {
     model_.SetFilter(filter);
     model_.Follow(std::move(names));
+    atEnd_ = true;
     scrollToBottom();
 }
 
 void TraceList::Follow(LoggerNames names) {
-    const bool follows = AtEnd();
     const auto dropped = static_cast<int>(model_.Rows().Outdated());
     const int before = verticalScrollBar()->value();
     model_.Follow(std::move(names));
-    if (follows) {
-        scrollToBottom();
-    } else if (dropped > 0) {
+    if (!atEnd_ && dropped > 0) {
         // The rows that are read stay in their place while those above them go.
         verticalScrollBar()->setValue(std::max(before - dropped, 0));
     }

@@ -57,11 +57,17 @@ class TraceList final : public QTableView {
     [[nodiscard]] std::optional<std::size_t> Current() const;
     void GoTo(std::size_t row);
 
+ protected:
+    void resizeEvent(QResizeEvent* event) override;
+
  private:
-    void SizeColumns();
-    [[nodiscard]] bool AtEnd() const;
+    void ShareWidth();
+    void KeepToEnd();
 
     TraceModel model_;
+    bool atEnd_ = true;        ///< the end is in sight, and stays there
+    bool sharing_ = false;     ///< the widths of columns change by the program's own doing
+    bool byOperator_ = false;  ///< the operator has given a column its width: they stay
 };
 
 #endif  // ORVIA_TRACE_FRM_TRACE_LIST_H

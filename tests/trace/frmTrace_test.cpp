@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -20,6 +21,7 @@
 #include <QTableView>
 #include <QTest>
 #include <QWindow>
+#include <algorithm>
 #include <set>
 
 #include "common/path_text.h"
@@ -96,6 +98,15 @@ class FrmTraceTest : public ::testing::Test {
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
         QTest::keyClick(form_->windowHandle(), key, modifiers);
         QCoreApplication::processEvents();
+    }
+    /// The key of a button or a box, which goes down and up again before it has done its work.
+    void Mnemonic(char key) const {
+        QTest::keyClick(form_->windowHandle(), key, Qt::AltModifier);
+        const auto buttons = form_->findChildren<QAbstractButton*>();
+        ASSERT_TRUE(RunEventsUntil([&buttons] {
+            return std::none_of(buttons.begin(), buttons.end(),
+                                [](const auto* button) { return button->isDown(); });
+        }));
     }
     int Kept() const {
         const TraceStore& kept = console_.State.Recorder.Kept();
@@ -177,7 +188,7 @@ TEST_F(FrmTraceTest, AHundredThousandRowsScroll) {
 TEST_F(FrmTraceTest, PauseHoldsTheListAndGoesOnAfterwards) {
     Open();
     const int before = Rows();
-    Press(Qt::Key_P, Qt::AltModifier);
+    Mnemonic('p');
     EXPECT_TRUE(Control<QCheckBox>("chkPause")->isChecked());
     Fill(10);
     bool later = false;
@@ -185,7 +196,7 @@ TEST_F(FrmTraceTest, PauseHoldsTheListAndGoesOnAfterwards) {
     ASSERT_TRUE(RunEventsUntil([&] { return later; }));
     EXPECT_EQ(Rows(), before);
     EXPECT_TRUE(Control<QLabel>("lblState")->text().endsWith(QLatin1String(", paused")));
-    Press(Qt::Key_P, Qt::AltModifier);
+    Mnemonic('p');
     EXPECT_EQ(Rows(), before + 10);
 }
 
@@ -206,7 +217,7 @@ TEST_F(FrmTraceTest, ShowsOneLoggerOneKindOrFaultsAlone) {
         EXPECT_EQ(Cell(row, 2), "server radio");
     }
     Choose("cmbKind", "All");
-    Press(Qt::Key_U, Qt::AltModifier);
+    Mnemonic('u');
     EXPECT_EQ(Rows(), 1);
     EXPECT_EQ(Cell(0, 7), "CRC differs");
 }
@@ -251,7 +262,7 @@ TEST_F(FrmTraceTest, BytesOfTheChosenExchangeOnDemand) {
     TalkToBoth();
     Open();
     EXPECT_FALSE(Control("txtHex")->isVisible());
-    Press(Qt::Key_H, Qt::AltModifier);
+    Mnemonic('h');
     EXPECT_TRUE(Control("txtHex")->isVisible());
     List()->setCurrentIndex(List()->model()->index(Rows() - 1, 0));
     const QString hex = Control<QPlainTextEdit>("txtHex")->toPlainText();
@@ -262,7 +273,7 @@ TEST_F(FrmTraceTest, BytesOfTheChosenExchangeOnDemand) {
 TEST_F(FrmTraceTest, CopiesTheChosenRowsOrAll) {
     TalkToBoth();
     Open();
-    Press(Qt::Key_C, Qt::AltModifier);
+    Mnemonic('c');
     EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), Rows());
     List()->selectRow(Rows() - 1);
     List()->setFocus();
@@ -279,8 +290,8 @@ TEST_F(FrmTraceTest, SavesWhatItShowsAsText) {
     Choose("cmbLogger", "Site 2");
     const std::string path = JoinPath(folder_, "trace.txt");
     console_.Outside.Dialogs.Picks.push_back(path);
-    Press(Qt::Key_H, Qt::AltModifier);
-    Press(Qt::Key_S, Qt::AltModifier);
+    Mnemonic('h');
+    Mnemonic('s');
     ASSERT_EQ(console_.Outside.Dialogs.Queries.size(), 1U);
     EXPECT_EQ(console_.Outside.Dialogs.Queries[0].DefaultExtension, ".txt");
     EXPECT_TRUE(console_.Outside.Dialogs.Prompts[0]);
@@ -294,7 +305,7 @@ TEST_F(FrmTraceTest, SavesWhatItShowsAsText) {
 TEST_F(FrmTraceTest, AFileThatCannotBeWrittenIsTold) {
     Open();
     console_.Outside.Dialogs.Picks.push_back(JoinPath(folder_, "missing/trace.txt"));
-    Press(Qt::Key_S, Qt::AltModifier);
+    Mnemonic('s');
     ASSERT_EQ(console_.Outside.Boxes.Shown.size(), 1U);
     EXPECT_EQ(console_.Outside.Boxes.Shown[0].Text, "The file could not be written.");
 }
@@ -303,7 +314,7 @@ TEST_F(FrmTraceTest, TheEndOfTheProgramClosesItInsideItsFileDialogWithoutAWord) 
     Open();
     console_.Outside.Dialogs.Picks.push_back(JoinPath(folder_, "missing/trace.txt"));
     console_.Outside.Dialogs.WhileShown = [this] { form_->Unload(); };
-    Press(Qt::Key_S, Qt::AltModifier);
+    Mnemonic('s');
     EXPECT_FALSE(form_->isVisible());
     EXPECT_TRUE(console_.Outside.Boxes.Shown.empty());
     form_->ShowOrRaise();
@@ -317,8 +328,18 @@ TEST_F(FrmTraceTest, EscapeAndCloseHideItAndItComesBackWithAllSince) {
     Fill(5);
     Open();
     EXPECT_EQ(Rows(), Kept());
-    Press(Qt::Key_E, Qt::AltModifier);
+    Mnemonic('e');
     EXPECT_FALSE(form_->isVisible());
+}
+
+TEST_F(FrmTraceTest, AWidthThatTheOperatorGaveAColumnStays) {
+    Open();
+    form_->resize(990, 566);
+    QCoreApplication::processEvents();
+    List()->horizontalHeader()->resizeSection(2, 300);
+    form_->resize(1246, 866);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(List()->horizontalHeader()->sectionSize(2), 300);
 }
 
 TEST_F(FrmTraceTest, ItDoesNotBlockOtherWindows) {
@@ -378,13 +399,14 @@ class FrmTraceScreens : public FrmTraceTest, public ::testing::WithParamInterfac
 TEST_P(FrmTraceScreens, FitSmallAndLargeScreens) {
     TalkToBoth();
     Open();
-    Press(Qt::Key_H, Qt::AltModifier);
+    Mnemonic('h');
     List()->setCurrentIndex(List()->model()->index(Rows() - 1, 0));
     const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
     for (const QSize size : {QSize(990, 566), QSize(1246, 866)}) {
         form_->resize(size);
         QCoreApplication::processEvents();
         EXPECT_EQ(form_->size(), size);
+        EXPECT_FALSE(List()->horizontalScrollBar()->isVisible()) << "a column is out of sight";
         if (!folder.isEmpty()) {
             const QString file = QStringLiteral("frmTrace-%1-%2-%3x.png")
                                      .arg(QLatin1String(GetParam() ? "dark" : "light"))
