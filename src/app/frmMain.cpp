@@ -33,6 +33,7 @@
 #include "platform/qt/twips.h"
 #include "setup/frmSetup.h"
 #include "setup/setup_operation.h"
+#include "trace/frmTrace.h"
 
 namespace {
 
@@ -244,6 +245,9 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
 void frmMain::CloseAllChildForms() {
     CloseDialogs();
     CloseDataWindows();
+    if (trace_ != nullptr) {
+        trace_->Unload();
+    }
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
         TrapFault([this, window] { UnloadChild(**window); });
@@ -277,6 +281,13 @@ void frmMain::closeEvent(QCloseEvent* event) {
 bool frmMain::KeepsFlowTable() {
     // While an exchange runs the close is refused anyway, without a word.
     return rating_ == nullptr || state_.LinkRecord.CommBusy != False || rating_->MayClose();
+}
+
+void frmMain::ShowTrace() {
+    if (trace_ == nullptr) {
+        trace_ = new frmTrace(state_.Recorder, state_.Book, state_.Outside, this);
+    }
+    trace_->ShowOrRaise();
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

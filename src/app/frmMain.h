@@ -35,6 +35,7 @@ class QMenu;
 class QPushButton;
 class frmArchive;
 class frmRating;
+class frmTrace;
 
 /// The main window: parent of all client windows, with the client list, the operations and the
 /// state of the link. Its two timers are the console's main loop.
@@ -84,6 +85,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildClientMenus();
     void BuildForAllMenu();
     void BuildDataMenu();
+    void BuildTraceRow(QMenu& help);
     void BuildWindowMenu();
     void BuildHelpMenu();
     void BuildPopup();
@@ -112,6 +114,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void UploadHistory(const OperationContext& context);
     void PlotViewed(const FlowTable& points, QDialog& viewer);
     void CloseDataWindows();
+    void ShowTrace();
     [[nodiscard]] bool KeepsFlowTable();
     void ListWindows();
     void UnloadChild(QMdiSubWindow& child);
@@ -129,7 +132,8 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;
     frmRating* rating_ = nullptr;    ///< none until it is asked for
-    frmArchive* archive_ = nullptr;  ///< none until it is asked for
+    frmArchive* archive_ = nullptr;  ///< the same
+    frmTrace* trace_ = nullptr;      ///< the same
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;

@@ -192,6 +192,7 @@ void frmMain::BuildHelpMenu() {
     });
     AddItem(help, QStringLiteral("mnuAbout"), QStringLiteral("&About"),
             [this] { frmAbout(this).exec(); });
+    BuildTraceRow(help);
 }
 
 void frmMain::BuildPopup() {

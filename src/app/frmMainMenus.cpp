@@ -78,6 +78,11 @@ void frmMain::BuildDataMenu() {
             [this] { ShowLivePlot(); });
 }
 
+void frmMain::BuildTraceRow(QMenu& help) {
+    AddItem(help, QStringLiteral("mnuTrace"), QStringLiteral("&Trace of the Link..."),
+            [this] { ShowTrace(); });
+}
+
 void frmMain::ToggleAutoUpdate() {
     // The mark shows the mode, and not that the row was chosen.
     mnuAutoUpdateFACW_->setChecked(statesShown_.AutoUpdateChecked);

@@ -20,20 +20,23 @@
 #include "records/quiet_boxes.h"
 #include "records/sampling_state.h"
 #include "records/settings.h"
+#include "trace/link_recorder.h"
 
 /// All that the console's procedures share. main() makes the one there is; windows are handed a
 /// reference, and a procedure gets just the records that it may touch.
 struct SharedState {
     explicit SharedState(const Host& outside)
-        : LinkRecord(outside.MSComm1, outside.Events),
+        : Recorder(outside.MSComm1, outside.Clock),
+          LinkRecord(Recorder, outside.Events),
           Boxes(outside.Boxes, LinkRecord.ShuttingDown),
-          Outside{outside.MSComm1, outside.Events,
+          Outside{Recorder,        outside.Events,
                   Boxes,           outside.Dialogs,
                   outside.Store,   outside.Clock,
                   outside.Help,    outside.LocalMachine,
                   outside.AppPath, outside.TickMilliseconds,
                   outside.Archive},
           Exchange(LinkRecord) {
+        LinkRecord.Listener = &Recorder;
         if (Outside.Archive != nullptr) {
             Filer.emplace(*Outside.Archive, Boxes);
         }
@@ -44,6 +47,7 @@ struct SharedState {
     Flag ErrorTrapping = True;  ///< never changed; see WriteVersionFile
     Flag ShowBaudRate = False;  ///< never set: the set-up does not show the fixed baud rate
     Settings SettingsRecord;
+    LinkRecorder Recorder;  ///< between the link and its port
     Link LinkRecord;
     Sampling SamplingRecord;
     Operations OperationsRecord;

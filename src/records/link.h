@@ -7,6 +7,7 @@
 #include "common/flag.h"
 #include "platform/host.h"
 #include "records/address_book.h"
+#include "records/link_listener.h"
 
 // Values of LinkState.
 inline constexpr std::uint8_t LinkDisconnected = 0;  ///< port closed
@@ -23,6 +24,7 @@ struct Link {
 
     SerialPort& MSComm1;
     EventPump& Events;
+    LinkListener* Listener = nullptr;  ///< who follows what becomes of requests; may be nobody
 
     Flag ShuttingDown = False;  ///< last act of closing; ends every wait for bytes
     Flag CommBusy = False;      ///< one exchange is on the link

@@ -77,6 +77,16 @@ TEST_F(MainWindowClosing, ExitInTheFileMenuClosesTheConsole) {
 }
 
 /// The window of a flow table with something typed that no file holds.
+TEST_F(MainWindowClosing, TakesTheTraceAlongInSilence) {
+    StartConnected();
+    Find<QAction>("mnuTrace").trigger();
+    const QWidget& trace = Find<QWidget>("frmTrace");
+    EXPECT_TRUE(trace.isVisible());
+    EXPECT_TRUE(window_->close());
+    EXPECT_FALSE(trace.isVisible());
+    ExpectClosedInSilence();
+}
+
 class MainWindowWithAFlowTable : public MainWindowClosing {
  protected:
     MainWindowWithAFlowTable() {
