@@ -324,6 +324,7 @@ void PlotCanvas::Parts::Build() {
     Rect = new QCPAxisRect(Plot, false);
     Plot->plotLayout()->addElement(0, 0, Rect);
     Time = Rect->addAxis(QCPAxis::atBottom);
+    Time->grid()->setVisible(true);
     Time->setTicker(QSharedPointer<TimeTicker>::create(*Time, Clock));
     Note = new QCPItemText(Plot);
     Note->position->setType(QCPItemPosition::ptAxisRectRatio);
