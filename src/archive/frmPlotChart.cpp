@@ -94,6 +94,10 @@ const std::map<std::string, ValueRange>& PlotChart::Ranges() const {
     return canvas_->Ranges();
 }
 
+void PlotChart::DrawNow() {
+    canvas_->DrawNow();
+}
+
 void PlotChart::PaintOn(QPainter& painter, const QRectF& where) const {
     PlotCanvas paper(clock_, nullptr);
     QFont font = painter.font();
