@@ -46,7 +46,7 @@ PlotChart::PlotChart(const SystemClock& clock, QWidget* parent)
     column->setContentsMargins(margin, margin, margin, margin);
     column->addWidget(&canvas_->Widget());
     canvas_->SetStyle(palette(), font());
-    SetNote(QString());
+    canvas_->SetNote(note_);
 }
 
 PlotChart::~PlotChart() = default;
@@ -73,9 +73,11 @@ void PlotChart::MoveSpan(Moment from, Moment to) {
 }
 
 void PlotChart::SetNote(const QString& note) {
-    note_ = note;
-    canvas_->SetNote(note);
-    canvas_->DrawSoon();
+    if (note != note_) {
+        note_ = note;
+        canvas_->SetNote(note);
+        canvas_->DrawSoon();
+    }
 }
 
 void PlotChart::ShowPart() {
