@@ -239,11 +239,13 @@ void frmPlot::TakeReadings() {
         list_->SetSeries(series_);
         ShowLines();
     }
-    // Without a window there are no more readings: what there is stays to be looked at.
-    if (newest != nullptr || series_.empty()) {
+    // Without a window there are no more readings: what there is stays to be looked at. Nothing is
+    // drawn anew within a second without a reading.
+    if (hour != hour_ && (newest != nullptr || series_.empty())) {
+        hour_ = hour;
         chart_->MoveSpan(hour.Begin, hour.End - 1);
+        ShowNote();
     }
-    ShowNote();
 }
 
 // ----- keeping it

@@ -71,6 +71,7 @@ class frmPlot final : public QDialog {
     std::vector<SharedSeries> series_;
     std::string name_;
     LiveSource source_;  ///< none unless the plot is live
+    Period hour_;        ///< that a live plot knows
     QTimer pulse_;
     bool unloaded_ = false;
 

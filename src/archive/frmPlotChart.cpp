@@ -46,7 +46,7 @@ PlotChart::PlotChart(const SystemClock& clock, QWidget* parent)
     column->setContentsMargins(margin, margin, margin, margin);
     column->addWidget(&canvas_->Widget());
     canvas_->SetStyle(palette(), font());
-    SetNote(QString());
+    canvas_->SetNote(note_);
 }
 
 PlotChart::~PlotChart() = default;
@@ -73,9 +73,11 @@ void PlotChart::MoveSpan(Moment from, Moment to) {
 }
 
 void PlotChart::SetNote(const QString& note) {
-    note_ = note;
-    canvas_->SetNote(note);
-    canvas_->DrawSoon();
+    if (note != note_) {
+        note_ = note;
+        canvas_->SetNote(note);
+        canvas_->DrawSoon();
+    }
 }
 
 void PlotChart::ShowPart() {
@@ -92,6 +94,10 @@ QRect PlotChart::Area() const {
 
 const std::map<std::string, ValueRange>& PlotChart::Ranges() const {
     return canvas_->Ranges();
+}
+
+void PlotChart::DrawNow() {
+    canvas_->DrawNow();
 }
 
 void PlotChart::PaintOn(QPainter& painter, const QRectF& where) const {

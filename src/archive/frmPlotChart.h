@@ -19,6 +19,8 @@ class QRubberBand;
 /// desktop; on paper black on white. Wheel, drag and keys go through time; a cursor follows the
 /// pointer or the arrow keys.
 class PlotChart : public QFrame {
+    Q_OBJECT
+
  public:
     PlotChart(const SystemClock& clock, QWidget* parent);
     ~PlotChart() override;
@@ -34,6 +36,8 @@ class PlotChart : public QFrame {
     /// Says something where nothing is drawn.
     void SetNote(const QString& note);
 
+    /// Draws the window's pixels at once, which else waits for its turn among the events.
+    void DrawNow();
     /// Draws what is shown, black on white with its legend, into a rectangle, as vectors where the
     /// painter takes them. Texts are in the painter's font. Needs no window.
     void PaintOn(QPainter& painter, const QRectF& where) const;

@@ -12,6 +12,8 @@
 /// The lines that a plot can show, each to be checked, with a sample of its look and what it has
 /// under the cursor. Those of several series stand under their names.
 class PlotLineList final : public QTreeWidget {
+    Q_OBJECT
+
  public:
     explicit PlotLineList(QWidget* parent);
 

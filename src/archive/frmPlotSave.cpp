@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSvgGenerator>
+#include <algorithm>
 
 #include "archive/frmPlotChart.h"
 #include "common/file_rewrite.h"
@@ -52,11 +53,10 @@ bool PrintPlot(const PlotChart& chart, QPagedPaintDevice& paper) {
     QFont font = chart.font();
     font.setPointSizeF(PaperPoints);
     painter.setFont(font);
-    // As on the screen, across the page; on an upright one it leaves room below.
-    const QRectF page(painter.viewport());
-    QSizeF room(chart.size());
-    room.scale(page.size(), Qt::KeepAspectRatio);
-    chart.PaintOn(painter, QRectF(page.topLeft(), room));
+    // The whole page; of an upright one the upper half, which is as broad as it is high.
+    QRectF page(painter.viewport());
+    page.setHeight(std::min(page.height(), page.width()));
+    chart.PaintOn(painter, page);
     return painter.end();
 }
 

@@ -24,7 +24,8 @@ std::uint32_t NumberOf(const LocalTime& time) {
 /// interval and no alarm of the logger's. A minute and a half without one is a gap, as auto update
 /// brings one a minute.
 SeriesSettings LiveSettings(const LoggerState& logger) {
-    SeriesSettings settings{logger, logger.FlowTable};
+    const LoggerRecord& record = logger;
+    SeriesSettings settings{record, logger.FlowTable};
     settings.Logger.SampleInterval = "1 minute";
     settings.Logger.LoggingStyle = 0;
     settings.Logger.AlarmEnable = {};

@@ -40,7 +40,10 @@ class PlotChartTest : public ::testing::Test {
     static void Settle() { QCoreApplication::processEvents(); }
     QImage Seen() {
         Settle();
-        return chart_.grab().toImage();
+        // In the chart's own pixels, however fine the screen is.
+        QImage seen = chart_.grab().toImage().scaled(chart_.size());
+        seen.setDevicePixelRatio(1);
+        return seen;
     }
     QColor ColourOf(std::size_t look) const {
         return PlotStyleOf(chart_.palette(), chart_.font()).Of(PlotLookOf(look));

@@ -268,7 +268,7 @@ TEST_F(LivePlotTest, ShowsTheLastHourAsReadingsComeIn) {
     EXPECT_EQ(Chart().Shown().From, now - SecondsPerHour);
     EXPECT_EQ(Chart().Shown().To, now);
     newest = Readings(3);
-    EXPECT_TRUE(Shows(3));
+    ASSERT_TRUE(Shows(3));
     Row("Channel 1 (Feet)")->setCheckState(0, Qt::Checked);
     newest = Readings(60);
     EXPECT_TRUE(Shows(60));
@@ -285,11 +285,28 @@ TEST_F(LivePlotTest, WhatTheOperatorZoomedToStays) {
     const PlotPart zoomed = Chart().Shown();
     host_.Clock.Start.Minute += 1;
     EXPECT_TRUE(RunEventsUntil([&] { return !Chart().View().ShowsAll(); }));
-    Later stop(150, [] {});
     QTest::qWait(100);
     EXPECT_EQ(Chart().Shown(), zoomed);
     Click("cmdAll");
     EXPECT_TRUE(RunEventsUntil([&] { return Chart().Shown().To == MomentOf(host_.Clock.Now()); }));
+}
+
+TEST_F(LivePlotTest, DrawsNothingAnewWithinASecondWithoutReading) {
+    int asked = 0;
+    OpenLive([&asked, newest = Readings(5)] {
+        ++asked;
+        return newest;
+    });
+    ASSERT_TRUE(Shows(5));
+    int drawn = 0;
+    auto told = std::move(Chart().PartChanged);
+    Chart().PartChanged = [&] { ++drawn; };
+    asked = 0;
+    ASSERT_TRUE(RunEventsUntil([&] { return asked >= 3; }));
+    EXPECT_EQ(drawn, 0);
+    host_.Clock.Start.Second += 1;
+    EXPECT_TRUE(RunEventsUntil([&] { return drawn > 0; }));
+    Chart().PartChanged = std::move(told);
 }
 
 TEST_F(LivePlotTest, KeepsWhatItHasWhenTheClientWindowCloses) {
