@@ -62,10 +62,9 @@ void frmMain::ShowLivePlot() {
 }
 
 void frmMain::UploadHistory(const OperationContext& context) {
-    GetHistoryInWindows(context, contexts_.History(), this,
-                        [this](const FlowTable& points, QDialog& viewer) {
-                            PlotViewed(points, viewer);
-                        });
+    GetHistoryInWindows(
+        context, contexts_.History(), this,
+        [this](const FlowTable& points, QDialog& viewer) { PlotViewed(points, viewer); });
 }
 
 void frmMain::PlotViewed(const FlowTable& points, QDialog& viewer) {

@@ -25,8 +25,8 @@ std::string RecordText(const std::optional<ArchiveRecord>& record, const SystemC
 }
 
 std::string TimeText(const LocalTime& time, const SystemClock& clock) {
-    return cmd::ShortDateText(clock, time.Year, time.Month, time.Day) + " " + TwoDigits(time.Hour) + ":" + TwoDigits(time.Minute) + ":" +
-           TwoDigits(time.Second);
+    return cmd::ShortDateText(clock, time.Year, time.Month, time.Day) + " " + TwoDigits(time.Hour) +
+           ":" + TwoDigits(time.Minute) + ":" + TwoDigits(time.Second);
 }
 
 /// None stands before all.
@@ -72,8 +72,7 @@ std::string OutcomeText(const UploadLine& line) {
 
 std::string_view HeadingOf(LoggerColumn column) {
     static constexpr std::array<std::string_view, LoggerColumns> headings = {
-        "Logger",  "Radio", "First Record", "Last Record",
-        "Records", "Gaps",  "Uploads",      "Size"};
+        "Logger", "Radio", "First Record", "Last Record", "Records", "Gaps", "Uploads", "Size"};
     return headings[static_cast<std::size_t>(column)];
 }
 

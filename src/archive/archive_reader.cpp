@@ -55,8 +55,7 @@ std::optional<Places> PlacesFor(ArchiveStore& store, std::int64_t logger, const 
     const auto [lowest, highest] = TimesAround(period, *known);
     const auto inside = store.PlacesWithin(logger, {.First = lowest, .Last = highest});
     const auto earlier =
-        lowest == 0 ? std::nullopt
-                    : store.PlacesWithin(logger, {.First = 0, .Last = lowest - 1});
+        lowest == 0 ? std::nullopt : store.PlacesWithin(logger, {.First = 0, .Last = lowest - 1});
     const auto later = highest == LatestTime
                            ? std::nullopt
                            : store.PlacesWithin(logger, {.First = highest + 1, .Last = LatestTime});

@@ -98,8 +98,7 @@ std::vector<UploadLine> ArchiveSession::UploadsOf(std::int64_t logger) {
     try {
         for (ArchiveUpload& upload : store_.UploadsOf(logger)) {
             const bool runs = running == upload.Id;
-            lines.push_back(
-                {.Upload = std::move(upload), .Begin = {}, .End = {}, .Runs = runs});
+            lines.push_back({.Upload = std::move(upload), .Begin = {}, .End = {}, .Runs = runs});
         }
     } catch (const ArchiveFault&) {
         lines.clear();  // the next look tells
@@ -199,16 +198,16 @@ std::string ArchiveSession::SaveCsv(const ChosenSeries& chosen, bool machine, Pr
     if (!path) {
         return {};
     }
-    const bool saved =
-        machine ? SaveMachineCsv(*path, series.Values(), chosen.Span)
-                : SaveSeriesCsv(*path, series.Values(), chosen.Span,
-                                IsSingleColumn(work_.settings.CSVDateTimeSingleColumn),
-                                outside.Clock, bar);
+    const bool saved = machine
+                           ? SaveMachineCsv(*path, series.Values(), chosen.Span)
+                           : SaveSeriesCsv(*path, series.Values(), chosen.Span,
+                                           IsSingleColumn(work_.settings.CSVDateTimeSingleColumn),
+                                           outside.Clock, bar);
     if (!saved) {
-        outside.Boxes.Show({.Text = "The file could not be written:" + std::string(LineBreak) +
-                                    *path,
-                            .Title = ArchiveTitle,
-                            .Icon = BoxIcon::Exclamation});
+        outside.Boxes.Show(
+            {.Text = "The file could not be written:" + std::string(LineBreak) + *path,
+             .Title = ArchiveTitle,
+             .Icon = BoxIcon::Exclamation});
         return {};
     }
     return "Saved: " + *path;

@@ -65,8 +65,8 @@ std::string Told(std::string_view head, std::string_view what, std::string_view 
 
 std::string TroubleText(ArchiveTrouble kind, const std::string& place, const std::string& words) {
     const TroubleWords known = WordsOf(kind);
-    return Told("The upload was not kept in the archive, or not all of it: ", known.What, known.Help,
-                place, words);
+    return Told("The upload was not kept in the archive, or not all of it: ", known.What,
+                known.Help, place, words);
 }
 
 std::string AccessText(ArchiveTrouble kind, const std::string& place, const std::string& words) {

@@ -97,10 +97,10 @@ void frmArchive::ShowCount() {
     const int shown = order_->rowCount();
     const int all = model_->rowCount();
     const QString loggers = all == 1 ? QStringLiteral("logger") : QStringLiteral("loggers");
-    lblCount_->setText(all == 0       ? QString()
-                       : shown == all ? QStringLiteral("%1 %2").arg(all).arg(loggers)
-                                      : QStringLiteral("%1 of %2 %3").arg(shown).arg(all).arg(
-                                            loggers));
+    lblCount_->setText(all == 0 ? QString()
+                       : shown == all
+                           ? QStringLiteral("%1 %2").arg(all).arg(loggers)
+                           : QStringLiteral("%1 of %2 %3").arg(shown).arg(all).arg(loggers));
 }
 
 void frmArchive::ShowUploads() {
@@ -220,9 +220,8 @@ ChosenSeries frmArchive::ReadChosen() {
         Tell({.Good = false, .Text = session_.WordsOf(fault)});
         return {};
     }
-    lblState_->setText(chosen.Series.empty()
-                           ? QStringLiteral("There are no records in this period.")
-                           : QString());
+    lblState_->setText(
+        chosen.Series.empty() ? QStringLiteral("There are no records in this period.") : QString());
     return chosen;
 }
 

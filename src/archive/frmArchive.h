@@ -61,8 +61,8 @@ class frmArchive final : public QDialog {
     void BuildPeriod(QBoxLayout& column);
     [[nodiscard]] QDateEdit* DayField(const char* name);
     void BuildCare(QBoxLayout& column);
-    QPushButton* AddButton(QBoxLayout& row, const char* name, const char* caption,
-                           const char* hint, void (frmArchive::*press)());
+    QPushButton* AddButton(QBoxLayout& row, const char* name, const char* caption, const char* hint,
+                           void (frmArchive::*press)());
     void BuildTimers();
     void OrderTabs();
     void FitScreen();

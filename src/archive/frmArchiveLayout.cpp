@@ -105,8 +105,8 @@ QWidget* frmArchive::BuildLoggers() {
 QWidget* frmArchive::BuildUploads() {
     auto* panel = new QWidget(this);
     uploads_ = new UploadModel(session_.Work().windows.outside.Clock, this);
-    lvwUploads_ = new ArchiveList(panel, Named("lvwUploads"),
-                                  QStringLiteral("Uploads of the logger"));
+    lvwUploads_ =
+        new ArchiveList(panel, Named("lvwUploads"), QStringLiteral("Uploads of the logger"));
     lvwUploads_->setModel(uploads_);
     lvwUploads_->setSelectionMode(QAbstractItemView::SingleSelection);
     lvwUploads_->SetWidths({19, 19, 12, 9, 9, 9}, static_cast<int>(UploadColumn::Outcome));
@@ -128,8 +128,8 @@ void frmArchive::BuildLists(QBoxLayout& column) {
     lists_->addWidget(BuildUploads());
     lists_->setStretchFactor(0, 3);
     lists_->setStretchFactor(1, 1);
-    lblNotice_ = ValueLabel(this, Named("lblNotice"),
-                            QStringLiteral("Why there are no loggers to show"));
+    lblNotice_ =
+        ValueLabel(this, Named("lblNotice"), QStringLiteral("Why there are no loggers to show"));
     lblNotice_->setWordWrap(true);
     lblNotice_->setAlignment(Qt::AlignCenter);
     lblNotice_->setMargin(2 * fontMetrics().height());
@@ -177,8 +177,8 @@ void frmArchive::BuildPeriod(QBoxLayout& column) {
     add(dtpFrom_, "lblFrom", "Fro&m:");
     add(dtpTo_, "lblTo", "&To:");
     row->addStretch();
-    cmdPlot_ = AddButton(*row, "cmdPlot", "&Plot", "Shows the records as curves.",
-                         &frmArchive::Plot);
+    cmdPlot_ =
+        AddButton(*row, "cmdPlot", "&Plot", "Shows the records as curves.", &frmArchive::Plot);
     cmdReport_ = AddButton(*row, "cmdReport", "&Report",
                            "Tells what each day, week or month amounts to.", &frmArchive::Report);
     cmdSaveCsv_ = AddButton(*row, "cmdSaveCsv", "Save as &CSV...",
@@ -212,8 +212,8 @@ void frmArchive::BuildCare(QBoxLayout& column) {
                            &frmArchive::Cancel);
     cmdDelete_ = AddButton(*row, "cmdDelete", "&Delete Logger...",
                            "Deletes all that is kept of the logger.", &frmArchive::DeleteLogger);
-    cmdBackUp_ = AddButton(*row, "cmdBackUp", "&Back Up...",
-                           "Writes a copy of the whole archive.", &frmArchive::BackUp);
+    cmdBackUp_ = AddButton(*row, "cmdBackUp", "&Back Up...", "Writes a copy of the whole archive.",
+                           &frmArchive::BackUp);
     cmdCheck_ = AddButton(*row, "cmdCheck", "Chec&k", "Looks whether the archive holds together.",
                           &frmArchive::Check);
     cmdClose_ = NamedButton(this, Named("cmdClose"), QStringLiteral("Clo&se"));

@@ -18,10 +18,7 @@
 
 frmHistory::frmHistory(const HistoryContext& history, std::shared_ptr<ClientWindow> window,
                        QWidget* parent, ShowRecordPlot plot)
-    : QDialog(parent),
-      history_(history),
-      window_(std::move(window)),
-      plot_(std::move(plot)) {
+    : QDialog(parent), history_(history), window_(std::move(window)), plot_(std::move(plot)) {
     constexpr int Characters = 130;
     constexpr int Lines = 32;
     setObjectName(QStringLiteral("frmHistory"));

@@ -26,8 +26,8 @@ class frmHistory final : public QDialog {
 
  public:
     /// Without a procedure for it there is no plot to be had.
-    frmHistory(const HistoryContext& history, std::shared_ptr<ClientWindow> window,
-               QWidget* parent, ShowRecordPlot plot = nullptr);
+    frmHistory(const HistoryContext& history, std::shared_ptr<ClientWindow> window, QWidget* parent,
+               ShowRecordPlot plot = nullptr);
 
     /// Checks the units of the level and fills the list; before the form is shown.
     void Load();

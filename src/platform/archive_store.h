@@ -116,8 +116,8 @@ struct ArchiveRange {
 };
 
 /// The archive. Every procedure but Exists, Open, IsOpen, Close and Now needs it open, and all may
-/// throw an ArchiveFault. None keeps its caller waiting for longer than a moment, but for BackUp and
-/// Check.
+/// throw an ArchiveFault. None keeps its caller waiting for longer than a moment, but for BackUp
+/// and Check.
 class ArchiveStore {
  public:
     virtual ~ArchiveStore() = default;
@@ -142,8 +142,8 @@ class ArchiveStore {
     /// Takes everything back since Begin, if there was one.
     virtual void Rollback() noexcept = 0;
 
-    /// Differs from what it was before as soon as anything has been changed, by whomever. Outside of
-    /// a transaction.
+    /// Differs from what it was before as soon as anything has been changed, by whomever. Outside
+    /// of a transaction.
     [[nodiscard]] virtual std::int64_t Stamp() = 0;
 
     // Loggers. Those that are added get their Id.

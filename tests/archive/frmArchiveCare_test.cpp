@@ -64,8 +64,7 @@ TEST_F(ArchiveCareTest, ADeletionLeavesTheWindowAliveAndCanBeCancelled) {
     EXPECT_GT(left, 0);
     EXPECT_EQ(LabelText("lblState"),
               "Deleting was cancelled: " + std::to_string(left) + " records are left.");
-    ASSERT_TRUE(RunEventsUntil(
-        [&] { return Cell("lvwLoggers", 0, 4) == std::to_string(left); }));
+    ASSERT_TRUE(RunEventsUntil([&] { return Cell("lvwLoggers", 0, 4) == std::to_string(left); }));
     EXPECT_TRUE(Control("cmdDelete")->isEnabled());
     EXPECT_FALSE(Control("cmdCancel")->isVisible());
 }

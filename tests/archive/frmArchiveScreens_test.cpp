@@ -60,10 +60,10 @@ TEST_F(ArchiveFormTest, TheTabKeyGoesThroughTheWindowInItsOrder) {
         }
         QTest::keyClick(form_->windowHandle(), Qt::Key_Tab);
     }
-    EXPECT_EQ(order, (std::vector<std::string>{
-                         "txtFilter", "lvwLoggers", "lvwUploads", "cmbPeriod", "dtpFrom", "dtpTo",
-                         "cmdPlot", "cmdReport", "cmdSaveCsv", "chkMachine", "cmdDelete",
-                         "cmdBackUp", "cmdCheck"}));
+    EXPECT_EQ(order,
+              (std::vector<std::string>{"txtFilter", "lvwLoggers", "lvwUploads", "cmbPeriod",
+                                        "dtpFrom", "dtpTo", "cmdPlot", "cmdReport", "cmdSaveCsv",
+                                        "chkMachine", "cmdDelete", "cmdBackUp", "cmdCheck"}));
 }
 
 TEST_F(ArchiveFormTest, EnterOnALoggerPlotsIt) {
@@ -106,10 +106,18 @@ class ArchiveScreens : public ArchiveFormTest, public ::testing::WithParamInterf
         }
     }
     void Fill() {
-        const std::vector<const char*> names = {
-            "North Weir",   "South Weir",       "Pump 1",           "Pump 2",
-            "Mill Race",    "Upper Reservoir",  "Lower Reservoir",  "Effluent Channel",
-            "Storm Drain 4", "Industrial Park", "County Road 7 Culvert", "Lift Station"};
+        const std::vector<const char*> names = {"North Weir",
+                                                "South Weir",
+                                                "Pump 1",
+                                                "Pump 2",
+                                                "Mill Race",
+                                                "Upper Reservoir",
+                                                "Lower Reservoir",
+                                                "Effluent Channel",
+                                                "Storm Drain 4",
+                                                "Industrial Park",
+                                                "County Road 7 Culvert",
+                                                "Lift Station"};
         int records = 40;
         for (const char* name : names) {
             Keep(name, records, SomeDay - records * Moment{900});

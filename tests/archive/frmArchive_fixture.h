@@ -103,9 +103,7 @@ class ArchiveFormTest : public ::testing::Test {
     Widget* Control(const std::string& name) const {
         return Find<Widget>(*form_, name);
     }
-    void Click(const std::string& name) const {
-        QTest::mouseClick(Control(name), Qt::LeftButton);
-    }
+    void Click(const std::string& name) const { QTest::mouseClick(Control(name), Qt::LeftButton); }
     std::string LabelText(const std::string& name) const {
         return FromQt(Control<QLabel>(name)->text());
     }
@@ -128,9 +126,8 @@ class ArchiveFormTest : public ::testing::Test {
         auto* view = Control<QTableView>("lvwLoggers");
         view->clearSelection();
         for (const int row : rows) {
-            view->selectionModel()->select(
-                view->model()->index(row, 0),
-                QItemSelectionModel::Select | QItemSelectionModel::Rows);
+            view->selectionModel()->select(view->model()->index(row, 0),
+                                           QItemSelectionModel::Select | QItemSelectionModel::Rows);
         }
     }
     void ChoosePeriod(int number) const {

@@ -99,9 +99,10 @@ TEST_F(ArchiveFormTest, AnUploadWithoutAnEndWasKilled) {
 TEST_F(ArchiveFormTest, GapsAreCountedWithoutBeingWaitedFor) {
     Keep("Pump 1", 9000);
     const std::int64_t id = Keep("Pump 2", 10);
-    archive_.AddRecords(id, std::vector<ArchiveRecord>{
-                                {.Place = 99, .Time = TimeNumberAt(SomeDay + SecondsPerWeek),
-                                 .Upload = archive_.UploadsOf(id).at(0).Id}});
+    archive_.AddRecords(id,
+                        std::vector<ArchiveRecord>{{.Place = 99,
+                                                    .Time = TimeNumberAt(SomeDay + SecondsPerWeek),
+                                                    .Upload = archive_.UploadsOf(id).at(0).Id}});
     form_->show();
     EXPECT_EQ(Cell("lvwLoggers", 0, GapsColumn), "...");
     ASSERT_TRUE(RunEventsUntil([this] { return Cell("lvwLoggers", 1, GapsColumn) != "..."; }));
@@ -162,8 +163,7 @@ TEST_F(ArchiveFormTest, AnyNameIsShownAndALongOneInPart) {
     EXPECT_EQ(Cell("lvwLoggers", 0, 0), odd);
     EXPECT_EQ(Cell("lvwLoggers", 1, 0), "two lines");
     EXPECT_EQ(Cell("lvwLoggers", 2, 0), std::string(1000, 'x'));
-    EXPECT_EQ(LabelText("lblUploads"),
-              "&Uploads of 50% \"O'Neill\" && Sons; <b>bold</b> %1:");
+    EXPECT_EQ(LabelText("lblUploads"), "&Uploads of 50% \"O'Neill\" && Sons; <b>bold</b> %1:");
     Choose({2});
     Click("cmdDelete");
     ASSERT_EQ(Boxes().size(), 1U);
@@ -174,9 +174,9 @@ TEST_F(ArchiveFormTest, TenThousandLoggersScroll) {
     archive_.Open();
     ArchiveTransaction transaction(archive_, ArchiveTransaction::Kind::Writing);
     for (int i = 0; i < 10'000; ++i) {
-        ArchiveLogger logger{.Mac = {1, 2, 3, 4, static_cast<std::uint8_t>(i >> 8),
-                                     static_cast<std::uint8_t>(i)},
-                             .Name = "Logger " + std::to_string(i)};
+        ArchiveLogger logger{
+            .Mac = {1, 2, 3, 4, static_cast<std::uint8_t>(i >> 8), static_cast<std::uint8_t>(i)},
+            .Name = "Logger " + std::to_string(i)};
         archive_.AddLogger(logger);
     }
     transaction.Commit();
@@ -214,7 +214,8 @@ TEST_F(ArchiveFormTest, TheLastDayEndsWithTheNewestRecordOfAll) {
     ChoosePeriod(LastDay);
     Click("cmdPlot");
     ASSERT_EQ(plots_.size(), 1U);
-    EXPECT_EQ(plots_[0].Span, (Period{SomeDay + SecondsPerDay + 1, SomeDay + 2 * SecondsPerDay + 1}));
+    EXPECT_EQ(plots_[0].Span,
+              (Period{SomeDay + SecondsPerDay + 1, SomeDay + 2 * SecondsPerDay + 1}));
     ASSERT_EQ(plots_[0].Series.size(), 1U) << "loggers without a record in it are left out";
     EXPECT_EQ(plots_[0].Series[0]->Name(), "Pump 2");
 }

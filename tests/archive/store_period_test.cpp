@@ -44,8 +44,8 @@ class PeriodReading : public StoreTest {
     }
     /// A period somewhere around the records, of a minute to a year.
     [[nodiscard]] Period AnyPeriod() {
-        const auto begin = SomeDay - 20 * SecondsPerDay +
-                           static_cast<Moment>(random_() % (150 * SecondsPerDay));
+        const auto begin =
+            SomeDay - 20 * SecondsPerDay + static_cast<Moment>(random_() % (150 * SecondsPerDay));
         const std::array<Moment, 5> lengths = {60, 3600, SecondsPerDay, 30 * SecondsPerDay,
                                                366 * SecondsPerDay};
         return {begin, begin + lengths[random_() % lengths.size()]};
