@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <limits>
-#include <map>
 
 #include "archive/archive_rows.h"
 #include "archive/archive_transaction.h"
+#include "archive/upload_settings.h"
 
 namespace {
 
@@ -19,44 +19,71 @@ std::optional<ArchiveRecord> FirstRecord(ArchiveStore& store, std::int64_t logge
     return rows.empty() ? std::nullopt : std::optional(rows.front());
 }
 
-/// Numbers the settings of a series as records with them come.
-class SettingsOfUploads {
- public:
-    SettingsOfUploads(ArchiveStore& store, std::int64_t logger) : rows_(store.SettingsOf(logger)) {
-        for (const ArchiveUpload& upload : store.UploadsOf(logger)) {
-            uploads_[upload.Id] = upload.Settings;
-        }
-    }
+/// So far a packed time that is no date can lie from the same moment written as one.
+constexpr Moment RollOfDates = 5 * SecondsPerDay;
+constexpr std::uint32_t LatestTime = std::numeric_limits<std::uint32_t>::max();
+/// Records read at a time.
+constexpr int ReadAtOnce = 4096;
 
-    /// The number of an upload's settings in `settings`, which they are put into the first time.
-    [[nodiscard]] std::uint32_t NumberOf(std::int64_t upload,
-                                         std::vector<SeriesSettings>& settings) {
-        if (upload != lastUpload_) {
-            const std::int64_t id = uploads_[upload];
-            const auto [number, isNew] =
-                numbers_.try_emplace(id, static_cast<std::uint32_t>(settings.size()));
-            if (isNew) {
-                settings.push_back(SettingsOfRow(RowOf(id)));
+using Places = ArchiveRange<std::int64_t>;
+
+Places Span(const std::optional<Places>& one, const std::optional<Places>& other) {
+    if (!one || !other) {
+        return one ? *one : *other;
+    }
+    return {.First = std::min(one->First, other->First), .Last = std::max(one->Last, other->Last)};
+}
+
+/// The range of packed times that holds all records of a period, and reaches to a record in any
+/// case.
+ArchiveRange<std::uint32_t> TimesAround(const Period& period,
+                                        const ArchiveRange<std::uint32_t>& known) {
+    const Moment first = std::min(period.Begin, MomentOf(PackedTimeOf(known.Last)));
+    const Moment last = std::max(period.End, MomentOf(PackedTimeOf(known.First)));
+    return {.First = TimeNumberAt(first - RollOfDates), .Last = TimeNumberAt(last + RollOfDates)};
+}
+
+/// Places of the records that a period's figures hang on; nothing for an empty series. Before them
+/// all records are earlier than the period, behind them all are later: so no pair that reaches
+/// into the period, or over it, is missing.
+std::optional<Places> PlacesFor(ArchiveStore& store, std::int64_t logger, const Period& period) {
+    const auto known = store.TimesOf(logger);
+    if (!known) {
+        return std::nullopt;
+    }
+    const auto [lowest, highest] = TimesAround(period, *known);
+    const auto inside = store.PlacesWithin(logger, {.First = lowest, .Last = highest});
+    const auto earlier =
+        lowest == 0 ? std::nullopt
+                    : store.PlacesWithin(logger, {.First = 0, .Last = lowest - 1});
+    const auto later = highest == LatestTime
+                           ? std::nullopt
+                           : store.PlacesWithin(logger, {.First = highest + 1, .Last = LatestTime});
+    std::int64_t first = Span(inside, later ? later : inside).First;
+    std::int64_t last = Span(inside, earlier ? earlier : inside).Last;
+    return Places{.First = store.PlaceBefore(logger, first).value_or(first), .Last = last};
+}
+
+/// Reads records from a place on, until `ends` says so of one, which is still read.
+template <typename Ends>
+Series ReadRecords(ArchiveStore& store, std::int64_t logger, std::int64_t place, Ends ends) {
+    Series series;
+    UploadSettings settings(store, logger);
+    std::vector<ArchiveRecord> rows;
+    do {
+        rows.clear();
+        store.RecordsFrom(logger, place, ReadAtOnce, rows);
+        for (const ArchiveRecord& row : rows) {
+            series.Records.push_back({.Record = HistoryRecordOf(row),
+                                      .Settings = settings.NumberOf(row.Upload, series.Settings)});
+            if (ends(row)) {
+                return series;
             }
-            lastUpload_ = upload;
-            lastNumber_ = number->second;
+            place = row.Place + 1;
         }
-        return lastNumber_;
-    }
-
- private:
-    [[nodiscard]] ArchiveSettings RowOf(std::int64_t id) const {
-        const auto row = std::find_if(rows_.begin(), rows_.end(),
-                                      [id](const ArchiveSettings& one) { return one.Id == id; });
-        return row == rows_.end() ? ArchiveSettings{} : *row;
-    }
-
-    std::vector<ArchiveSettings> rows_;
-    std::map<std::int64_t, std::int64_t> uploads_;
-    std::map<std::int64_t, std::uint32_t> numbers_;
-    std::int64_t lastUpload_ = 0;  // no upload has it
-    std::uint32_t lastNumber_ = 0;
-};
+    } while (!rows.empty());
+    return series;
+}
 
 }  // namespace
 
@@ -82,27 +109,20 @@ std::vector<LoggerSummary> ListLoggers(ArchiveStore& store) {
     return list;
 }
 
-Series ReadSeries(ArchiveStore& store, std::int64_t logger, const PackedTimes& period) {
+Series ReadSeries(ArchiveStore& store, std::int64_t logger, const Period& period) {
     const ArchiveTransaction reading(store, ArchiveTransaction::Kind::Reading);
-    Series series;
-    const auto places = store.PlacesWithin(logger, period);
+    const auto places = PlacesFor(store, logger, period);
     if (!places) {
-        return series;
+        return {};
     }
-    std::vector<ArchiveRecord> rows;
-    store.RecordsWithin(logger, *places, period, rows);
-    SettingsOfUploads settings(store, logger);
-    series.Records.reserve(rows.size());
-    for (const ArchiveRecord& row : rows) {
-        series.Records.push_back({.Record = HistoryRecordOf(row),
-                                  .Settings = settings.NumberOf(row.Upload, series.Settings)});
-    }
-    return series;
+    // The first behind the last one is read too.
+    return ReadRecords(store, logger, places->First,
+                       [&](const ArchiveRecord& row) { return row.Place > places->Last; });
 }
 
 Series ReadSeries(ArchiveStore& store, std::int64_t logger) {
-    return ReadSeries(store, logger,
-                      {.First = 0, .Last = std::numeric_limits<std::uint32_t>::max()});
+    const ArchiveTransaction reading(store, ArchiveTransaction::Kind::Reading);
+    return ReadRecords(store, logger, FirstOfPlaces, [](const ArchiveRecord&) { return false; });
 }
 
 void DeleteLogger(ArchiveStore& store, std::int64_t logger,

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "archive/periods.h"
 #include "archive/series.h"
 #include "platform/archive_store.h"
 
@@ -19,13 +20,12 @@ struct LoggerSummary {
 /// All loggers, by name. The archive is open.
 [[nodiscard]] std::vector<LoggerSummary> ListLoggers(ArchiveStore& store);
 
-/// Record times from `First` to `Last`, both included, as packed times in numbers.
-using PackedTimes = ArchiveRange<std::uint32_t>;
-
-/// The records of a logger whose time lies in the period, in the order of the series. Each has the
-/// settings that the upload which read it first had. The archive is open.
-[[nodiscard]] Series ReadSeries(ArchiveStore& store, std::int64_t logger, const PackedTimes& period);
-/// All of them.
+/// What the figures of a period hang on, in the order of the series, without a hole: the records of
+/// the period, those between them whose clock stood elsewhere, and at least the one before and the
+/// one behind. Each has the settings that the upload which read it first had. A period that no
+/// record lies in gives those around it. The archive is open.
+[[nodiscard]] Series ReadSeries(ArchiveStore& store, std::int64_t logger, const Period& period);
+/// All records.
 [[nodiscard]] Series ReadSeries(ArchiveStore& store, std::int64_t logger);
 
 /// Deletes a logger with all that it has, a piece at a time; `meanwhile` is called between two.

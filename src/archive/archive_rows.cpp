@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "logger/settings_image.h"
 
@@ -10,6 +11,14 @@ namespace {
 constexpr int BitsPerByte = 8;
 constexpr std::uint32_t ByteMask = 0xFF;
 constexpr std::int32_t MostDecimals = 6;
+// The fields of a packed time.
+constexpr int DayBits = 5;
+constexpr int HourBits = 5;
+constexpr int MinuteBits = 6;
+constexpr int SecondBits = 6;
+constexpr int FirstYear = 2000;
+constexpr int MonthsPerYear = 12;
+constexpr int PackedMonths = 1024;
 
 static_assert(ArchiveRecord::Channels == AllChannels);
 
@@ -71,6 +80,22 @@ std::array<std::uint8_t, cmd::PackedTimeSize> PackedTimeOf(std::uint32_t number)
         number >>= BitsPerByte;
     }
     return packed;
+}
+
+std::uint32_t TimeNumberAt(Moment moment) {
+    if (moment < 0) {
+        return 0;
+    }
+    const LocalTime time = TimeOfMoment(std::min(moment, LatestMoment));
+    const int months = (time.Year - FirstYear) * MonthsPerYear + time.Month - 1;
+    if (months >= PackedMonths) {
+        return std::numeric_limits<std::uint32_t>::max();
+    }
+    auto number = static_cast<std::uint32_t>(months);
+    number = number << DayBits | static_cast<std::uint32_t>(time.Day);
+    number = number << HourBits | static_cast<std::uint32_t>(time.Hour);
+    number = number << MinuteBits | static_cast<std::uint32_t>(time.Minute);
+    return number << SecondBits | static_cast<std::uint32_t>(time.Second);
 }
 
 HistoryRecord HistoryRecordOf(const ArchiveRecord& row) {

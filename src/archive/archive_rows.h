@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "archive/record_moment.h"
 #include "archive/series.h"
 #include "history/history_store.h"
 #include "platform/archive_store.h"
@@ -13,6 +14,9 @@
 /// A packed time as one number, which orders as the times do.
 [[nodiscard]] std::uint32_t TimeNumber(const std::array<std::uint8_t, cmd::PackedTimeSize>& packed);
 [[nodiscard]] std::array<std::uint8_t, cmd::PackedTimeSize> PackedTimeOf(std::uint32_t number);
+/// The number of a moment written as a date that there is; the least or the greatest of all where
+/// no packed time tells it.
+[[nodiscard]] std::uint32_t TimeNumberAt(Moment moment);
 
 /// A record as the logger gave it.
 [[nodiscard]] HistoryRecord HistoryRecordOf(const ArchiveRecord& row);

@@ -2,6 +2,7 @@
 #define ORVIA_ARCHIVE_SERIES_MERGE_H
 
 #include <cstdint>
+#include <memory_resource>
 #include <optional>
 #include <span>
 #include <unordered_map>
@@ -18,7 +19,9 @@ class AlikeCounter {
     [[nodiscard]] std::int32_t Next(const HistoryRecord& record);
 
  private:
-    std::unordered_map<RecordIdentity, std::int32_t, RecordIdentityHash> seen_;
+    // Every record of an upload is put in and none is ever taken out.
+    std::pmr::monotonic_buffer_resource room_;
+    std::pmr::unordered_map<RecordIdentity, std::int32_t, RecordIdentityHash> seen_{&room_};
 };
 
 /// Brings the records of one upload into the series of its logger. The rule, which

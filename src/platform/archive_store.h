@@ -169,13 +169,12 @@ class ArchiveStore {
     /// Up to `most`, in order, from the first that stands at `place` or behind it.
     virtual void RecordsFrom(std::int64_t logger, std::int64_t place, int most,
                              std::vector<ArchiveRecord>& out) = 0;
-    /// In order, those between two places whose time lies between two times, the ends included.
-    virtual void RecordsWithin(std::int64_t logger, const ArchiveRange<std::int64_t>& places,
-                               const ArchiveRange<std::uint32_t>& times,
-                               std::vector<ArchiveRecord>& out) = 0;
     virtual void RecordsAt(std::int64_t logger, std::uint32_t time,
                            std::vector<ArchiveRecord>& out) = 0;
     [[nodiscard]] virtual std::optional<ArchiveRecord> LastRecord(std::int64_t logger) = 0;
+    /// The place of the last that stands before `place`.
+    [[nodiscard]] virtual std::optional<std::int64_t> PlaceBefore(std::int64_t logger,
+                                                                  std::int64_t place) = 0;
     /// The least and the greatest time of all.
     [[nodiscard]] virtual std::optional<ArchiveRange<std::uint32_t>> TimesOf(
         std::int64_t logger) = 0;

@@ -19,8 +19,11 @@ class ReaderTest : public StoreTest {
         }
         return times;
     }
+    /// Times of the records read for a period that the packed times of both ends tell.
     [[nodiscard]] std::vector<std::uint32_t> Within(std::uint32_t first, std::uint32_t last) {
-        return TimesOf(ReadSeries(*store, merge.Logger().Id, {.First = first, .Last = last}));
+        return TimesOf(ReadSeries(
+            *store, merge.Logger().Id,
+            {.Begin = MomentOf(PackedTimeOf(first)), .End = MomentOf(PackedTimeOf(last)) + 1}));
     }
 
     MergeBench merge{*store};
@@ -28,12 +31,37 @@ class ReaderTest : public StoreTest {
 
 using Numbers = std::vector<std::uint32_t>;
 
-TEST_P(ReaderTest, APeriodHasItsEndsAndKeepsTheOrderOfTheSeries) {
-    File(1, {50, 60, 10, 20, 55, 70});
-    EXPECT_EQ(Within(20, 60), (Numbers{50, 60, 20, 55}));
-    EXPECT_EQ(Within(61, 69), Numbers{});
-    EXPECT_EQ(Within(0, 0xFFFFFFFF), (Numbers{50, 60, 10, 20, 55, 70}));
-    EXPECT_EQ(TimesOf(ReadSeries(*store, merge.Logger().Id)), Within(0, 0xFFFFFFFF));
+/// The packed time of midnight, so many months behind January 2000.
+constexpr std::uint32_t MonthAt(std::uint32_t months, std::uint32_t day = 1) {
+    return months << 22 | day << 17;
+}
+
+TEST_P(ReaderTest, APeriodComesWithTheRecordBeforeAndTheOneBehind) {
+    File(1, {MonthAt(1), MonthAt(2), MonthAt(3), MonthAt(4), MonthAt(5), MonthAt(6)});
+    EXPECT_EQ(Within(MonthAt(3), MonthAt(4)),
+              (Numbers{MonthAt(2), MonthAt(3), MonthAt(4), MonthAt(5)}));
+    EXPECT_EQ(Within(MonthAt(1), MonthAt(2)), (Numbers{MonthAt(1), MonthAt(2), MonthAt(3)}));
+    EXPECT_EQ(Within(MonthAt(5), MonthAt(6)), (Numbers{MonthAt(4), MonthAt(5), MonthAt(6)}));
+    EXPECT_EQ(TimesOf(ReadSeries(*store, merge.Logger().Id)).size(), 6U);
+}
+
+TEST_P(ReaderTest, APeriodWithoutRecordsComesWithThoseAroundIt) {
+    File(1, {MonthAt(1), MonthAt(2), MonthAt(4), MonthAt(5)});
+    EXPECT_EQ(Within(MonthAt(2, 20), MonthAt(3, 20)), (Numbers{MonthAt(2), MonthAt(4)}));
+    EXPECT_EQ(Within(MonthAt(7), MonthAt(8)), (Numbers{MonthAt(4), MonthAt(5)}));
+    EXPECT_EQ(Within(MonthAt(0), MonthAt(0, 10)), (Numbers{MonthAt(1), MonthAt(2)}));
+}
+
+TEST_P(ReaderTest, RecordsBetweenWhoseClockStoodElsewhereAreNotLeftOut) {
+    File(1, {MonthAt(1), MonthAt(4), MonthAt(9), MonthAt(4, 2), MonthAt(11), MonthAt(12)});
+    EXPECT_EQ(Within(MonthAt(4), MonthAt(4, 10)),
+              (Numbers{MonthAt(1), MonthAt(4), MonthAt(9), MonthAt(4, 2), MonthAt(11)}));
+}
+
+TEST_P(ReaderTest, APairThatLeapsOverThePeriodElsewhereIsRead) {
+    File(1, {MonthAt(1), MonthAt(8), MonthAt(2), MonthAt(4), MonthAt(8, 9), MonthAt(9)});
+    EXPECT_EQ(Within(MonthAt(4), MonthAt(4, 10)),
+              (Numbers{MonthAt(1), MonthAt(8), MonthAt(2), MonthAt(4), MonthAt(8, 9)}));
 }
 
 TEST_P(ReaderTest, EveryValueComesBackAsItCame) {

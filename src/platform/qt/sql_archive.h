@@ -60,12 +60,11 @@ class SqlArchive final : public ArchiveStore {
 
     void RecordsFrom(std::int64_t logger, std::int64_t place, int most,
                      std::vector<ArchiveRecord>& out) override;
-    void RecordsWithin(std::int64_t logger, const ArchiveRange<std::int64_t>& places,
-                       const ArchiveRange<std::uint32_t>& times,
-                       std::vector<ArchiveRecord>& out) override;
     void RecordsAt(std::int64_t logger, std::uint32_t time,
                    std::vector<ArchiveRecord>& out) override;
     [[nodiscard]] std::optional<ArchiveRecord> LastRecord(std::int64_t logger) override;
+    [[nodiscard]] std::optional<std::int64_t> PlaceBefore(std::int64_t logger,
+                                                          std::int64_t place) override;
     [[nodiscard]] std::optional<ArchiveRange<std::uint32_t>> TimesOf(std::int64_t logger) override;
     [[nodiscard]] std::optional<ArchiveRange<std::int64_t>> PlacesWithin(
         std::int64_t logger, const ArchiveRange<std::uint32_t>& times) override;

@@ -56,8 +56,6 @@ void Collect(SqlRows& rows, std::vector<ArchiveRecord>& out) {
     "c9 | (c10 << 16) FROM records WHERE logger = ? "
 
 constexpr const char* FromPlace = ORVIA_RECORD_COLUMNS "AND place >= ? ORDER BY place LIMIT ?";
-constexpr const char* WithinPlaces =
-    ORVIA_RECORD_COLUMNS "AND place BETWEEN ? AND ? AND +time BETWEEN ? AND ? ORDER BY place";
 constexpr const char* AtTime = ORVIA_RECORD_COLUMNS "AND time = ? ORDER BY place";
 constexpr const char* LastPlace = ORVIA_RECORD_COLUMNS "ORDER BY place DESC LIMIT 1";
 
@@ -106,14 +104,6 @@ void SqlArchive::RecordsFrom(std::int64_t logger, std::int64_t place, int most,
     Collect(rows, out);
 }
 
-void SqlArchive::RecordsWithin(std::int64_t logger, const ArchiveRange<std::int64_t>& places,
-                               const ArchiveRange<std::uint32_t>& times,
-                               std::vector<ArchiveRecord>& out) {
-    SqlRows rows(Prepared(WithinPlaces), logger, places.First, places.Last, times.First,
-                 times.Last);
-    Collect(rows, out);
-}
-
 void SqlArchive::RecordsAt(std::int64_t logger, std::uint32_t time,
                            std::vector<ArchiveRecord>& out) {
     SqlRows rows(Prepared(AtTime), logger, time);
@@ -123,6 +113,12 @@ void SqlArchive::RecordsAt(std::int64_t logger, std::uint32_t time,
 std::optional<ArchiveRecord> SqlArchive::LastRecord(std::int64_t logger) {
     SqlRows rows(Prepared(LastPlace), logger);
     return rows.Next() ? std::optional(RecordRow(rows)) : std::nullopt;
+}
+
+std::optional<std::int64_t> SqlArchive::PlaceBefore(std::int64_t logger, std::int64_t place) {
+    SqlRows rows(Prepared("SELECT max(place) FROM records WHERE logger = ? AND place < ?"), logger,
+                 place);
+    return rows.Next() && !rows->IsNull(0) ? std::optional(rows->Integer(0)) : std::nullopt;
 }
 
 std::optional<ArchiveRange<std::uint32_t>> SqlArchive::TimesOf(std::int64_t logger) {
