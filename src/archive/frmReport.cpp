@@ -100,6 +100,9 @@ void frmReport::ShowReport() {
 
 void frmReport::ShowFault(const std::string& fault) {
     lblState_->clear();
+    QFont letters = font();
+    letters.setBold(!fault.empty() || (report_ != nullptr && !HasRecords(*report_)));
+    lblSummary_->setFont(letters);
     if (!fault.empty()) {
         lblSummary_->setText(ToQt(fault));
     } else if (report_ != nullptr) {

@@ -91,5 +91,8 @@ void ReportHeader::PaintName(QPainter& painter, const QRect& floor,
     bold.setBold(true);
     painter.setFont(bold);
     painter.setPen(palette().color(QPalette::ButtonText));
-    painter.drawText(floor & viewport()->rect(), Qt::AlignCenter, ToQt(group.Name));
+    const int margin = style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
+    const QRect room = (floor & viewport()->rect()).adjusted(margin, 0, -margin, 0);
+    painter.drawText(room, Qt::AlignCenter,
+                     QFontMetrics(bold).elidedText(ToQt(group.Name), Qt::ElideRight, room.width()));
 }

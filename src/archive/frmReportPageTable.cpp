@@ -19,6 +19,7 @@ constexpr double TotalHeight = 190;
 constexpr double TotalGap = 20;  ///< between the rows and that of the whole
 constexpr double GroupHeight = 160;
 constexpr double HeadingMargin = 30;
+constexpr double WrapSlack = 10;  ///< what breaking a heading needs beside its letters
 constexpr double Hairline = 5;
 constexpr double Line = 10;
 
@@ -58,7 +59,7 @@ double HeadingWidth(const std::string& heading, const QFontMetricsF& metrics) {
         least = std::min(least, std::max(metrics.horizontalAdvance(text.left(blank)),
                                          metrics.horizontalAdvance(text.mid(blank + 1))));
     }
-    return least;
+    return least + WrapSlack;
 }
 
 }  // namespace

@@ -144,20 +144,18 @@ TEST_F(ReportPagesTest, EachPieceOfAWideTableHasAllRowsAndTheTotal) {
     for (const ColumnGroup& group : GroupsOf(report.Columns)) {
         EXPECT_THAT(text, HasSubstr(group.Name));
     }
+    // What stands at the left heads a row.
+    constexpr double FirstColumn = 50;
+    std::map<std::string, int> heads;
     QSizeF size;
-    int days = 0;
     for (const Word& word : Words(size)) {
-        days += word.Text == report.Rows[3][0] ? 1 : 0;
+        heads[word.Text] += word.Box.left() < FirstColumn ? 1 : 0;
     }
-    // Its extremes tell the date too.
-    const auto own = std::count_if(
-        report.Rows[3].begin(), report.Rows[3].end(),
-        [&](const auto& cell) { return cell.substr(0, cell.find(' ')) == report.Rows[3][0]; });
-    int totals = 0;
-    for (const std::string& cell : report.Total) {
-        totals += cell.substr(0, cell.find(' ')) == report.Rows[3][0] ? 1 : 0;
+    for (const std::vector<std::string>& row : report.Rows) {
+        // The total begins with the first date, too.
+        const int more = row[0] == report.Rows[0][0] ? pieces : 0;
+        EXPECT_EQ(heads[row[0]], pieces + more) << row[0];
     }
-    EXPECT_EQ(days, own - 1 + totals + pieces);
 }
 
 TEST_F(ReportPagesTest, NoWordLeavesThePageOrLiesOnAnother) {
@@ -195,7 +193,12 @@ TEST_F(ReportPagesTest, ThousandsOfRowsAreAllThere) {
     for (const std::vector<std::string>& row : Expected(span).Rows) {
         EXPECT_THAT(text, HasSubstr(row[0] + " "));
     }
-    EXPECT_GT(Pages().size(), 40U);
+    const std::vector<std::string> pages = Pages();
+    EXPECT_GT(pages.size(), 40U);
+    for (const std::string& page : pages) {
+        EXPECT_THAT(page, HasSubstr("Channel 1 (Feet)"));
+        EXPECT_THAT(page, HasSubstr("Maximum"));
+    }
 }
 
 TEST_F(ReportPagesTest, AreUprightOnlyWhereAllColumnsFindRoom) {
@@ -237,6 +240,27 @@ TEST_F(ReportPagesTest, SayWhatTheyAre) {
     EXPECT_THAT(facts, HasSubstr("Orvia"));
 }
 
+TEST_F(ReportPagesTest, TheFirstOneHasThePlotOfTheFlow) {
+    Open();
+    Save();
+    const std::vector<std::string> pages = Pages();
+    EXPECT_THAT(pages[0], HasSubstr("1/14/24 00:00:00 to 1/27/24 23:59:59"));
+    EXPECT_THAT(pages[0], HasSubstr("Flow (GPM)"));
+    EXPECT_THAT(pages[1], Not(HasSubstr(" to ")));
+}
+
+TEST_F(ReportPagesTest, WithoutAFlowThePlotIsOfTheFirstChannel) {
+    SeriesMaker maker(2, 0);
+    maker.Add(SomeDay, {7, 2});
+    Open(maker, {SomeDay, SomeDay + SecondsPerDay});
+    Save();
+    const std::string text = Text();
+    // Over its columns, beside the axis and in the legend.
+    EXPECT_EQ(CountOf(text, "Channel 1 (Feet)"), 3);
+    EXPECT_EQ(CountOf(text, "Channel 2 (Deg C)"), 1);
+    EXPECT_THAT(text, HasSubstr("1/14/24 00:00:00 to 1/14/24 23:59:59"));
+}
+
 TEST_F(ReportPagesTest, AreDrawnAndHoldNoPictures) {
     Open();
     Save();
@@ -249,6 +273,7 @@ TEST_F(ReportPagesTest, OfAPeriodWithoutRecordsSaySo) {
     Open(TwoWeeks(), {SomeDay + 30 * SecondsPerDay, SomeDay + 32 * SecondsPerDay});
     Save();
     EXPECT_THAT(Text(), HasSubstr("There are no records in this period."));
+    EXPECT_THAT(Text(), Not(HasSubstr(" to "))) << "there is nothing to plot";
 }
 
 // ----- printing

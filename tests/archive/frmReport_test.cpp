@@ -51,6 +51,7 @@ TEST_F(ReportFormTest, ShowsTheReportOfItsSpanByDays) {
     const Report report = Expected();
     ASSERT_EQ(report.Rows.size(), 14U);
     ExpectShown(report);
+    EXPECT_FALSE(Control("lblSummary")->font().bold());
     EXPECT_EQ(FromQt(form_->windowTitle()), "Report - Pump 3");
     EXPECT_THAT(LabelText("lblSummary"), HasSubstr("1325 records of 1344 due, 98.6 % complete"));
     EXPECT_THAT(Boxes(), IsEmpty());
@@ -180,6 +181,7 @@ TEST_F(ReportFormTest, AnEndBeforeTheBeginIsToldAndNothingIsLost) {
     SetDate("dtpTo", {2024, 1, 10});
     EXPECT_EQ(LabelText("lblSummary"),
               "The period ends before it begins. Change one of its dates.");
+    EXPECT_TRUE(Control("lblSummary")->font().bold());
     for (const char* button : {"cmdCopy", "cmdCsv", "cmdPdf", "cmdPrint"}) {
         EXPECT_FALSE(IsEnabled(button)) << button;
     }
@@ -187,6 +189,7 @@ TEST_F(ReportFormTest, AnEndBeforeTheBeginIsToldAndNothingIsLost) {
     EXPECT_THAT(Boxes(), IsEmpty());
     SetDate("dtpFrom", {2024, 1, 9});
     EXPECT_TRUE(IsEnabled("cmdPdf"));
+    EXPECT_TRUE(Control("lblSummary")->font().bold()) << "it has no records";
     ExpectShown(Expected({SomeDay - 5 * SecondsPerDay, SomeDay - 3 * SecondsPerDay},
                          PeriodStep::Day, VolumeUnit::MillionGallons));
     EXPECT_EQ(FromQt(Control<QLineEdit>("txtSite")->text()), "Dam 4");

@@ -165,6 +165,31 @@ TEST_F(PageLayoutTest, FurtherTablesFollowBelowAsLongAsTheyStayWhole) {
     EXPECT_TRUE(pages[1][0].HasTotal);
 }
 
+TEST_F(PageLayoutTest, OnlyTheFirstTableBeginsWhereItDoesNotFit) {
+    AddGroup(4, 18);
+    Measures.Rows = 12;
+    Measures.Plot = 50;
+    const std::vector<Page> pages = Pages();
+    ASSERT_THAT(pages, SizeIs(3));
+    EXPECT_EQ(pages[0][1].Rows, (IndexRange{0, 7}));
+    // Its end leaves room for six rows of the second table, which needs a page.
+    ASSERT_THAT(pages[1], SizeIs(1));
+    EXPECT_EQ(pages[1][0].Rows, (IndexRange{7, 5}));
+    EXPECT_EQ(pages[2][0].Rows, (IndexRange{0, 12}));
+}
+
+TEST_F(PageLayoutTest, ATableThatNoPageHoldsBeginsBelowTheOneBefore) {
+    AddGroup(4, 18);
+    Measures.Rows = 17;
+    Measures.Plot = 30;
+    const std::vector<Page> pages = Pages();
+    ASSERT_THAT(pages, SizeIs(3));
+    ASSERT_THAT(pages[1], SizeIs(2));
+    EXPECT_EQ(pages[1][0].Rows, (IndexRange{11, 6}));
+    EXPECT_EQ(pages[1][1].Rows, (IndexRange{0, 7}));
+    EXPECT_EQ(pages[2][0].Rows, (IndexRange{7, 10}));
+}
+
 TEST_F(PageLayoutTest, LinesGoOnOverThePage) {
     Measures.Lines.assign(5, 30);
     const std::vector<Page> pages = Pages();

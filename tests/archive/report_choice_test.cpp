@@ -65,6 +65,10 @@ TEST_F(ReportChoiceTest, AnEndBeforeTheBeginIsAFaultUntilItIsMended) {
     EXPECT_EQ(choice.Request().Span, (Period{SomeDay - SecondsPerDay, SomeDay}));
 }
 
+TEST_F(ReportChoiceTest, ASecondIsAPeriod) {
+    EXPECT_THAT(Choose({SomeDay, SomeDay + 1}).Fault(), IsEmpty());
+}
+
 TEST_F(ReportChoiceTest, AnEmptySpanIsAllOfTheSeries) {
     maker.Add(SomeDay + 7, {1, 1});
     maker.Add(SomeDay + 907, {1, 1});
