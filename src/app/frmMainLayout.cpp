@@ -52,6 +52,12 @@ void frmMain::BuildTopPanel() {
     pctTop_ = Panel(this, QStringLiteral("pctTop"));
     txtServerState_ = ShowingField(pctTop_, QStringLiteral("txtServerState"),
                                    QStringLiteral("Server Radio Status"), 24);
+    // Its ground is a sign of the state, not a field to write in.
+    txtServerState_->setFrame(false);
+    QFont strong = txtServerState_->font();
+    strong.setBold(true);
+    txtServerState_->setFont(strong);
+    txtServerState_->setAlignment(Qt::AlignCenter);
     lblSystemID_ = Caption(pctTop_, QStringLiteral("lblSystemID"), QStringLiteral("System ID:"));
     txtSystemID_ =
         ShowingField(pctTop_, QStringLiteral("txtSystemID"), QStringLiteral("System ID"), 4);
