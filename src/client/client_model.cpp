@@ -132,6 +132,7 @@ void ClientModel::ArrangeDisplay() {
         return;
     }
     ArrangeControls(Record.DisplayMode, panel_);
+    GreyMissingChannels(Record, panel_);
     if (ShowsBars(Record.DisplayMode)) {
         SetUpColumns(Record, panel_);
     }

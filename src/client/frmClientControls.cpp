@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "client/frmClientColumn.h"
+#include "client/frmClientFrame.h"
 #include "client/frmClientText.h"
 #include "client/layout.h"
 #include "platform/qt/named_controls.h"
@@ -32,9 +33,10 @@ QRect PixelsOf(const TwipsBox& box, double pixelsPerTwip) {
             QPoint(pixels(box.Left + box.Width) - 1, pixels(box.Top + box.Height) - 1)};
 }
 
+// A text of several lines begins at the top, where those beside it begin.
 Qt::Alignment AlignmentOf(const PanelControl& control, const ControlRow& row) {
-    const Qt::Alignment vertical =
-        row.Name == "lblHistory" ? Qt::AlignTop : Qt::Alignment(Qt::AlignVCenter);
+    const bool lines = control.Wraps || row.Name == "lblHistory";
+    const Qt::Alignment vertical = lines ? Qt::AlignTop : Qt::AlignVCenter;
     switch (control.Align) {
         case TextAlign::Centre:
             return Qt::AlignHCenter | vertical;
@@ -119,7 +121,7 @@ QWidget* frmClientControls::MakeControl(const ControlRow& row, int index) {
     QWidget* around = ContainerOf(row, index);
     switch (row.Kind) {
         case ControlKind::Frame: {
-            auto* frame = new QGroupBox(around);
+            auto* frame = new frmClientFrame(around);
             frame->setAutoFillBackground(true);
             if (row.Name == "fraMeter") {
                 frame->setAlignment(Qt::AlignHCenter);
