@@ -6,6 +6,7 @@
 #include <QLabel>
 
 #include "app/lifecycle.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
@@ -24,6 +25,8 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+
+    TakeIconsOffButtons(*this);
 
     auto* row = new QHBoxLayout;
     row->addWidget(picture);

@@ -40,11 +40,24 @@ QColor ToQt(Colour colour) {
     return {colour.Red, colour.Green, colour.Blue};
 }
 
+/// The picture as it stands on the selected row too, where the style would tint it until it is lost
+/// in the highlight.
+QIcon ListPicture(const QString& file) {
+    const QIcon drawn(file);
+    QIcon picture;
+    for (const int side : {16, 20, 24, 32, 48, 64}) {
+        const QPixmap pixels = drawn.pixmap(QSize(side, side), 1.0);
+        picture.addPixmap(pixels, QIcon::Normal);
+        picture.addPixmap(pixels, QIcon::Selected);
+    }
+    return picture;
+}
+
 const QIcon& ListIcon(std::uint8_t icon) {
     static const std::map<std::uint8_t, QIcon> Icons{
-        {IconNoWindow, QIcon(QStringLiteral(":/icons/client-closed.svg"))},
-        {IconWindowOpen, QIcon(QStringLiteral(":/icons/client-open.svg"))},
-        {IconAddressed, QIcon(QStringLiteral(":/icons/client-active.svg"))}};
+        {IconNoWindow, ListPicture(QStringLiteral(":/icons/client-closed.svg"))},
+        {IconWindowOpen, ListPicture(QStringLiteral(":/icons/client-open.svg"))},
+        {IconAddressed, ListPicture(QStringLiteral(":/icons/client-active.svg"))}};
     return Icons.at(icon);
 }
 

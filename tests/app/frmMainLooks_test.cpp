@@ -1,8 +1,11 @@
-// What of the main window must be seen: the state of the link.
+// What of the main window must be seen: the state of the link and the pictures of the list.
+#include <QImage>
 #include <QLineEdit>
+#include <QListWidget>
 #include <set>
 
 #include "app/contrast.h"
+#include "app/frmAbout.h"
 #include "app/frmMain.h"
 #include "app/frmMain_fixture.h"
 
@@ -52,6 +55,66 @@ TEST_F(MainWindowLooks, NoSingleGroundWouldCarryAllStates) {
             least = std::min(least, ContrastRatio(told, {part, part, part}));
         }
         EXPECT_LT(least, 4.5) << grey;
+    }
+}
+
+class ListPictures : public MainWindowLooks {
+ protected:
+    [[nodiscard]] QImage Picture(std::uint8_t icon, QIcon::Mode mode) {
+        window_->ClearClients();
+        window_->AddClient("Weir", icon);
+        return Find<QListWidget>("lvwClients")
+            .item(0)
+            ->icon()
+            .pixmap(QSize(16, 16), 1.0, mode)
+            .toImage()
+            .convertToFormat(QImage::Format_ARGB32);
+    }
+    /// How many pixels stand out from that ground.
+    static int Seen(const QImage& picture, Colour ground) {
+        int seen = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const QColor pixel = picture.pixelColor(x, y);
+                seen += pixel.alpha() > 200 && ContrastRatio(OfQt(pixel), ground) >= 3 ? 1 : 0;
+            }
+        }
+        return seen;
+    }
+};
+
+TEST_F(ListPictures, AreSeenOnTheSelectedRowAndOnAnyGround) {
+    constexpr int Enough = 20;  // of 256 pixels
+    for (const std::uint8_t icon : {IconNoWindow, IconWindowOpen, IconAddressed}) {
+        const QImage selected = Picture(icon, QIcon::Selected);
+        EXPECT_EQ(selected, Picture(icon, QIcon::Normal)) << "not tinted by the highlight";
+        for (const Colour ground : {Colour{48, 140, 198}, Colour{42, 130, 218}, Colour{35, 35, 35},
+                                    Colour{255, 255, 255}}) {
+            EXPECT_GE(Seen(selected, ground), Enough) << int{icon} << " on " << int{ground.Red};
+        }
+    }
+}
+
+TEST_F(ListPictures, DifferInShapeAndNotInColourAlone) {
+    constexpr int Enough = 25;  // of 256 pixels
+    const auto outline = [this](std::uint8_t icon) { return Picture(icon, QIcon::Normal); };
+    const QImage open = outline(IconWindowOpen);
+    const QImage addressed = outline(IconAddressed);
+    int differing = 0;
+    for (int y = 0; y < open.height(); ++y) {
+        for (int x = 0; x < open.width(); ++x) {
+            const bool one = open.pixelColor(x, y).alpha() > 127;
+            const bool other = addressed.pixelColor(x, y).alpha() > 127;
+            differing += one != other ? 1 : 0;
+        }
+    }
+    EXPECT_GE(differing, Enough);
+}
+
+TEST_F(MainWindowLooks, AboutHasNoPictureOnItsButton) {
+    const frmAbout about(window_.get());
+    for (const QPushButton* button : about.findChildren<QPushButton*>()) {
+        EXPECT_TRUE(button->icon().isNull());
     }
 }
 

@@ -52,6 +52,19 @@ TEST(MessageBoxesTest, TextAndTitleStandAsGiven) {
     });
 }
 
+TEST(MessageBoxesTest, NoButtonHasAPicture) {
+    for (const BoxButtons buttons : {BoxButtons::Ok, BoxButtons::YesNoCancel}) {
+        BoxContent box{"Text", "Title"};
+        box.Buttons = buttons;
+        Answer(box, [](QMessageBox& shown) {
+            for (const QAbstractButton* button : shown.buttons()) {
+                EXPECT_TRUE(button->icon().isNull()) << FromQt(button->text());
+            }
+            shown.close();
+        });
+    }
+}
+
 TEST(MessageBoxesTest, AnEmptyTitleShowsNoProgramName) {
     Answer({"Text", ""}, [](QMessageBox& shown) {
         EXPECT_TRUE(shown.windowTitle().isEmpty());
