@@ -35,5 +35,9 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     auto* column = new QVBoxLayout(this);
     column->addLayout(row);
     column->addWidget(buttons);
+    // What stands in it is narrower than its title beside the buttons of a frame.
+    constexpr int FrameButtons = 9;  // with what surrounds them, in heights of the font
+    column->addStrut(fontMetrics().horizontalAdvance(windowTitle()) +
+                     FrameButtons * fontMetrics().height());
     column->setSizeConstraint(QLayout::SetFixedSize);
 }

@@ -96,6 +96,7 @@ void frmSetup::SetRecentFile(int place, std::string_view name) {
     if (item->text() != caption) {
         item->setText(caption);
     }
+    item->setEnabled(!name.empty());
 }
 
 void frmSetup::SetPointer(Pointer pointer) {

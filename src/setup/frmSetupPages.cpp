@@ -238,6 +238,7 @@ QGroupBox* frmSetupPages::BuildPulse(QWidget* page, int channel, bool exists) {
         panel, Indexed("cmbPulseEU", channel), {},
         [i](SetupControls& c) -> std::string& { return c.Pulse[i].cmbPulseEU; }, CheckUnit);
     FillUnitsCombo(*unit, false);
+    unit->setMinimumContentsLength(static_cast<int>(LongestUnit));
     QLineEdit* value = fields_.Text(
         panel, Indexed("txtPulseUnit", channel),
         [i](SetupControls& c) -> std::string& { return c.Pulse[i].txtPulseUnit; }, CheckFloat,

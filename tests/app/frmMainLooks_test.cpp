@@ -118,5 +118,13 @@ TEST_F(MainWindowLooks, AboutHasNoPictureOnItsButton) {
     }
 }
 
+TEST_F(MainWindowLooks, AboutHasRoomForItsTitle) {
+    frmAbout about(window_.get());
+    about.show();
+    constexpr int FrameButtons = 96;  // three of 32 pixels
+    EXPECT_GE(about.width(),
+              about.fontMetrics().horizontalAdvance(about.windowTitle()) + FrameButtons);
+}
+
 }  // namespace
 }  // namespace testing_support
