@@ -13,7 +13,7 @@
 
 frmLog::frmLog() {
     constexpr int Characters = 66;
-    constexpr int Lines = 12;
+    constexpr int Lines = 17;
     setObjectName(QStringLiteral("frmLog"));
     setWindowTitle(QStringLiteral("Multiple Client Operation Log"));
     setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));
