@@ -39,19 +39,23 @@ class MainWindowClosing : public MainWindowTest {
         EXPECT_FALSE(host_.Virtual.Port.PortOpen());
         EXPECT_TRUE(boxes_.Shown.empty());
     }
+    /// Tries to close the main window while the open client's settings are read; it is refused.
+    void CloseInAnExchange() {
+        bool tried = false;
+        Once([this] { return state_.LinkRecord.CommBusy != False; },
+             [&] {
+                 tried = true;
+                 EXPECT_FALSE(window_->close());
+             });
+        Click("cmdGetSettings");
+        EXPECT_TRUE(tried);
+    }
 };
 
 TEST_F(MainWindowClosing, IsRefusedWithNoMessageWhileAnExchangeRuns) {
     StartConnected();
     ClickClient(1);
-    bool tried = false;
-    Once([this] { return state_.LinkRecord.CommBusy != False; },
-         [&] {
-             tried = true;
-             EXPECT_FALSE(window_->close());
-         });
-    Click("cmdGetSettings");
-    EXPECT_TRUE(tried);
+    CloseInAnExchange();
     EXPECT_TRUE(window_->isVisible());
     EXPECT_TRUE(boxes_.Shown.empty());
 }
@@ -101,14 +105,7 @@ TEST_F(MainWindowWithAFlowTable, ClosingAsksAboutIt) {
 
 TEST_F(MainWindowWithAFlowTable, ClosingIsRefusedWithoutAWordWhileAnExchangeRuns) {
     ClickClient(1);
-    bool tried = false;
-    Once([this] { return state_.LinkRecord.CommBusy != False; },
-         [&] {
-             tried = true;
-             EXPECT_FALSE(window_->close());
-         });
-    Click("cmdGetSettings");
-    EXPECT_TRUE(tried);
+    CloseInAnExchange();
     EXPECT_TRUE(table_->isVisible());
     EXPECT_TRUE(boxes_.Shown.empty());
 }

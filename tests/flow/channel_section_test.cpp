@@ -106,7 +106,9 @@ TEST(ChannelSection, WidthAndPerimeterAreTheGrowthOfArea) {
     for (const auto& section : Sections()) {
         const double top = std::min(1.1, section->Height() * 0.97);
         constexpr double Step = 1e-6;
-        for (double depth = 0.011; depth < top; depth += 0.0173) {
+        const int depths = static_cast<int>((top - 0.011) / 0.0173);
+        for (int i = 0; i <= depths; ++i) {
+            const double depth = 0.011 + i * 0.0173;
             const double growth =
                 (section->Area(depth + Step) - section->Area(depth - Step)) / (2 * Step);
             EXPECT_NEAR(growth, section->Width(depth), 1e-5 * (1 + growth)) << depth;

@@ -4,7 +4,9 @@
 
 #include <cmath>
 #include <limits>
+#include <map>
 #include <random>
+#include <string_view>
 
 #include "common/number_text.h"
 #include "flow/flow_calculation.h"
@@ -56,29 +58,25 @@ TEST(MadeRating, UnitsOfTheDeviceDoNotChangeItsRating) {
     }
 }
 
-/// The method of a kind, for what has one curve.
+/// The method of a kind, for what has one curve: that of its own, or else of its group.
 RatingMethod MethodFor(const RatingDevice& device) {
-    switch (device.Kind->Group) {
-        case RatingGroup::ThinPlate:
-            return device.Kind->Key == "v-notch"            ? VNotchMethod(device)
-                   : device.Kind->Key == "rectangular-weir" ? RectangularWeirMethod(device)
-                   : device.Kind->Key == "standard-weir"    ? StandardWeirMethod(device)
-                   : device.Kind->Key == "cipolletti"       ? CipollettiMethod(device)
-                                                            : SutroMethod(device);
-        case RatingGroup::LongThroated:
-            return device.Kind->Key == "broad-crested" ? BroadCrestedMethod(device)
-                                                       : ThroatMethod(device);
-        case RatingGroup::Flume:
-            return device.Kind->Key == "parshall"    ? ParshallMethod(device)
-                   : device.Kind->Key == "cutthroat" ? CutthroatMethod(device)
-                                                     : HFlumeMethod(device);
-        case RatingGroup::Channel:
-            return device.Kind->Key == "channel-section" ? SectionMethod(device)
-                                                         : ChannelMethod(device);
-        case RatingGroup::OwnPoints:
-            break;
-    }
-    return PointsMethod(device);
+    using Method = RatingMethod (*)(const RatingDevice&);
+    static const std::map<std::string_view, Method> own = {
+        {"v-notch", VNotchMethod},
+        {"rectangular-weir", RectangularWeirMethod},
+        {"standard-weir", StandardWeirMethod},
+        {"cipolletti", CipollettiMethod},
+        {"sutro", SutroMethod},
+        {"broad-crested", BroadCrestedMethod},
+        {"parshall", ParshallMethod},
+        {"cutthroat", CutthroatMethod},
+        {"channel-section", SectionMethod}};
+    static const std::map<RatingGroup, Method> common = {{RatingGroup::LongThroated, ThroatMethod},
+                                                         {RatingGroup::Flume, HFlumeMethod},
+                                                         {RatingGroup::Channel, ChannelMethod},
+                                                         {RatingGroup::OwnPoints, PointsMethod}};
+    const auto found = own.find(device.Kind->Key);
+    return found != own.end() ? found->second(device) : common.at(device.Kind->Group)(device);
 }
 
 TEST(MadeRating, StraightLinesBetweenItsPointsKeepToTheCurve) {

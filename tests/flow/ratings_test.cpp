@@ -98,8 +98,9 @@ TEST_F(Ratings, LargeParshallFlumesAgreeWithTheLimitsOfBos) {
 // the least and greatest flow that are published for all sizes together.
 TEST_F(Ratings, CutthroatFlumesAgreeWithTheCommonLaw) {
     struct Length {
-        int Inches;
-        double K, Exponent;
+        int Inches = 0;
+        double K = 0;
+        double Exponent = 0;
         std::initializer_list<int> Throats;
     };
     const Length lengths[] = {{18, 6.1, 2.15, {1, 2, 4, 8}},

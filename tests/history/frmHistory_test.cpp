@@ -1,6 +1,5 @@
 #include "history/frmHistory.h"
 
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLabel>
 #include <QScrollBar>
@@ -11,6 +10,7 @@
 #include "history/frmHistoryOptions.h"
 #include "history/frm_history_fixture.h"
 #include "support/qt/run_events.h"
+#include "support/work_time.h"
 
 namespace testing_support {
 namespace {
@@ -412,35 +412,35 @@ class FrmHistoryFull : public FrmHistory {
 // The asked limits; sanitizers take their time, and there it is only held that nothing is done for
 // each row of the store. The figures are printed.
 TEST_F(FrmHistoryFull, PaintsAndScrollsWithoutLookingAtEveryRow) {
-    constexpr qint64 PaintLimit = (Sanitized ? 1000 : 100) * 1'000'000;
-    constexpr qint64 ScrollLimit = (Sanitized ? 200 : 16) * 1'000'000;
-    QElapsedTimer clock;
-    qint64 filled = 0;
-    const qint64 painted = LongestWithin(PaintLimit, [&] {
+    constexpr double PaintLimit = Sanitized ? 1000 : 100;
+    constexpr double ScrollLimit = Sanitized ? 200 : 16;
+    WorkTime work;
+    double filled = 0;
+    const double painted = LongestWithin(PaintLimit, [&] {
         form = std::make_unique<frmHistory>(console.Make.History(), AnyWindow(), nullptr);
-        clock.start();
+        work.Restart();
         form->Load();
-        filled = clock.restart();
+        filled = work.Restart();
         form->show();
         QCoreApplication::processEvents();
         static_cast<void>(form->grab());
-        return clock.nsecsElapsed();
+        return work.Restart();
     });
     auto* list = Find<HistoryList>(*form, "lvwHistory");
     std::mt19937 random(9);
-    const qint64 slowest = LongestWithin(ScrollLimit, [&] {
-        qint64 longest = 0;
+    const double slowest = LongestWithin(ScrollLimit, [&] {
+        double longest = 0;
         for (int i = 0; i < 50; ++i) {
-            clock.restart();
+            work.Restart();
             list->scrollTo(list->model()->index(static_cast<int>(random() % 200'000), 0));
             list->viewport()->repaint();
-            longest = std::max(longest, clock.nsecsElapsed());
+            longest = std::max(longest, work.Restart());
         }
         return longest;
     });
-    std::cout << "filled in " << filled << " ms, first paint " << static_cast<double>(painted) / 1e6
-              << " ms, slowest of 50 scrolls " << static_cast<double>(slowest) / 1e6
-              << " ms, table " << static_cast<double>(list->Table().Memory()) / 1e6 << " MB\n";
+    std::cout << "filled in " << filled << " ms, first paint " << painted
+              << " ms, slowest of 50 scrolls " << slowest << " ms, table "
+              << static_cast<double>(list->Table().Memory()) / 1e6 << " MB\n";
     EXPECT_EQ(list->Table().RowCount(), HistoryStore::MostRecords);
     EXPECT_EQ(Label("lblNumRecords"), QStringLiteral("200000"));
     EXPECT_LT(list->Table().Memory(), 40'000'000U);

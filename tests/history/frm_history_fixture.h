@@ -45,9 +45,9 @@ inline void CloseEveryDialog() {
 
 /// The longest of some durations; measured again, up to three times in all, while it is above
 /// `limit`. What another program does to one round it hardly does to three.
-template <typename Round>
-[[nodiscard]] qint64 LongestWithin(qint64 limit, Round round) {
-    qint64 longest = round();
+template <typename Time, typename Round>
+[[nodiscard]] Time LongestWithin(Time limit, Round round) {
+    Time longest = round();
     for (int again = 0; again < 2 && longest >= limit; ++again) {
         longest = std::min(longest, round());
     }

@@ -294,8 +294,8 @@ double LineUse(int baud) {
     bench.Run();
     // The operator's press of "Okay" is no part of it.
     const Microseconds taken = bench.console.Outside.Time.Now() - start - 300 * Millisecond;
-    const int bytes = network.Count().BytesWritten - before.BytesWritten +
-                      network.Count().BytesToConsole - before.BytesToConsole;
+    const std::int64_t bytes = network.Count().BytesWritten - before.BytesWritten +
+                               network.Count().BytesToConsole - before.BytesToConsole;
     EXPECT_EQ(bench.Store().HistoryCount(), 2000);
     return static_cast<double>(bytes) * 10 * Second / baud / static_cast<double>(taken);
 }

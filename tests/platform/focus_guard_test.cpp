@@ -1,100 +1,13 @@
-#include "platform/qt/focus_guard.h"
-
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
-#include <QAction>
-#include <QBoxLayout>
-#include <QComboBox>
-#include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QTabBar>
-#include <QTest>
 #include <QWheelEvent>
-#include <memory>
-#include <utility>
 
-#include "platform/qt/named_controls.h"
+#include "platform/focus_guard_fixture.h"
 #include "support/qt/modal_answer.h"
 #include "support/qt/run_events.h"
 
+namespace testing_support {
 namespace {
-
-/// A dialog with two guarded fields and all that can take the focus from them.
-class FocusGuardTest : public ::testing::Test {
- protected:
-    void SetUp() override {
-        auto* layout = new QVBoxLayout(dialog.get());
-        layout->setMenuBar(menuBar);
-        fileMenu = menuBar->addMenu(QStringLiteral("&File"));
-        save = fileMenu->addAction(QStringLiteral("&Save"));
-        save->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
-        label->setBuddy(second);
-        firstLabel->setBuddy(first);
-        ok->setDefault(true);
-        combo->setEditable(true);
-        combo->addItems({QStringLiteral("one"), QStringLiteral("two")});
-        tabs->addTab(QStringLiteral("One"));
-        tabs->addTab(QStringLiteral("T&wo"));
-        for (QWidget* widget : std::initializer_list<QWidget*>{
-                 firstLabel, first, label, second, combo, spare, tabs, ok, cancel, off}) {
-            layout->addWidget(widget);
-        }
-        off->setEnabled(false);
-        guard->AddField(first, [this] { return Validate(); });
-        guard->AddField(combo, [this] { return Validate(); });
-        guard->LeavesWithoutValidating(cancel);
-        QObject::connect(ok, &QPushButton::clicked, ok, [this] { ++okPresses; });
-        QObject::connect(cancel, &QPushButton::clicked, ok, [this] { ++cancelPresses; });
-        QObject::connect(save, &QAction::triggered, ok, [this] { ++saves; });
-        dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
-        first->setFocus();
-        ASSERT_TRUE(first->hasFocus());
-    }
-
-    bool Validate() {
-        ++validations;
-        return accepts;
-    }
-
-    /// Clicks as the system does: through the window, on what lies there.
-    void Click(QWidget* widget) const { ClickAt(widget, widget->rect().center()); }
-    void ClickAt(QWidget* widget, QPoint place) const {
-        QTest::mouseClick(dialog->windowHandle(), Qt::LeftButton, {},
-                          widget->mapTo(dialog.get(), place));
-    }
-    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
-        QTest::keyClick(dialog->windowHandle(), key, modifiers);
-    }
-
-    std::unique_ptr<QDialog> dialog = std::make_unique<QDialog>();
-    QMenuBar* menuBar = new QMenuBar(dialog.get());
-    QMenu* fileMenu = nullptr;
-    QAction* save = nullptr;
-    QLabel* firstLabel = new QLabel(QStringLiteral("Fi&rst"), dialog.get());
-    QLineEdit* first = new QLineEdit(dialog.get());
-    QLabel* label = new QLabel(QStringLiteral("Se&cond"), dialog.get());
-    QLineEdit* second = new QLineEdit(dialog.get());
-    QComboBox* combo = new QComboBox(dialog.get());
-    QComboBox* spare = new QComboBox(dialog.get());
-    QTabBar* tabs = new QTabBar(dialog.get());
-    QPushButton* ok = new QPushButton(QStringLiteral("&OK"), dialog.get());
-    QPushButton* cancel =
-        NamedButton(dialog.get(), QStringLiteral("cancel"), QStringLiteral("C&ancel"));
-    QPushButton* off = new QPushButton(QStringLiteral("Off"), dialog.get());
-    FocusGuard* guard = new FocusGuard(dialog.get());
-    bool accepts = false;
-    int validations = 0;
-    int okPresses = 0;
-    int cancelPresses = 0;
-    int saves = 0;
-};
 
 TEST_F(FocusGuardTest, AcceptedFieldIsLeftByMouse) {
     accepts = true;
@@ -265,151 +178,6 @@ TEST_F(FocusGuardTest, WheelOnAnotherFieldValidates) {
     EXPECT_EQ(validations, 1);
 }
 
-TEST_F(FocusGuardTest, CancelLeavesWithoutValidating) {
-    Click(cancel);
-    EXPECT_EQ(cancelPresses, 1);
-    first->setFocus();
-    Key(Qt::Key_A, Qt::AltModifier);
-    EXPECT_TRUE(RunEventsUntil([this] { return cancelPresses == 2; }));
-    EXPECT_EQ(validations, 0);
-}
-
-TEST_F(FocusGuardTest, EnterOnADefaultThatLeavesFreelyDoesNotValidate) {
-    cancel->setDefault(true);
-    Key(Qt::Key_Return);
-    EXPECT_EQ(cancelPresses, 1);
-    EXPECT_EQ(validations, 0);
-}
-
-TEST_F(FocusGuardTest, TabOntoCancelDoesNotValidate) {
-    QWidget::setTabOrder(first, cancel);
-    Key(Qt::Key_Tab);
-    EXPECT_TRUE(cancel->hasFocus());
-    EXPECT_EQ(validations, 0);
-}
-
-TEST_F(FocusGuardTest, BacktabOntoCancelDoesNotValidate) {
-    QWidget::setTabOrder(cancel, first);
-    Key(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_TRUE(cancel->hasFocus());
-    EXPECT_EQ(validations, 0);
-}
-
-TEST_F(FocusGuardTest, ARefusedValueIsNotCarriedPastCancelByAnyKey) {
-    const std::pair<Qt::Key, Qt::KeyboardModifiers> keys[] = {
-        {Qt::Key_Backtab, Qt::ShiftModifier}, {Qt::Key_Left, {}}, {Qt::Key_Up, {}}};
-    QWidget::setTabOrder(second, cancel);
-    QWidget::setTabOrder(cancel, first);
-    for (const auto& [key, modifiers] : keys) {
-        validations = 0;
-        Key(Qt::Key_Backtab, Qt::ShiftModifier);
-        ASSERT_TRUE(cancel->hasFocus());
-        Key(key, modifiers);
-        EXPECT_TRUE(first->hasFocus()) << key;
-        EXPECT_EQ(validations, 1) << key;
-    }
-    QWidget::setTabOrder(cancel, second);
-    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Right, Qt::Key_Down}) {
-        validations = 0;
-        Click(cancel);
-        ASSERT_TRUE(cancel->hasFocus());
-        Key(key);
-        EXPECT_TRUE(first->hasFocus()) << key;
-        EXPECT_EQ(validations, 1) << key;
-    }
-}
-
-TEST_F(FocusGuardTest, TabBackFromCancelIntoTheFieldDoesNotValidate) {
-    QWidget::setTabOrder(cancel, first);
-    Key(Qt::Key_Backtab, Qt::ShiftModifier);
-    Key(Qt::Key_Tab);
-    EXPECT_TRUE(first->hasFocus());
-    Key(Qt::Key_Backtab, Qt::ShiftModifier);
-    Key(Qt::Key_Right);
-    EXPECT_TRUE(first->hasFocus());
-    EXPECT_EQ(validations, 0);
-    Key(Qt::Key_Tab);
-    EXPECT_EQ(validations, 1) << "it is the field in use again";
-}
-
-TEST_F(FocusGuardTest, ArrowsInsideAFieldDoNotValidate) {
-    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down}) {
-        Key(key);
-    }
-    EXPECT_EQ(validations, 0);
-}
-
-TEST_F(FocusGuardTest, EnterOnCancelDoesNotValidateForTheDefaultButton) {
-    cancel->setAutoDefault(false);
-    QWidget::setTabOrder(first, cancel);
-    Key(Qt::Key_Tab);
-    ASSERT_TRUE(cancel->hasFocus());
-    Key(Qt::Key_Return);
-    EXPECT_EQ(cancelPresses, 1);
-    EXPECT_EQ(okPresses, 0);
-    EXPECT_EQ(validations, 0);
-}
-
-TEST_F(FocusGuardTest, ARefusedValueIsNotCarriedPastTheFieldThroughCancel) {
-    Click(cancel);
-    ASSERT_TRUE(cancel->hasFocus());
-    Click(second);
-    EXPECT_TRUE(first->hasFocus());
-    EXPECT_EQ(validations, 1);
-}
-
-TEST_F(FocusGuardTest, AnAcceptedValueIsCarriedPastTheFieldThroughCancel) {
-    accepts = true;
-    Click(cancel);
-    Click(second);
-    EXPECT_TRUE(second->hasFocus());
-    EXPECT_EQ(validations, 1);
-}
-
-TEST_F(FocusGuardTest, AskedItRunsTheValidatorOfTheFieldInUse) {
-    accepts = true;
-    EXPECT_TRUE(guard->Accepts());
-    EXPECT_EQ(validations, 1);
-    accepts = false;
-    EXPECT_FALSE(guard->Accepts());
-    EXPECT_EQ(validations, 2);
-    EXPECT_TRUE(first->hasFocus());
-}
-
-TEST_F(FocusGuardTest, AskedItRunsTheValidatorOfTheFieldThatWasLeftFreely) {
-    accepts = false;
-    Click(cancel);
-    ASSERT_TRUE(cancel->hasFocus());
-    EXPECT_FALSE(guard->Accepts());
-    EXPECT_EQ(validations, 1);
-    EXPECT_TRUE(first->hasFocus()) << "the focus goes back";
-    accepts = true;
-    Click(cancel);
-    EXPECT_TRUE(guard->Accepts());
-    EXPECT_TRUE(cancel->hasFocus());
-    EXPECT_EQ(validations, 2);
-    EXPECT_TRUE(guard->Accepts()) << "nothing is owed any more";
-    EXPECT_EQ(validations, 2);
-}
-
-TEST_F(FocusGuardTest, AskedOutsideAFieldItAccepts) {
-    accepts = false;
-    spare->setFocus();
-    EXPECT_TRUE(guard->Accepts());
-    EXPECT_EQ(validations, 0);
-}
-
-TEST_F(FocusGuardTest, EscapeAndTheCloseBoxDoNotValidate) {
-    Key(Qt::Key_Escape);
-    EXPECT_FALSE(dialog->isVisible());
-    dialog->show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
-    first->setFocus();
-    dialog->close();
-    EXPECT_FALSE(dialog->isVisible());
-    EXPECT_EQ(validations, 0);
-}
-
 TEST_F(FocusGuardTest, PressesThatMoveNoFocusDoNotValidate) {
     Click(label);
     Click(off);
@@ -518,3 +286,4 @@ TEST_F(FocusGuardTest, AFieldThatIsGoneIsForgotten) {
 }
 
 }  // namespace
+}  // namespace testing_support
