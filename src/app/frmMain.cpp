@@ -289,6 +289,13 @@ void frmMain::closeEvent(QCloseEvent* event) {
     }
 }
 
+void frmMain::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && area_ != nullptr) {
+        ColourArea();
+    }
+}
+
 bool frmMain::KeepsFlowTable() {
     // While an exchange runs the close is refused anyway, without a word.
     return rating_ == nullptr || state_.LinkRecord.CommBusy != False || rating_->MayClose();

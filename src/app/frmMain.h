@@ -68,6 +68,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
 
  protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -78,6 +79,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildLeftPanel();
     void BuildButtonBar();
     void BuildArea();
+    void ColourArea();
     void BuildFileMenu();
     void BuildClientMenus();
     void BuildForAllMenu();

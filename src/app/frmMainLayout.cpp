@@ -136,11 +136,15 @@ void frmMain::BuildButtonBar() {
                   [this](const OperationContext& context) { ShowSetup(context); }));
 }
 
+void frmMain::ColourArea() {
+    constexpr int Darker = 120;  // per cent, of the window's own ground
+    area_->setBackground(palette().color(QPalette::Window).darker(Darker));
+}
+
 void frmMain::BuildArea() {
     area_ = new QMdiArea(this);
     area_->setObjectName(QStringLiteral("MDIArea"));
-    constexpr int Darker = 120;  // per cent, of the window's own ground
-    area_->setBackground(palette().color(QPalette::Window).darker(Darker));
+    ColourArea();
     area_->setActivationOrder(QMdiArea::CreationOrder);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);

@@ -2,12 +2,14 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMdiArea>
 #include <set>
 
 #include "app/contrast.h"
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
 #include "app/frmMain_fixture.h"
+#include "support/qt/pictures_on_buttons.h"
 
 namespace testing_support {
 namespace {
@@ -56,6 +58,17 @@ TEST_F(MainWindowLooks, NoSingleGroundWouldCarryAllStates) {
         }
         EXPECT_LT(least, 4.5) << grey;
     }
+}
+
+TEST_F(MainWindowLooks, TheGroundBehindTheWindowsFollowsThePalette) {
+    const QPalette before = QApplication::palette();
+    for (const QColor window : {QColor(239, 239, 239), QColor(53, 53, 53)}) {
+        QApplication::setPalette(QPalette(window, window));
+        QCoreApplication::processEvents();
+        const QColor ground = Find<QMdiArea>("MDIArea").background().color();
+        EXPECT_LE(std::abs(ground.lightness() - window.lightness()), 60) << window.lightness();
+    }
+    QApplication::setPalette(before);
 }
 
 class ListPictures : public MainWindowLooks {
@@ -111,7 +124,8 @@ TEST_F(ListPictures, DifferInShapeAndNotInColourAlone) {
     EXPECT_GE(differing, Enough);
 }
 
-TEST_F(MainWindowLooks, AboutHasNoPictureOnItsButton) {
+TEST_F(MainWindowLooks, AboutHasNoPictureOnItsButtonWhateverTheStyleGives) {
+    const PicturesOnButtons style;
     const frmAbout about(window_.get());
     for (const QPushButton* button : about.findChildren<QPushButton*>()) {
         EXPECT_TRUE(button->icon().isNull());
@@ -121,9 +135,9 @@ TEST_F(MainWindowLooks, AboutHasNoPictureOnItsButton) {
 TEST_F(MainWindowLooks, AboutHasRoomForItsTitle) {
     frmAbout about(window_.get());
     about.show();
-    constexpr int FrameButtons = 96;  // three of 32 pixels
-    EXPECT_GE(about.width(),
-              about.fontMetrics().horizontalAdvance(about.windowTitle()) + FrameButtons);
+    // A frame writes it larger than the window its texts, beside a picture and a button.
+    EXPECT_GE(about.width(), about.fontMetrics().horizontalAdvance(about.windowTitle()) +
+                                 9 * about.fontMetrics().height());
 }
 
 }  // namespace

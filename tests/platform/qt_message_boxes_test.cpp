@@ -12,8 +12,11 @@
 
 #include "platform/qt/text_qt.h"
 #include "support/qt/modal_answer.h"
+#include "support/qt/pictures_on_buttons.h"
 
 namespace {
+
+using testing_support::PicturesOnButtons;
 
 using Act = std::function<void(QMessageBox&)>;
 
@@ -52,7 +55,8 @@ TEST(MessageBoxesTest, TextAndTitleStandAsGiven) {
     });
 }
 
-TEST(MessageBoxesTest, NoButtonHasAPicture) {
+TEST(MessageBoxesTest, NoButtonHasAPictureWhateverTheStyleGives) {
+    const PicturesOnButtons style;
     for (const BoxButtons buttons : {BoxButtons::Ok, BoxButtons::YesNoCancel}) {
         BoxContent box{"Text", "Title"};
         box.Buttons = buttons;
