@@ -29,6 +29,7 @@
 #include "link/frmConnect.h"
 #include "link/sampling.h"
 #include "link/supervision.h"
+#include "platform/qt/status_line.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 #include "setup/frmSetup.h"
@@ -213,6 +214,10 @@ void frmMain::SetCommandStates(const CommandStates& states) {
     cmdSampleContinuously_->setText(QLatin1Char('&') + ::ToQt(states.SampleCaption));
     ColourButton(*cmdSampleContinuously_, states.SampleHighlighted);
     statesShown_ = states;
+}
+
+void frmMain::SetStatus(const std::string& text) {
+    lblStatus_->Tell(text);
 }
 
 void frmMain::SetAddressBookName(const std::string& text) {

@@ -32,6 +32,7 @@ class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QPushButton;
+class StatusLine;
 class frmRating;
 
 /// The main window: parent of all client windows, with the client list, the operations and the
@@ -54,6 +55,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void SetSystemID(const std::string& text) override;
     void ShowLinkFields(bool linked) override;
     void SetCommandStates(const CommandStates& states) override;
+    void SetStatus(const std::string& text) override;
     void SetAddressBookName(const std::string& text) override;
     void ClearClients() override;
     void AddClient(const std::string& name, std::uint8_t icon) override;
@@ -136,6 +138,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     QLabel* lblAddressBook_ = nullptr;
     ClientListWidget* lvwClients_ = nullptr;
     QMdiArea* area_ = nullptr;
+    StatusLine* lblStatus_ = nullptr;
     QPushButton* cmdSampleContinuously_ = nullptr;
     std::vector<QPushButton*> operationButtons_;  ///< all but cmdSampleContinuously
     std::vector<QAction*> entryActions_;

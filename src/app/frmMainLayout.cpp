@@ -15,6 +15,7 @@
 #include "history/frmGetHistory.h"
 #include "link/sampling.h"
 #include "platform/qt/named_controls.h"
+#include "platform/qt/status_line.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 
@@ -164,6 +165,12 @@ void frmMain::BuildArea() {
     auto* rows = new QVBoxLayout(centre);
     rows->addWidget(pctTop_);
     rows->addLayout(body, 1);
+    // In the place of the margin, so that little of the windows' area is lost to it.
+    lblStatus_ = new StatusLine(centre, QStringLiteral("lblStatus"));
+    rows->addWidget(lblStatus_);
+    QMargins around = rows->contentsMargins();
+    around.setBottom(rows->spacing() / 2);
+    rows->setContentsMargins(around);
     pctTop_->layout()->setContentsMargins(0, 0, 0, 0);
     setCentralWidget(centre);
     log_ = std::make_unique<WalkLogForm>(*this, *area_, *pctLeft_);

@@ -13,6 +13,7 @@
 #include "records/address_book.h"
 #include "records/client_windows.h"
 #include "records/link.h"
+#include "records/operation_status.h"
 #include "records/operations_state.h"
 #include "records/quiet_boxes.h"
 #include "records/sampling_state.h"
@@ -27,7 +28,8 @@ struct SharedState {
           Outside{outside.MSComm1, outside.Events,          Boxes,        outside.Dialogs,
                   outside.Store,   outside.Clock,           outside.Help, outside.LocalMachine,
                   outside.AppPath, outside.TickMilliseconds},
-          Exchange(LinkRecord) {}
+          Status(outside.Clock),
+          Exchange(LinkRecord, &Status) {}
     SharedState(const SharedState&) = delete;
     SharedState& operator=(const SharedState&) = delete;
 
@@ -46,6 +48,7 @@ struct SharedState {
     std::string LastHistoryFolder;  ///< of the last history file saved, empty at start
     QuietBoxes Boxes;
     Host Outside;  ///< the host, its boxes made quiet for the end
+    OperationStatus Status;
     LinkFrames Exchange;
 };
 

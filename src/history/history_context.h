@@ -9,6 +9,7 @@
 #include "platform/host.h"
 #include "records/link.h"
 #include "records/main_view.h"
+#include "records/operation_status.h"
 #include "records/settings.h"
 
 /// What the windows of history work on.
@@ -21,6 +22,7 @@ struct HistoryContext {
     std::string& lastFolder;  ///< of the last history file saved, empty at start
     const Host& outside;
     MainView& view;
+    OperationStatus& status;
 };
 
 #endif  // ORVIA_HISTORY_HISTORY_CONTEXT_H

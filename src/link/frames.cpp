@@ -113,3 +113,9 @@ bool LinkFrames::ReceiveFrame(Bytes& payload) {
 std::int16_t LinkFrames::ReadReplyByte() {
     return comm::ReadByteWait(link_, link_.ReplyTicks);
 }
+
+void LinkFrames::NoteProgress(std::string_view what, int number, int of) {
+    if (status_ != nullptr) {
+        status_->HowFar(what, number, of);
+    }
+}

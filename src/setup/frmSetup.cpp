@@ -7,6 +7,7 @@
 #include <QTabBar>
 
 #include "platform/qt/focus_guard.h"
+#include "platform/qt/status_line.h"
 #include "platform/qt/text_qt.h"
 #include "setup/calibration.h"
 #include "setup/frmSetupPages.h"
@@ -142,6 +143,7 @@ void frmSetup::OnTimer1() {
         return;
     }
     SetupTick(Context());
+    lblStatus_->Tell(records_.status.Text());
 }
 
 void frmSetup::TurnPage(int step) {
