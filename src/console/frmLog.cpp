@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "platform/qt/frame_press.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
@@ -81,6 +82,14 @@ void frmLog::HideFromArea() {
     if (next != windows.rend()) {
         mdiArea()->setActiveSubWindow(*next);
     }
+}
+
+void frmLog::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        QMouseEvent move = MoveAheadOf(*event);
+        QMdiSubWindow::mouseMoveEvent(&move);
+    }
+    QMdiSubWindow::mousePressEvent(event);
 }
 
 void frmLog::closeEvent(QCloseEvent* event) {

@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QStackedLayout>
 
+#include "platform/qt/option_group.h"
 #include "setup/frmSetupParts.h"
 #include "setup/setup_lists.h"
 
@@ -186,6 +187,7 @@ QWidget* frmSetupPages::BuildTiming(QWidget* page) {
                                    TimingLogarithmic));
     rows->addWidget(fields_.Option(frame, Named("optFastMode"),
                                    "Fast sampling mode (10 times per second)", timing, TimingFast));
+    TabEntersAtChosen(*frame);
     return frame;
 }
 
