@@ -11,6 +11,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QScreen>
 #include <QTextDocument>
 #include <QWindow>
 #include <map>
@@ -19,6 +20,7 @@
 #include "app/frmAbout.h"
 #include "app/frmSplash.h"
 #include "app/lifecycle.h"
+#include "app/window_place.h"
 #include "client/frmClient.h"
 #include "common/fault.h"
 #include "common/help_file.h"
@@ -36,6 +38,9 @@
 #include "setup/setup_operation.h"
 
 namespace {
+
+constexpr const char* PlaceSection = "Windows";
+constexpr const char* PlaceKey = "Main";
 
 QColor ToQt(Colour colour) {
     return {colour.Red, colour.Green, colour.Blue};
@@ -142,6 +147,7 @@ void frmMain::Load() {
     splash.show();
     BeginStart(state_, *this);
     resize(PixelsOfTwips(WidthTwips), PixelsOfTwips(HeightTwips));
+    TakePlace();
     Timer1_.start();
     AwaitSplash(state_.LinkRecord);
     splash.close();
@@ -161,6 +167,28 @@ void frmMain::AwaitPlace() {
     while (!windowHandle()->isExposed() && link.WaitTicks > 0 && link.ShuttingDown == False) {
         link.Events.WaitForMoreEvents();
     }
+}
+
+void frmMain::TakePlace() {
+    const auto kept = PlaceOfText(state_.Outside.Store.Read(PlaceSection, PlaceKey).value_or(""));
+    if (!kept) {
+        return;
+    }
+    std::vector<DesktopBox> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect area = screen->availableGeometry();
+        screens.push_back({area.left(), area.top(), area.width(), area.height()});
+    }
+    const WindowPlace place = FitToScreens(*kept, screens);
+    setGeometry(place.Box.Left, place.Box.Top, place.Box.Width, place.Box.Height);
+    setWindowState(place.Maximized ? Qt::WindowMaximized : Qt::WindowNoState);
+}
+
+void frmMain::KeepPlace() {
+    const QRect box = isMaximized() || isMinimized() ? normalGeometry() : geometry();
+    state_.Outside.Store.Write(
+        PlaceSection, PlaceKey,
+        TextOfPlace({{box.left(), box.top(), box.width(), box.height()}, isMaximized()}));
 }
 
 void frmMain::SetPointer(Pointer pointer) {
@@ -290,6 +318,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
         (KeepsFlowTable() && QueryUnload(state_, *this, size, [this] { CloseAllChildForms(); }));
     event->setAccepted(closes);
     if (closes) {
+        TrapFault([this] { KeepPlace(); });
         QApplication::quit();
     }
 }

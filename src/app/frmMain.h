@@ -97,6 +97,9 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     /// Lets the window system bring the window to the screen, which gives it its place: a dialog
     /// that comes up before stands over another one. Not for longer than a second.
     void AwaitPlace();
+    /// Stands where the window of the last run stood, if there was one.
+    void TakePlace();
+    void KeepPlace();
     void ShowConnect();
     void ShowSetup(const OperationContext& context);
     void ToggleConnection();
