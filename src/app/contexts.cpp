@@ -6,7 +6,8 @@ comm::LinkContext Contexts::Radio() const {
     return {.link = state_.LinkRecord,
             .settings = state_.SettingsRecord,
             .view = view_,
-            .boxes = state_.Boxes};
+            .boxes = state_.Boxes,
+            .status = state_.Status};
 }
 
 comm::SupervisionContext Contexts::Supervision() const {
@@ -15,7 +16,8 @@ comm::SupervisionContext Contexts::Supervision() const {
             .operations = state_.OperationsRecord,
             .book = state_.Book,
             .windows = state_.Windows,
-            .view = view_};
+            .view = view_,
+            .status = state_.Status};
 }
 
 comm::SamplingContext Contexts::Machines() const {
@@ -44,7 +46,8 @@ BookContext Contexts::Book() const {
             .view = view_,
             .boxes = state_.Boxes,
             .dialogs = state_.Outside.Dialogs,
-            .appPath = state_.Outside.AppPath};
+            .appPath = state_.Outside.AppPath,
+            .status = state_.Status};
 }
 
 EntryContext Contexts::Entries(ClientListView& list, EntryDialogs& dialogs) const {
@@ -55,7 +58,8 @@ EntryContext Contexts::Entries(ClientListView& list, EntryDialogs& dialogs) cons
             .view = view_,
             .list = list,
             .dialogs = dialogs,
-            .boxes = state_.Boxes};
+            .boxes = state_.Boxes,
+            .status = state_.Status};
 }
 
 DropContext Contexts::Drops(ClientListView& list) const {
@@ -65,7 +69,8 @@ DropContext Contexts::Drops(ClientListView& list) const {
             .operations = state_.OperationsRecord,
             .sampling = state_.SamplingRecord,
             .view = view_,
-            .list = list};
+            .list = list,
+            .status = state_.Status};
 }
 
 OperationContext Contexts::Operation(OperationLog& log) const {
@@ -104,6 +109,7 @@ HistoryContext Contexts::History() const {
             .lastFolder = state_.LastHistoryFolder,
             .outside = state_.Outside,
             .view = view_,
+            .status = state_.Status,
             .listener = state_.Filer ? &*state_.Filer : nullptr};
 }
 
@@ -115,6 +121,7 @@ SetupRecords Contexts::Setup() const {
             .sampling = state_.SamplingRecord,
             .operations = state_.OperationsRecord,
             .exchange = state_.Exchange,
+            .status = state_.Status,
             .outside = state_.Outside,
             .version = VersionText(),
             .showBaudRate = state_.ShowBaudRate};

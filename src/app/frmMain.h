@@ -33,6 +33,7 @@ class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QPushButton;
+class StatusLine;
 class frmArchive;
 class frmRating;
 class frmTrace;
@@ -57,6 +58,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void SetSystemID(const std::string& text) override;
     void ShowLinkFields(bool linked) override;
     void SetCommandStates(const CommandStates& states) override;
+    void SetStatus(const std::string& text) override;
     void SetAddressBookName(const std::string& text) override;
     void ClearClients() override;
     void AddClient(const std::string& name, std::uint8_t icon) override;
@@ -71,6 +73,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
 
  protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -81,6 +84,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildLeftPanel();
     void BuildButtonBar();
     void BuildArea();
+    void ColourArea();
     void BuildFileMenu();
     void BuildClientMenus();
     void BuildForAllMenu();
@@ -97,6 +101,9 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     /// Lets the window system bring the window to the screen, which gives it its place: a dialog
     /// that comes up before stands over another one. Not for longer than a second.
     void AwaitPlace();
+    /// Stands where the window of the last run stood, if there was one.
+    void TakePlace();
+    void KeepPlace();
     void ShowConnect();
     void ShowSetup(const OperationContext& context);
     void ToggleConnection();
@@ -148,6 +155,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     QLabel* lblAddressBook_ = nullptr;
     ClientListWidget* lvwClients_ = nullptr;
     QMdiArea* area_ = nullptr;
+    StatusLine* lblStatus_ = nullptr;
     QPushButton* cmdSampleContinuously_ = nullptr;
     std::vector<QPushButton*> operationButtons_;  ///< all but cmdSampleContinuously
     std::vector<QAction*> entryActions_;

@@ -16,6 +16,7 @@
 #include "records/address_book.h"
 #include "records/client_windows.h"
 #include "records/link.h"
+#include "records/operation_status.h"
 #include "records/operations_state.h"
 #include "records/quiet_boxes.h"
 #include "records/sampling_state.h"
@@ -35,7 +36,8 @@ struct SharedState {
                   outside.Help,    outside.LocalMachine,
                   outside.AppPath, outside.TickMilliseconds,
                   outside.Archive},
-          Exchange(LinkRecord) {
+          Status(outside.Clock),
+          Exchange(LinkRecord, &Status) {
         LinkRecord.Listener = &Recorder;
         if (Outside.Archive != nullptr) {
             Filer.emplace(*Outside.Archive, Boxes);
@@ -60,6 +62,7 @@ struct SharedState {
     std::string LastHistoryFolder;  ///< of the last history file saved, empty at start
     QuietBoxes Boxes;
     Host Outside;  ///< the host, its boxes made quiet for the end
+    OperationStatus Status;
     LinkFrames Exchange;
     LiveSeries Live{Outside.Clock};    ///< the last hour's readings of the open windows
     std::optional<UploadFiler> Filer;  ///< files every upload, if there is an archive

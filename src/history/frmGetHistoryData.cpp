@@ -131,4 +131,5 @@ void frmGetHistoryData::ShowNow() {
     ProgressBar1_->setValue(told_.Value);
     lblRetries_->setText(ToQt(told_.Retries));
     lblGetHistoryData_->setText(ToQt(told_.Progress));
+    history_.status.HowFar(told_.Progress + (told_.Retries.empty() ? "" : ", " + told_.Retries));
 }

@@ -1,5 +1,6 @@
 #include "history/get_history.h"
 
+#include "common/number_text.h"
 #include "console/operation_shape.h"
 #include "history/upload.h"
 
@@ -14,13 +15,14 @@ class GetHistoryOperation {
     /// False if the logger could not be reached.
     [[nodiscard]] bool Run() {
         const Target target = ActiveWindow(context_);
-        if (!SelectRadioOf(context_, target) || !target.Window->GetStatus()) {
+        if (!SelectRadioOf(context_, target) || !ReadStatus(target)) {
             return false;
         }
         Point(Pointer::Normal);
         if (target.Window->NumSamples() == 0) {
+            Status().Came(NameOf(target) + " has no history in memory");
             Tell("No history in memory!", BoxIcon::Information);
-        } else if (!ReadSettings(*target.Window)) {
+        } else if (!ReadSettings(target)) {
             Tell("Error: unable to read logger settings!", BoxIcon::Information);
         } else {
             UploadAndShow(target);
@@ -36,18 +38,32 @@ class GetHistoryOperation {
  private:
     void Point(Pointer pointer) const { context_.radio.view.SetPointer(pointer); }
 
-    [[nodiscard]] bool ReadSettings(ClientWindow& window) const {
-        if (window.SettingsValid() == False) {
+    [[nodiscard]] OperationStatus& Status() const { return context_.radio.status; }
+
+    [[nodiscard]] bool ReadStatus(const Target& target) const {
+        Status().Doing("Reading status of " + NameOf(target));
+        const bool answered = target.Window->GetStatus();
+        if (!answered) {
+            Status().Came(NameOf(target) + " did not answer");
+        }
+        return answered;
+    }
+
+    [[nodiscard]] bool ReadSettings(const Target& target) const {
+        if (target.Window->SettingsValid() == False) {
             Point(Pointer::Hourglass);
-            static_cast<void>(window.GetSettings());
+            ReadSettingsOf(context_, target);
             Point(Pointer::Normal);
         }
-        return window.SettingsValid() != False;
+        return target.Window->SettingsValid() != False;
     }
 
     void UploadAndShow(const Target& target) {
         target.Window->ClientSetGlobalState();
+        Status().Doing("Uploading history of " + NameOf(target));
         const std::string tag = RunUploadOf(target);
+        Status().Came("History of " + NameOf(target) + ": " + IntegerToText(store_.HistoryCount()) +
+                      " of " + IntegerToText(target.Window->NumSamples()) + " records uploaded");
         if (store_.HistoryCount() >= 1 && (tag == TagOkay || tag == TagCancel)) {
             Show(target);
         }

@@ -10,6 +10,7 @@
 #include "platform/host.h"
 #include "records/link.h"
 #include "records/main_view.h"
+#include "records/operation_status.h"
 #include "records/settings.h"
 
 /// What the windows of history work on.
@@ -22,6 +23,7 @@ struct HistoryContext {
     std::string& lastFolder;  ///< of the last history file saved, empty at start
     const Host& outside;
     MainView& view;
+    OperationStatus& status;
     UploadListener* listener = nullptr;  ///< hears of every upload
 };
 

@@ -118,13 +118,14 @@ class FrmGetHistoryDataOnALine : public HistoryFormTest,
         state.SettingsRecord.BaudRate = std::to_string(GetParam().Baud);
         QObject::connect(&tick, &QTimer::timeout, &tick, [this] {
             comm::SuperviseTick({state.LinkRecord, state.SamplingRecord, state.OperationsRecord,
-                                 state.Book, state.Windows, view});
+                                 state.Book, state.Windows, view, state.Status});
         });
         tick.start(100);
     }
 
     [[nodiscard]] bool SelectLogger() {
-        const comm::LinkContext radio = {state.LinkRecord, state.SettingsRecord, view, state.Boxes};
+        const comm::LinkContext radio = {state.LinkRecord, state.SettingsRecord, view, state.Boxes,
+                                         state.Status};
         comm::ConnectDialog connecting;
         comm::Connect(radio, connecting, [](Pointer) {});
         ClientRadio client;
