@@ -8,33 +8,16 @@
 #include <memory>
 #include <vector>
 
+#include "archive/archive_rows.h"
 #include "archive/plot_data.h"
 #include "archive/report.h"
+#include "plain_clock.h"
 
 namespace {
 
 constexpr Moment Begin = 8766 * SecondsPerDay;  // 1 January 2024
 constexpr int DaysOfMonth = 31;
 constexpr int Pixels = 2000;
-
-class PlainClock final : public SystemClock {
- public:
-    LocalTime Now() const override { return {2026, 11, 15, 8, 30, 0, 0}; }
-    std::string DateText(const LocalTime& time) const override {
-        return std::to_string(time.Month) + "/" + std::to_string(time.Day) + "/" +
-               std::to_string(time.Year);
-    }
-    std::string TimeText(const LocalTime&) const override { return "8:30:00 AM"; }
-};
-
-std::array<std::uint8_t, 4> Packed(Moment moment) {
-    const LocalTime time = TimeOfMoment(moment);
-    const int months = (time.Year - 2000) * 12 + time.Month - 1;
-    return {static_cast<std::uint8_t>(time.Second | time.Minute << 6),
-            static_cast<std::uint8_t>(time.Minute >> 2 | time.Hour << 4),
-            static_cast<std::uint8_t>(time.Hour >> 4 | time.Day << 1 | months << 6),
-            static_cast<std::uint8_t>(months >> 2)};
-}
 
 LoggerRecord TenChannels(int minutes) {
     LoggerRecord logger;
@@ -71,7 +54,8 @@ Series Wandering(int records, int minutes) {
             count = static_cast<std::uint16_t>(count + (state >> 24));
         }
         if (i % 1000 != 999) {
-            series.Records.push_back({{Packed(Begin + i * 60LL * minutes), raw}, 0});
+            series.Records.push_back(
+                {{PackedTimeOf(TimeNumberAt(Begin + i * 60LL * minutes)), raw}, 0});
         }
     }
     return series;

@@ -8,18 +8,6 @@
 
 namespace {
 
-constexpr int FirstYear = 2000;
-constexpr int MonthsPerYear = 12;
-
-/// The packed time of a moment, as a number.
-std::uint32_t NumberOf(const LocalTime& time) {
-    const auto bits = [](int value, int place) {
-        return static_cast<std::uint32_t>(value) << place;
-    };
-    return bits(time.Second, 0) | bits(time.Minute, 6) | bits(time.Hour, 12) | bits(time.Day, 17) |
-           bits((time.Year - FirstYear) * MonthsPerYear + time.Month - 1, 22);
-}
-
 /// The settings of a logger as they are for readings that come while somebody looks: they follow no
 /// interval and no alarm of the logger's. A minute and a half without one is a gap, as auto update
 /// brings one a minute.
@@ -63,7 +51,7 @@ void LiveSeries::Sampled(const ClientModel& window) {
     }
     Window& kept = found->second;
     Reading reading;
-    reading.Record.Time = PackedTimeOf(NumberOf(clock_.Now()));
+    reading.Record.Time = PackedTimeOf(TimeNumberAt(MomentOf(clock_.Now())));
     std::transform(logger.DataPoints[0].Raw.begin(), logger.DataPoints[0].Raw.end(),
                    reading.Record.Raw.begin(), [](std::int32_t count) {
                        return static_cast<std::uint16_t>(std::clamp(count, 0, 0xFFFF));
