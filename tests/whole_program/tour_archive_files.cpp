@@ -191,6 +191,7 @@ void CheckReport(Tour& tour, const QString& path, const ReportTruth& truth) {
     tour.Check(Figure(report, QStringLiteral("Gaps"), {}) == truth.Gaps,
                QStringLiteral("gaps in the report"));
     const FlowTruth flow = TruthOf(records);
+    tour.Check(flow.Volume > 0, QStringLiteral("the records tell of no flow"));
     tour.CheckFigure(mean, flow.Mean, 1e-3, QStringLiteral("the mean flow of the report"));
     tour.CheckFigure(peak, flow.Peak, 0, QStringLiteral("the peak of the report"));
     tour.CheckFigure(volume, flow.Volume, 1e-3, QStringLiteral("the volume of the report"));
