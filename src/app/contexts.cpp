@@ -6,7 +6,9 @@ comm::LinkContext Contexts::Radio() const {
     return {.link = state_.LinkRecord,
             .settings = state_.SettingsRecord,
             .view = view_,
-            .boxes = state_.Boxes};
+            .boxes = state_.Boxes,
+            .inquiry = state_.Outside.Inquiry,
+            .registry = state_.Outside.LocalMachine};
 }
 
 comm::SupervisionContext Contexts::Supervision() const {

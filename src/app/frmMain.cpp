@@ -102,7 +102,7 @@ frmMain::frmMain(SharedState& state)
       clients_(contexts_.Clients(*this)),
       helpFile_(HelpFile(state.Outside.AppPath)),
       entryForms_(state.Book, state.Boxes, *this),
-      signalForms_(*this) {
+      signalForms_(*this, state.Outside.Sound) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(::ToQt(ApplicationTitle()));
     setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));

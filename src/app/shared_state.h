@@ -26,9 +26,10 @@ struct SharedState {
         : Recorder(outside.MSComm1, outside.Clock),
           LinkRecord(Recorder, outside.Events),
           Boxes(outside.Boxes, LinkRecord.ShuttingDown),
-          Outside{Recorder,        outside.Events,          Boxes,        outside.Dialogs,
-                  outside.Store,   outside.Clock,           outside.Help, outside.LocalMachine,
-                  outside.AppPath, outside.TickMilliseconds},
+          Outside{Recorder,          outside.Events, Boxes,           outside.Dialogs,
+                  outside.Store,     outside.Clock,  outside.Help,    outside.LocalMachine,
+                  outside.Inquiry,   outside.Sound,  outside.AppPath, outside.TickMilliseconds,
+                  outside.SystemText},
           Exchange(LinkRecord) {
         LinkRecord.Listener = &Recorder;
     }

@@ -12,6 +12,7 @@ namespace comm {
 namespace {
 
 bool OpenForConnect(const LinkContext& context) {
+    context.link.PortRefusal.clear();
     try {
         return OpenPort(context.link, context.view, PortNumber(context.settings.PortName),
                         PortSettings(context.settings.BaudRate));
@@ -37,7 +38,7 @@ bool AskRadio(const LinkContext& context) {
 bool ReachRadio(const LinkContext& context, const ConnectDialog& dialog,
                 const std::function<void(Pointer)>& setPointers) {
     if (!OpenForConnect(context)) {
-        context.boxes.Show(OpenPortFailure());
+        context.boxes.Show(OpenPortFailure(context));
         return false;
     }
     context.link.LinkState = LinkConnecting;

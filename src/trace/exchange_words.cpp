@@ -6,6 +6,7 @@
 #include "common/text.h"
 #include "link/frame_codec.h"
 #include "logger/command_codes.h"
+#include "platform/moments.h"
 #include "trace/link_recorder.h"
 #include "trace/request_words.h"
 

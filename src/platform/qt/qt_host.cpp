@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QSysInfo>
 
 #include "common/path_text.h"
 #include "platform/qt/text_qt.h"
@@ -11,10 +12,21 @@ QtHost::QtHost()
 #ifndef _WIN32
       localMachine_([this] { return PortsOfSystem(port_.PortsFolder()); }),
 #endif
-      host_{
-          port_,    pump_,         boxes_,
-          dialogs_, store_,        clock_,
-          help_,    localMachine_, FolderWithoutSeparator(QCoreApplication::applicationDirPath())} {
+      inquiry_(port_.PortsFolder()),
+      host_{.MSComm1 = port_,
+            .Events = pump_,
+            .Boxes = boxes_,
+            .Dialogs = dialogs_,
+            .Store = store_,
+            .Clock = clock_,
+            .Help = help_,
+            .LocalMachine = localMachine_,
+            .Inquiry = inquiry_,
+            .Sound = sound_,
+            .AppPath = FolderWithoutSeparator(QCoreApplication::applicationDirPath()),
+            .SystemText = FromQt(QSysInfo::prettyProductName() + QStringLiteral(", ") +
+                                 QSysInfo::currentCpuArchitecture() + QStringLiteral(", Qt ") +
+                                 QLatin1String(qVersion()))} {
 }
 
 std::string FolderWithoutSeparator(const QString& folder) {
