@@ -44,4 +44,4 @@ while [[ $line != ready:* ]]; do
     printf '%s\n' "$line"
 done
 cat <&"$trace" &
-XDG_CONFIG_HOME=$home "$bin/orvia"
+XDG_CONFIG_HOME=$home XDG_DATA_HOME=$home "$bin/orvia"

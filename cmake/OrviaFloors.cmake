@@ -9,6 +9,7 @@ set(ORVIA_FLOORS
     "link"
     "client console"
     "setup history trace"
+    "archive"
     "app")
 string(REPLACE " " ";" ORVIA_ROOMS "${ORVIA_FLOORS}")
 

@@ -11,6 +11,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QScreen>
 #include <QTextDocument>
 #include <QWindow>
 #include <map>
@@ -19,6 +20,7 @@
 #include "app/frmAbout.h"
 #include "app/frmSplash.h"
 #include "app/lifecycle.h"
+#include "app/window_place.h"
 #include "client/frmClient.h"
 #include "common/fault.h"
 #include "common/help_file.h"
@@ -29,6 +31,7 @@
 #include "link/frmConnect.h"
 #include "link/sampling.h"
 #include "link/supervision.h"
+#include "platform/qt/status_line.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 #include "setup/frmSetup.h"
@@ -37,15 +40,31 @@
 
 namespace {
 
+constexpr const char* PlaceSection = "Windows";
+constexpr const char* PlaceKey = "Main";
+
 QColor ToQt(Colour colour) {
     return {colour.Red, colour.Green, colour.Blue};
 }
 
+/// The picture as it stands on the selected row too, where the style would tint it until it is lost
+/// in the highlight.
+QIcon ListPicture(const QString& file) {
+    const QIcon drawn(file);
+    QIcon picture;
+    for (const int side : {16, 20, 24, 32, 48, 64}) {
+        const QPixmap pixels = drawn.pixmap(QSize(side, side), 1.0);
+        picture.addPixmap(pixels, QIcon::Normal);
+        picture.addPixmap(pixels, QIcon::Selected);
+    }
+    return picture;
+}
+
 const QIcon& ListIcon(std::uint8_t icon) {
     static const std::map<std::uint8_t, QIcon> Icons{
-        {IconNoWindow, QIcon(QStringLiteral(":/icons/client-closed.svg"))},
-        {IconWindowOpen, QIcon(QStringLiteral(":/icons/client-open.svg"))},
-        {IconAddressed, QIcon(QStringLiteral(":/icons/client-active.svg"))}};
+        {IconNoWindow, ListPicture(QStringLiteral(":/icons/client-closed.svg"))},
+        {IconWindowOpen, ListPicture(QStringLiteral(":/icons/client-open.svg"))},
+        {IconAddressed, ListPicture(QStringLiteral(":/icons/client-active.svg"))}};
     return Icons.at(icon);
 }
 
@@ -129,6 +148,7 @@ void frmMain::Load() {
     splash.show();
     BeginStart(state_, *this);
     resize(PixelsOfTwips(WidthTwips), PixelsOfTwips(HeightTwips));
+    TakePlace();
     Timer1_.start();
     AwaitSplash(state_.LinkRecord);
     splash.close();
@@ -148,6 +168,28 @@ void frmMain::AwaitPlace() {
     while (!windowHandle()->isExposed() && link.WaitTicks > 0 && link.ShuttingDown == False) {
         link.Events.WaitForMoreEvents();
     }
+}
+
+void frmMain::TakePlace() {
+    const auto kept = PlaceOfText(state_.Outside.Store.Read(PlaceSection, PlaceKey).value_or(""));
+    if (!kept) {
+        return;
+    }
+    std::vector<DesktopBox> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect area = screen->availableGeometry();
+        screens.push_back({area.left(), area.top(), area.width(), area.height()});
+    }
+    const WindowPlace place = FitToScreens(*kept, screens);
+    setGeometry(place.Box.Left, place.Box.Top, place.Box.Width, place.Box.Height);
+    setWindowState(place.Maximized ? Qt::WindowMaximized : Qt::WindowNoState);
+}
+
+void frmMain::KeepPlace() {
+    const QRect box = isMaximized() || isMinimized() ? normalGeometry() : geometry();
+    state_.Outside.Store.Write(
+        PlaceSection, PlaceKey,
+        TextOfPlace({{box.left(), box.top(), box.width(), box.height()}, isMaximized()}));
 }
 
 void frmMain::SetPointer(Pointer pointer) {
@@ -203,6 +245,10 @@ void frmMain::SetCommandStates(const CommandStates& states) {
     statesShown_ = states;
 }
 
+void frmMain::SetStatus(const std::string& text) {
+    lblStatus_->Tell(text);
+}
+
 void frmMain::SetAddressBookName(const std::string& text) {
     lblAddressBook_->setText(::ToQt(text));
     const QString path = ::ToQt(state_.SettingsRecord.AddressBookPath);
@@ -244,9 +290,7 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
 
 void frmMain::CloseAllChildForms() {
     CloseDialogs();
-    if (rating_ != nullptr) {
-        TrapFault([this] { rating_->Unload(); });
-    }
+    CloseDataWindows();
     if (trace_ != nullptr) {
         trace_->Unload();
     }
@@ -276,20 +320,21 @@ void frmMain::closeEvent(QCloseEvent* event) {
         (KeepsFlowTable() && QueryUnload(state_, *this, size, [this] { CloseAllChildForms(); }));
     event->setAccepted(closes);
     if (closes) {
+        TrapFault([this] { KeepPlace(); });
         QApplication::quit();
+    }
+}
+
+void frmMain::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && area_ != nullptr) {
+        ColourArea();
     }
 }
 
 bool frmMain::KeepsFlowTable() {
     // While an exchange runs the close is refused anyway, without a word.
     return rating_ == nullptr || state_.LinkRecord.CommBusy != False || rating_->MayClose();
-}
-
-void frmMain::ShowRating() {
-    if (rating_ == nullptr) {
-        rating_ = new frmRating(state_.Outside, this);
-    }
-    rating_->ShowOrRaise();
 }
 
 void frmMain::ShowTrace() {
@@ -358,6 +403,9 @@ void frmMain::ToggleConnection() {
 
 void frmMain::Supervise() {
     comm::SuperviseTick(contexts_.Supervision());
+    if (state_.Filer) {
+        state_.Filer->Tick();
+    }
     if (togglePostponed_ && state_.SamplingRecord.StepRuns == False) {
         togglePostponed_ = false;
         QMetaObject::invokeMethod(

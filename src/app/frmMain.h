@@ -26,12 +26,15 @@
 
 class ClientListWidget;
 class QAction;
+class QDialog;
 class QLabel;
 class QLineEdit;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QPushButton;
+class StatusLine;
+class frmArchive;
 class frmRating;
 class frmTrace;
 
@@ -55,6 +58,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void SetSystemID(const std::string& text) override;
     void ShowLinkFields(bool linked) override;
     void SetCommandStates(const CommandStates& states) override;
+    void SetStatus(const std::string& text) override;
     void SetAddressBookName(const std::string& text) override;
     void ClearClients() override;
     void AddClient(const std::string& name, std::uint8_t icon) override;
@@ -69,6 +73,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
 
  protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -79,6 +84,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildLeftPanel();
     void BuildButtonBar();
     void BuildArea();
+    void ColourArea();
     void BuildFileMenu();
     void BuildClientMenus();
     void BuildForAllMenu();
@@ -95,6 +101,9 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     /// Lets the window system bring the window to the screen, which gives it its place: a dialog
     /// that comes up before stands over another one. Not for longer than a second.
     void AwaitPlace();
+    /// Stands where the window of the last run stood, if there was one.
+    void TakePlace();
+    void KeepPlace();
     void ShowConnect();
     void ShowSetup(const OperationContext& context);
     void ToggleConnection();
@@ -105,6 +114,13 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void WithChosenClient(const std::function<void()>& action);
     void ToggleAutoUpdate();
     void ShowRating();
+    void ShowArchive();
+    void ShowLivePlot();
+    void PlotSeries(std::vector<std::shared_ptr<const NamedSeries>> series, const Period& span);
+    void ReportSeries(std::shared_ptr<const NamedSeries> series, const Period& span);
+    void UploadHistory(const OperationContext& context);
+    void PlotViewed(const FlowTable& points, QDialog& viewer);
+    void CloseDataWindows();
     void ShowTrace();
     [[nodiscard]] bool KeepsFlowTable();
     void ListWindows();
@@ -122,8 +138,9 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     EntryForms entryForms_;
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;
-    frmRating* rating_ = nullptr;  ///< none until it is asked for
-    frmTrace* trace_ = nullptr;    ///< the same
+    frmRating* rating_ = nullptr;    ///< none until it is asked for
+    frmArchive* archive_ = nullptr;  ///< the same
+    frmTrace* trace_ = nullptr;      ///< the same
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;
@@ -138,6 +155,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     QLabel* lblAddressBook_ = nullptr;
     ClientListWidget* lvwClients_ = nullptr;
     QMdiArea* area_ = nullptr;
+    StatusLine* lblStatus_ = nullptr;
     QPushButton* cmdSampleContinuously_ = nullptr;
     std::vector<QPushButton*> operationButtons_;  ///< all but cmdSampleContinuously
     std::vector<QAction*> entryActions_;

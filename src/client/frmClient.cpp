@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "client/layout.h"
+#include "platform/qt/frame_press.h"
 #include "platform/qt/text_qt.h"
 #include "records/address_book.h"
 
@@ -141,6 +142,14 @@ void frmClient::Unload() {
 void frmClient::closeEvent(QCloseEvent* event) {
     Unload();
     event->accept();
+}
+
+void frmClient::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        QMouseEvent move = MoveAheadOf(*event);
+        QMdiSubWindow::mouseMoveEvent(&move);
+    }
+    QMdiSubWindow::mousePressEvent(event);
 }
 
 void frmClient::ShowPanel(const ClientPanel& panel) {

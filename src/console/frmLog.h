@@ -30,6 +30,7 @@ class frmLog final : public QMdiSubWindow {
     bool CancelRequested = false;
 
  protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
  private:

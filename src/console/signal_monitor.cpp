@@ -50,7 +50,9 @@ void StepToNextRadio(const OperationContext& context, SignalMonitor& monitor, Si
     DisplayClient(context.book, monitor, view);
     context.radio.view.SetPointer(Pointer::Hourglass);
     // A radio that cannot be selected has told so, and gives no readings.
-    static_cast<void>(SelectRadioOf(context, next));
+    if (SelectRadioOf(context, next)) {
+        context.radio.status.Doing("Watching the signal level");
+    }
     context.radio.view.SetPointer(Pointer::Normal);
 }
 
@@ -151,7 +153,9 @@ void ShowSignalLevel(const OperationContext& context, SignalMonitorDialog& dialo
     OnActiveWindow(context, [&](const Target& target) {
         context.radio.view.SetPointer(Pointer::Normal);
         if (IsOpen(context, target)) {
+            context.radio.status.Doing("Watching the signal level");
             dialog.ShowMonitor(context, target.Window->ClientIndex());
+            context.radio.status.Came("Signal level watched");
         }
     });
 }

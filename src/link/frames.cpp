@@ -156,3 +156,9 @@ std::int16_t LinkFrames::ReadReplyByte() {
     }
     return byte;
 }
+
+void LinkFrames::NoteProgress(std::string_view what, int number, int of) {
+    if (status_ != nullptr) {
+        status_->HowFar(what, number, of);
+    }
+}

@@ -6,6 +6,7 @@
 #include "platform/host.h"
 #include "records/link.h"
 #include "records/main_view.h"
+#include "records/operation_status.h"
 #include "records/settings.h"
 
 // The server radio answers commands itself in command mode; in normal mode all bytes pass
@@ -46,6 +47,7 @@ struct LinkContext {
     const Settings& settings;
     MainView& view;
     MessageBoxes& boxes;
+    OperationStatus& status;
     PortInquiry& inquiry;  ///< why a port does not open
     Registry& registry;    ///< which ports there are
 };

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "common/bytes.h"
+#include "platform/archive_store.h"
 #include "platform/port_inquiry.h"
 
 // All that the console needs from outside, one small class each. platform/qt/ realises them on a
@@ -221,8 +222,9 @@ struct Host {
     Bell& Sound;
     std::string AppPath;         ///< folder of the program's own file, no separator at its end
     int TickMilliseconds = 100;  ///< length of a tick; tests of forms run the same ticks faster
-    std::string SystemText =
-        {};  ///< name and version of the system and of what the program runs on
+    ArchiveStore* Archive = nullptr;  ///< keeps what is uploaded; without it nothing is kept
+    /// Name and version of the system and of what the program runs on.
+    std::string SystemText = {};
 };
 
 #endif  // ORVIA_PLATFORM_HOST_H

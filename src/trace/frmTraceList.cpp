@@ -201,13 +201,16 @@ void TraceList::ShareWidth() {
 }
 
 /// Rows that come make the bar longer some time later. Its value then is no sign that the operator
-/// has scrolled away; one that changes is.
+/// has scrolled away; one that changes is. A change may itself have the bar grow, before it is
+/// heard of here.
 void TraceList::KeepToEnd() {
     const QScrollBar* bar = verticalScrollBar();
     connect(bar, &QScrollBar::valueChanged, this,
             [this, bar](int value) { atEnd_ = value >= bar->maximum(); });
     connect(bar, &QScrollBar::rangeChanged, this, [this](int /*first*/, int last) {
-        if (atEnd_) {
+        const bool moved = verticalScrollBar()->value() < end_;
+        end_ = last;
+        if (atEnd_ && !moved) {
             verticalScrollBar()->setValue(last);
         }
     });

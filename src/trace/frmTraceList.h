@@ -66,6 +66,7 @@ class TraceList final : public QTableView {
 
     TraceModel model_;
     bool atEnd_ = true;        ///< the end is in sight, and stays there
+    int end_ = 0;              ///< of the bar, as far as is known here
     bool sharing_ = false;     ///< the widths of columns change by the program's own doing
     bool byOperator_ = false;  ///< the operator has given a column its width: they stay
 };

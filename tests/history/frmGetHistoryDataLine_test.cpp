@@ -118,15 +118,15 @@ class FrmGetHistoryDataOnALine : public HistoryFormTest,
         state.SettingsRecord.BaudRate = std::to_string(GetParam().Baud);
         QObject::connect(&tick, &QTimer::timeout, &tick, [this] {
             comm::SuperviseTick({state.LinkRecord, state.SamplingRecord, state.OperationsRecord,
-                                 state.Book, state.Windows, view});
+                                 state.Book, state.Windows, view, state.Status});
         });
         tick.start(100);
     }
 
     [[nodiscard]] bool SelectLogger() {
         const comm::LinkContext radio = {
-            state.LinkRecord, state.SettingsRecord,  view,
-            state.Boxes,      state.Outside.Inquiry, state.Outside.LocalMachine};
+            state.LinkRecord,      state.SettingsRecord,      view, state.Boxes, state.Status,
+            state.Outside.Inquiry, state.Outside.LocalMachine};
         comm::ConnectDialog connecting;
         comm::Connect(radio, connecting, [](Pointer) {});
         ClientRadio client;

@@ -12,8 +12,11 @@
 
 #include "platform/qt/text_qt.h"
 #include "support/qt/modal_answer.h"
+#include "support/qt/pictures_on_buttons.h"
 
 namespace {
+
+using testing_support::PicturesOnButtons;
 
 using Act = std::function<void(QMessageBox&)>;
 
@@ -50,6 +53,20 @@ TEST(MessageBoxesTest, TextAndTitleStandAsGiven) {
         EXPECT_EQ(label->buddy(), nullptr);
         shown.close();
     });
+}
+
+TEST(MessageBoxesTest, NoButtonHasAPictureWhateverTheStyleGives) {
+    const PicturesOnButtons style;
+    for (const BoxButtons buttons : {BoxButtons::Ok, BoxButtons::YesNoCancel}) {
+        BoxContent box{"Text", "Title"};
+        box.Buttons = buttons;
+        Answer(box, [](QMessageBox& shown) {
+            for (const QAbstractButton* button : shown.buttons()) {
+                EXPECT_TRUE(button->icon().isNull()) << FromQt(button->text());
+            }
+            shown.close();
+        });
+    }
 }
 
 TEST(MessageBoxesTest, AnEmptyTitleShowsNoProgramName) {

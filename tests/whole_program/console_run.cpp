@@ -70,6 +70,7 @@ void AcceptFile(QFileDialog& dialog, const QString& path) {
 
 Home::Home(const QString& book) {
     qputenv("XDG_CONFIG_HOME", folder_.path().toLocal8Bit());
+    qputenv("XDG_DATA_HOME", folder_.path().toLocal8Bit());
     QDir().mkpath(QFileInfo(PortLink()).path());
     QSettings settings(SettingsFile(), QSettings::IniFormat);
     settings.setValue(QStringLiteral("Configuration/Port"), QStringLiteral("COM1"));

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QStandardPaths>
 #include <QSysInfo>
 
 #include "common/path_text.h"
@@ -13,6 +14,7 @@ QtHost::QtHost()
       localMachine_([this] { return PortsOfSystem(port_.PortsFolder()); }),
 #endif
       inquiry_(port_.PortsFolder()),
+      archive_({.File = ArchiveFile()}),
       host_{.MSComm1 = port_,
             .Events = pump_,
             .Boxes = boxes_,
@@ -24,9 +26,20 @@ QtHost::QtHost()
             .Inquiry = inquiry_,
             .Sound = sound_,
             .AppPath = FolderWithoutSeparator(QCoreApplication::applicationDirPath()),
+            .Archive = &archive_,
             .SystemText = FromQt(QSysInfo::prettyProductName() + QStringLiteral(", ") +
                                  QSysInfo::currentCpuArchitecture() + QStringLiteral(", Qt ") +
                                  QLatin1String(qVersion()))} {
+}
+
+QString ArchiveFile() {
+#ifdef _WIN32
+    // Where it goes along with a user who works at several computers.
+    const QString folder = QDir::fromNativeSeparators(qEnvironmentVariable("APPDATA"));
+#else
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+#endif
+    return folder + QStringLiteral("/Orvia/archive.sqlite");
 }
 
 std::string FolderWithoutSeparator(const QString& folder) {

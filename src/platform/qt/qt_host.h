@@ -16,6 +16,7 @@
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_settings_store.h"
 #include "platform/qt/qt_system_clock.h"
+#include "platform/qt/sql_archive.h"
 
 /// The host of the running program. Needs the application object, and goes before it.
 class QtHost final {
@@ -41,8 +42,12 @@ class QtHost final {
 #endif
     QtPortInquiry inquiry_;
     QtBell sound_;
+    SqlArchive archive_;
     Host host_;
 };
+
+/// The file that the archive of this user lies in; its folder may be missing.
+[[nodiscard]] QString ArchiveFile();
 
 /// A folder in the system's separators without one at its end; a root keeps none.
 [[nodiscard]] std::string FolderWithoutSeparator(const QString& folder);

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 namespace {
@@ -149,6 +150,7 @@ void Fill(QMessageBox& shown, const BoxContent& box, const ButtonSet& buttons) {
     shown.setStandardButtons(buttons.All);
     shown.setDefaultButton(buttons.Default);
     shown.setEscapeButton(buttons.Closing);
+    TakeIconsOffButtons(shown);
     SetTitle(shown, box.Title);
 }
 
