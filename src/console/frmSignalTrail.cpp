@@ -32,7 +32,12 @@ QPainterPath LineThrough(const SignalTrail& trail, const QRectF& room) {
     for (const SignalTrail::Reading& reading : trail.Readings()) {
         if (reading.DBm) {
             const QPointF point = PointAt(PlaceOf(reading, trail.Readings().back().Time), room);
-            connected ? line.lineTo(point) : line.moveTo(point);
+            if (!connected) {
+                // A level that stands alone between two losses is a dot.
+                constexpr double Dot = 0.1;
+                line.moveTo(point - QPointF(Dot, 0));
+            }
+            line.lineTo(point);
         }
         connected = reading.DBm.has_value();
     }
@@ -80,7 +85,7 @@ void frmTrailCurve::paintEvent(QPaintEvent* /*event*/) {
     painter.setPen(QPen(palette().color(QPalette::Text), 1, Qt::DashLine));
     painter.drawLine(QPointF(room.left(), mark.y()), QPointF(room.right(), mark.y()));
     constexpr double Width = 1.6;
-    painter.setPen(QPen(palette().color(QPalette::Highlight), Width));
+    painter.setPen(QPen(palette().color(QPalette::Highlight), Width, Qt::SolidLine, Qt::RoundCap));
     painter.drawPath(LineThrough(trail_, room));
     painter.setBrush(palette().color(QPalette::Text));
     painter.setPen(Qt::NoPen);
@@ -94,6 +99,9 @@ frmSignalTrail::frmSignalTrail(Bell& sound, QWidget* parent) : QFrame(parent), s
     curve_ = new frmTrailCurve(trail_, this);
     lblBest_ = ValueLabel(this, QStringLiteral("lblBest"),
                           QStringLiteral("Strongest level of the last five minutes"));
+    // The window keeps its size whatever the label says.
+    lblBest_->setMinimumWidth(
+        lblBest_->fontMetrics().horizontalAdvance(QStringLiteral("Best: -100 DBm, 300 s ago")));
     chkBeep_ = new QCheckBox(QStringLiteral("&Beep when as good as the best"), this);
     chkBeep_->setObjectName(QStringLiteral("chkBeep"));
     auto* ends = new QHBoxLayout;
