@@ -31,7 +31,7 @@ inline constexpr std::size_t MostTraceText = 8'000'000;
 /// have no names, and the trace goes without its bytes: loggers tell their names in them.
 [[nodiscard]] std::vector<ZipEntry> SupportReport(const SupportSource& source, bool names);
 
-/// A path without the folders above its last part: ".../site.adr", or ".../(name).adr" without
+/// A path without the folders above its last part: ".../site.obk", or ".../(name).obk" without
 /// `names`.
 [[nodiscard]] std::string ShortPath(std::string_view path, bool names);
 

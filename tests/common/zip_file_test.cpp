@@ -114,6 +114,16 @@ TEST(ZipFile, TimeAndDateAreInBitFields) {
     EXPECT_EQ(bytes.Number(12, 2), (46U << 9U) + (11U << 5U) + 22U);
 }
 
+/// The example of docs/trace.md.
+TEST(ZipFile, AFileBeginsAsThePageShows) {
+    const std::vector<ZipEntry> one = {{"a.txt", "Orvia\n"}};
+    const std::string head(
+        "PK\x03\x04\x0A\0\0\x08\0\0\xB3\x45\x76\x5D\xA2\x16\xBF\x59"
+        "\x06\0\0\0\x06\0\0\0\x05\0\0\0a.txtOrvia\n",
+        41);
+    EXPECT_EQ(ZipOf(one, {2026, 11, 22, 8, 45, 38}).substr(0, head.size()), head);
+}
+
 TEST(ZipFile, AChangedByteIsNoticed) {
     std::string bytes = ZipOf(Some, {});
     bytes[30 + Some[0].Name.size()] ^= 1;

@@ -16,7 +16,7 @@ class SupportReportTest : public ::testing::Test {
     SupportReportTest() {
         settings_.PortName = "COM5";
         settings_.BaudRate = "38400";
-        settings_.AddressBookPath = "/home/ann/clients/Mill Brewery.adr";
+        settings_.AddressBookPath = "/home/ann/clients/Mill Brewery.obk";
         settings_.LastFilePath = "/home/ann/Setups/";
         settings_.LastFile[0] = "C:\\Users\\ann\\deep well.set";
         Add("Hill", 0x1A, 0x44);
@@ -29,7 +29,7 @@ class SupportReportTest : public ::testing::Test {
         ClientRadio entry;
         entry.Name = name;
         entry.Channel = channel;
-        entry.Mac = {0x00, 0x13, 0xA2, 0x00, 0x02, last};
+        entry.Mac = {0x00, 0xA0, 0x96, 0x00, 0x02, last};
         book_.Entries.Append(entry);
     }
     /// One exchange with the second logger, which is not answered.
@@ -67,17 +67,17 @@ TEST_F(SupportReportTest, BeginsWithTheVersions) {
 }
 
 TEST_F(SupportReportTest, PathsLoseTheirFolders) {
-    EXPECT_EQ(ShortPath("/home/ann/site.adr", true), ".../site.adr");
-    EXPECT_EQ(ShortPath("C:\\Users\\ann\\site.adr", true), "...\\site.adr");
+    EXPECT_EQ(ShortPath("/home/ann/site.obk", true), ".../site.obk");
+    EXPECT_EQ(ShortPath("C:\\Users\\ann\\site.obk", true), "...\\site.obk");
     EXPECT_EQ(ShortPath("/home/ann/Setups/", true), ".../Setups");
-    EXPECT_EQ(ShortPath("site.adr", true), "site.adr");
+    EXPECT_EQ(ShortPath("site.obk", true), "site.obk");
     EXPECT_EQ(ShortPath("", true), "");
     EXPECT_EQ(ShortPath("/", true), "");
-    EXPECT_EQ(ShortPath("/home/ann/site.adr", false), ".../(name).adr");
+    EXPECT_EQ(ShortPath("/home/ann/site.obk", false), ".../(name).obk");
     EXPECT_EQ(ShortPath("/home/ann.b/Setups", false), ".../(name)");
     const std::string text = Part("settings.txt", true);
     EXPECT_TRUE(Holds(text, "Port: COM5\n")) << text;
-    EXPECT_TRUE(Holds(text, "Address book: .../Mill Brewery.adr\n")) << text;
+    EXPECT_TRUE(Holds(text, "Address book: .../Mill Brewery.obk\n")) << text;
     EXPECT_TRUE(Holds(text, "Folder of set-up files: .../Setups\n")) << text;
     EXPECT_TRUE(Holds(text, "Recent set-up file: ...\\deep well.set\n")) << text;
     EXPECT_FALSE(Holds(text, "ann"));
@@ -85,11 +85,11 @@ TEST_F(SupportReportTest, PathsLoseTheirFolders) {
 
 TEST_F(SupportReportTest, TheBookIsListed) {
     EXPECT_EQ(Part("book.txt", true),
-              "2 loggers\nLogger 1: Hill, channel 1A, MAC 00:13:A2:00:02:44\n"
-              "Logger 2: Hill Tanks, channel 1B, MAC 00:13:A2:00:02:45\n");
+              "2 loggers\nLogger 1: Hill, channel 1A, MAC 00:A0:96:00:02:44\n"
+              "Logger 2: Hill Tanks, channel 1B, MAC 00:A0:96:00:02:45\n");
     EXPECT_EQ(Part("book.txt", false),
-              "2 loggers\nLogger 1, channel 1A, MAC 00:13:A2:00:02:44\n"
-              "Logger 2, channel 1B, MAC 00:13:A2:00:02:45\n");
+              "2 loggers\nLogger 1, channel 1A, MAC 00:A0:96:00:02:44\n"
+              "Logger 2, channel 1B, MAC 00:A0:96:00:02:45\n");
 }
 
 TEST_F(SupportReportTest, TheTraceStandsInItsOrderWithItsBytes) {
