@@ -149,6 +149,9 @@ void QtSerialPort::Output(std::span<const std::uint8_t> bytes) {
 void QtSerialPort::LookForHangUp() {
     if (PortOpen() && expected_ > 1) {
         TakeReceived();
+    }
+    // Looking may have found out that the device is gone.
+    if (PortOpen() && expected_ > 1) {
         Keep(TakeWaiting(port_));
     }
     if (PortOpen() && HasHungUp(port_)) {
@@ -159,12 +162,14 @@ void QtSerialPort::LookForHangUp() {
 void QtSerialPort::TakeReceived() {
     const QByteArray arrived = port_.readAll();
     if (!failed_) {
-        errorsInARow_ = 0;
         Keep(arrived);
     }
 }
 
 void QtSerialPort::Keep(const QByteArray& arrived) {
+    if (!arrived.isEmpty()) {
+        errorsInARow_ = 0;
+    }
     const std::size_t room = MaxWaiting - received_.size();
     const auto count = std::min(room, static_cast<std::size_t>(arrived.size()));
     received_.insert(received_.end(), arrived.begin(),
