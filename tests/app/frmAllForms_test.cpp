@@ -153,12 +153,16 @@ TEST_P(AllForms, HaveNothingToStumbleOver) {
     Look(*window_, "with the log");
     Trigger("mnuNewFlowTable");
     Look(Find<QWidget>("frmRating"));
+    Trigger("mnuTrace");
+    Look(Find<QWidget>("frmTrace"));
+    Trigger("mnuSupport");
+    LookAtPages(Find<QDialog>("frmSupport"));
     window_->resize(1024, 560);
     Look(*window_, "on a small screen");
     for (const char* form :
          {"frmMain", "frmConnect", "frmConnectSetup", "frmAbout", "frmAddClient1",
           "frmSelectClient", "frmEditClient", "frmSignalLevel", "frmGetHistoryData", "frmHistory",
-          "frmHistoryOptions", "frmSetup", "frmCalibrate", "frmRating"}) {
+          "frmHistoryOptions", "frmSetup", "frmCalibrate", "frmRating", "frmTrace", "frmSupport"}) {
         EXPECT_EQ(looked_.count(form), 1U) << form << " was not looked at";
     }
 }
