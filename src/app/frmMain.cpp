@@ -41,6 +41,8 @@
 
 namespace {
 
+constexpr int WidthTwips = 13400;  // of a first start
+constexpr int HeightTwips = 9500;
 constexpr const char* PlaceSection = "Windows";
 constexpr const char* PlaceKey = "Main";
 
@@ -143,8 +145,6 @@ frmMain::frmMain(SharedState& state)
 frmMain::~frmMain() = default;
 
 void frmMain::Load() {
-    constexpr int WidthTwips = 13400;
-    constexpr int HeightTwips = 9500;
     frmSplash splash;
     splash.show();
     BeginStart(state_, *this);
@@ -181,7 +181,8 @@ void frmMain::TakePlace() {
         const QRect area = screen->availableGeometry();
         screens.push_back({area.left(), area.top(), area.width(), area.height()});
     }
-    const WindowPlace place = FitToScreens(*kept, screens);
+    const WindowPlace place =
+        FitToScreens(*kept, screens, {PixelsOfTwips(WidthTwips), PixelsOfTwips(HeightTwips)});
     setGeometry(place.Box.Left, place.Box.Top, place.Box.Width, place.Box.Height);
     setWindowState(place.Maximized ? Qt::WindowMaximized : Qt::WindowNoState);
 }

@@ -55,7 +55,8 @@ std::optional<WindowPlace> PlaceOfText(std::string_view text) {
     return WindowPlace{{left, top, width, height}, text == MaximizedWord};
 }
 
-WindowPlace FitToScreens(WindowPlace place, const std::vector<DesktopBox>& screens) {
+WindowPlace FitToScreens(WindowPlace place, const std::vector<DesktopBox>& screens,
+                         const DesktopSize& usual) {
     if (screens.empty()) {
         return place;
     }
@@ -65,11 +66,12 @@ WindowPlace FitToScreens(WindowPlace place, const std::vector<DesktopBox>& scree
     });
     const bool gone = screen == screens.end();
     screen = gone ? screens.begin() : screen;
-    box.Width = std::min(box.Width, screen->Width);
-    box.Height = std::min(box.Height, screen->Height);
+    box.Width = std::min(box.Width, std::max(screen->Width, usual.Width));
+    box.Height = std::min(box.Height, std::max(screen->Height, usual.Height));
     if (gone) {
-        box.Left = screen->Left + (screen->Width - box.Width) / 2;
-        box.Top = screen->Top + (screen->Height - box.Height) / 2;
+        // Of one that is larger than the screen the upper left is in sight.
+        box.Left = screen->Left + std::max(screen->Width - box.Width, 0) / 2;
+        box.Top = screen->Top + std::max(screen->Height - box.Height, 0) / 2;
     }
     return place;
 }

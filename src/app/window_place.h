@@ -22,6 +22,12 @@ struct WindowPlace {
     bool operator==(const WindowPlace&) const = default;
 };
 
+/// Width and height of a window.
+struct DesktopSize {
+    int Width = 0;
+    int Height = 0;
+};
+
 /// The place as one line of text.
 [[nodiscard]] std::string TextOfPlace(const WindowPlace& place);
 
@@ -29,7 +35,9 @@ struct WindowPlace {
 [[nodiscard]] std::optional<WindowPlace> PlaceOfText(std::string_view text);
 
 /// The place on the screens there are now. One whose title could not be reached with the mouse,
-/// since its screen is gone, moves to the first screen; none is larger than its screen.
-[[nodiscard]] WindowPlace FitToScreens(WindowPlace place, const std::vector<DesktopBox>& screens);
+/// since its screen is gone, moves to the first screen. None is larger than its screen, but for one
+/// no larger than `usual`, the size of a first start, which goes before the screen's.
+[[nodiscard]] WindowPlace FitToScreens(WindowPlace place, const std::vector<DesktopBox>& screens,
+                                       const DesktopSize& usual);
 
 #endif  // ORVIA_APP_WINDOW_PLACE_H

@@ -100,10 +100,10 @@ bool StandsBefore(const LoggerLine& one, const LoggerLine& other, LoggerColumn c
     const ArchiveLogger& left = one.Summary.Logger;
     const ArchiveLogger& right = other.Summary.Logger;
     auto order = KeyOf(one, column) <=> KeyOf(other, column);
-    if (order == 0 && column != LoggerColumn::Mac) {
+    if (std::is_eq(order) && column != LoggerColumn::Mac) {
         order = ToLower(LoggerLabel(left.Name)) <=> ToLower(LoggerLabel(right.Name));
     }
-    return order != 0 ? order < 0 : left.Mac < right.Mac;
+    return std::is_neq(order) ? std::is_lt(order) : left.Mac < right.Mac;
 }
 
 bool Matches(const LoggerLine& line, std::string_view text) {

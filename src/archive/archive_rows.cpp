@@ -152,7 +152,7 @@ SeriesSettings SettingsOfRow(const ArchiveSettings& row) {
         SetDefaultSettings(state);
     }
     TakeFlow(row, state);
-    SeriesSettings settings{.Logger = state, .Table = {}};
+    SeriesSettings settings{.Logger = static_cast<const LoggerRecord&>(state), .Table = {}};
     for (const ArchivePoint& point : row.Points) {
         settings.Table.Append({Finite(point.Level), Finite(point.Flow)});
     }

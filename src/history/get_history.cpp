@@ -79,10 +79,10 @@ class GetHistoryOperation {
         }
         listener_->Began({.Mac = target.Radio->Mac,
                           .Name = target.Radio->Name,
-                          .Logger = context_.global,
+                          .Logger = static_cast<const LoggerRecord&>(context_.global),
                           .Table = target.Window->FlowPoints(),
                           .Records = records});
-        const std::string tag = dialogs_.RunUploadDialog(records);
+        std::string tag = dialogs_.RunUploadDialog(records);
         listener_->Settle();
         return tag;
     }

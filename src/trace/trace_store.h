@@ -1,11 +1,11 @@
 #ifndef ORVIA_TRACE_TRACE_STORE_H
 #define ORVIA_TRACE_TRACE_STORE_H
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <tuple>
 #include <vector>
 
 #include "records/link_listener.h"
@@ -25,7 +25,10 @@ struct TraceAddress {
     std::uint8_t Channel = 0;
     RadioAddress Mac = {};
 
-    friend auto operator<=>(const TraceAddress&, const TraceAddress&) = default;
+    bool operator==(const TraceAddress&) const = default;
+    bool operator<(const TraceAddress& other) const {
+        return std::tie(Channel, Mac) < std::tie(other.Channel, other.Mac);
+    }
 };
 
 /// One entry, of a fixed size; its bytes are elsewhere.

@@ -44,7 +44,8 @@ Object& Find(QObject& parent, const QString& name) {
 /// The host with another clock.
 Host WithClock(const Host& host, SystemClock& clock) {
     return {host.MSComm1, host.Events, host.Boxes,        host.Dialogs, host.Store,
-            clock,        host.Help,   host.LocalMachine, host.AppPath, host.TickMilliseconds};
+            clock,        host.Help,   host.LocalMachine, host.AppPath, host.TickMilliseconds,
+            host.Archive};
 }
 
 [[noreturn]] void GiveUp(const char* what) {
