@@ -73,6 +73,17 @@ class AllForms : public Desk, public MainWindowTest {
         }
     }
 
+    /// Looks at each of its pages, if it has some.
+    void LookAtPages(QDialog& dialog) {
+        auto* tabs = dialog.findChild<QTabBar*>();
+        for (int page = tabs != nullptr ? tabs->count() - 1 : 0; page >= 0; --page) {
+            if (tabs != nullptr) {
+                tabs->setCurrentIndex(page);
+            }
+            Look(dialog, tabs != nullptr ? FromQt(tabs->tabText(page)) : std::string());
+        }
+    }
+
     void Trigger(const char* name) { Find<QAction>(name).trigger(); }
 
     std::set<std::string> looked_;
@@ -124,16 +135,6 @@ class AllForms : public Desk, public MainWindowTest {
             return;
         }
         button->click();
-    }
-
-    void LookAtPages(QDialog& dialog) {
-        auto* tabs = dialog.findChild<QTabBar*>();
-        for (int page = tabs != nullptr ? tabs->count() - 1 : 0; page >= 0; --page) {
-            if (tabs != nullptr) {
-                tabs->setCurrentIndex(page);
-            }
-            Look(dialog, tabs != nullptr ? FromQt(tabs->tabText(page)) : std::string());
-        }
     }
 
     QTimer watch_;
