@@ -33,6 +33,7 @@ class AnsweringPort final : public SerialPort {
     AnsweringPort() {
         const Bytes frame = comm::EncodeFrame(Block());
         answer_.insert(answer_.end(), frame.begin(), frame.end());
+        taken_ = answer_.size();
     }
 
     int CommPort() const override { return 1; }
@@ -54,7 +55,7 @@ class AnsweringPort final : public SerialPort {
 
  private:
     Bytes answer_{comm::Acknowledge};
-    std::size_t taken_ = 1;
+    std::size_t taken_ = 0;
 };
 
 class NoEvents final : public EventPump {

@@ -7,7 +7,9 @@ comm::LinkContext Contexts::Radio() const {
             .settings = state_.SettingsRecord,
             .view = view_,
             .boxes = state_.Boxes,
-            .status = state_.Status};
+            .status = state_.Status,
+            .inquiry = state_.Outside.Inquiry,
+            .registry = state_.Outside.LocalMachine};
 }
 
 comm::SupervisionContext Contexts::Supervision() const {

@@ -36,6 +36,7 @@
 #include "platform/qt/twips.h"
 #include "setup/frmSetup.h"
 #include "setup/setup_operation.h"
+#include "trace/frmSupport.h"
 #include "trace/frmTrace.h"
 
 namespace {
@@ -123,7 +124,7 @@ frmMain::frmMain(SharedState& state)
       clients_(contexts_.Clients(*this)),
       helpFile_(HelpFile(state.Outside.AppPath)),
       entryForms_(state.Book, state.Boxes, *this),
-      signalForms_(*this) {
+      signalForms_(*this, state.Outside.Sound) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(::ToQt(ApplicationTitle()));
     setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));
@@ -295,6 +296,9 @@ void frmMain::CloseAllChildForms() {
     if (trace_ != nullptr) {
         trace_->Unload();
     }
+    if (support_ != nullptr) {
+        support_->Unload();
+    }
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
         TrapFault([this, window] { UnloadChild(**window); });
@@ -343,6 +347,23 @@ void frmMain::ShowTrace() {
         trace_ = new frmTrace(state_.Recorder, state_.Book, state_.Outside, this);
     }
     trace_->ShowOrRaise();
+}
+
+void frmMain::ShowSupport() {
+    if (support_ == nullptr) {
+        support_ = new frmSupport([this] { return Support(); }, state_.Outside, this);
+    }
+    support_->ShowOrRaise();
+}
+
+SupportSource frmMain::Support() const {
+    return {.Version = VersionText(),
+            .System = state_.Outside.SystemText,
+            .Made = state_.Outside.Clock.Now(),
+            .SettingsRecord = state_.SettingsRecord,
+            .Book = state_.Book,
+            .Recorder = state_.Recorder,
+            .Log = log_->Text()};
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

@@ -36,7 +36,9 @@ class QPushButton;
 class StatusLine;
 class frmArchive;
 class frmRating;
+class frmSupport;
 class frmTrace;
+struct SupportSource;
 
 /// The main window: parent of all client windows, with the client list, the operations and the
 /// state of the link. Its two timers are the console's main loop.
@@ -89,7 +91,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildClientMenus();
     void BuildForAllMenu();
     void BuildDataMenu();
-    void BuildTraceRow(QMenu& help);
+    void BuildTraceRows(QMenu& help);
     void BuildWindowMenu();
     void BuildHelpMenu();
     void BuildPopup();
@@ -122,6 +124,8 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void PlotViewed(const FlowTable& points, QDialog& viewer);
     void CloseDataWindows();
     void ShowTrace();
+    void ShowSupport();
+    [[nodiscard]] SupportSource Support() const;
     [[nodiscard]] bool KeepsFlowTable();
     void ListWindows();
     void UnloadChild(QMdiSubWindow& child);
@@ -141,6 +145,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     frmRating* rating_ = nullptr;    ///< none until it is asked for
     frmArchive* archive_ = nullptr;  ///< the same
     frmTrace* trace_ = nullptr;      ///< the same
+    frmSupport* support_ = nullptr;  ///< the same
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;

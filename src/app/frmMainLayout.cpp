@@ -209,7 +209,7 @@ void frmMain::BuildHelpMenu() {
     });
     AddItem(help, QStringLiteral("mnuAbout"), QStringLiteral("&About"),
             [this] { frmAbout(this).exec(); });
-    BuildTraceRow(help);
+    BuildTraceRows(help);
 }
 
 void frmMain::BuildPopup() {

@@ -78,9 +78,11 @@ void frmMain::BuildDataMenu() {
             [this] { ShowLivePlot(); });
 }
 
-void frmMain::BuildTraceRow(QMenu& help) {
+void frmMain::BuildTraceRows(QMenu& help) {
     AddItem(help, QStringLiteral("mnuTrace"), QStringLiteral("&Trace of the Link..."),
             [this] { ShowTrace(); });
+    AddItem(help, QStringLiteral("mnuSupport"), QStringLiteral("&Save Report for Support..."),
+            [this] { ShowSupport(); });
 }
 
 void frmMain::ToggleAutoUpdate() {

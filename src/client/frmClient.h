@@ -78,7 +78,8 @@ class frmClient final : public QMdiSubWindow,
 
     void PrepareWindow();
     void ConnectButtons();
-    void StartTimer(int milliseconds);
+    void PrepareTimer(int milliseconds);
+    void WatchBars();
     void WatchPresses();
     void OnTimer1();
     void OnPaint();

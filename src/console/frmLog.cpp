@@ -52,6 +52,10 @@ void frmLog::AppendText(const std::string& text) {
     txtLog_->moveCursor(QTextCursor::End);
 }
 
+std::string frmLog::Text() const {
+    return FromQt(txtLog_->toPlainText());
+}
+
 void frmLog::EndWalk() {
     cmdClose_->setText(QStringLiteral("Clos&e"));
     cancels_ = false;

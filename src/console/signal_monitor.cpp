@@ -6,6 +6,7 @@
 #include "console/signal_level.h"
 #include "link/port.h"
 #include "logger/command_codes.h"
+#include "platform/moments.h"
 
 namespace {
 
@@ -122,6 +123,7 @@ void RunMonitor(const OperationContext& context, SignalMonitor& monitor, SignalV
             StepToNextRadio(context, monitor, view);
         }
         view.ShowLevel(LevelText(level), BarLength(level));
+        view.KeepReading({ToMilliseconds(context.clock.Now()), level});
         RunEvents(context);
         level = ReadSignalLevel(context, monitor);
     }

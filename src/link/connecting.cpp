@@ -12,6 +12,7 @@ namespace comm {
 namespace {
 
 bool OpenForConnect(const LinkContext& context) {
+    context.link.PortRefusal.clear();
     try {
         return OpenPort(context.link, context.view, PortNumber(context.settings.PortName),
                         PortSettings(context.settings.BaudRate));
@@ -44,7 +45,7 @@ bool ReachRadio(const LinkContext& context, const ConnectDialog& dialog,
                 const std::function<void(Pointer)>& setPointers) {
     if (!OpenForConnect(context)) {
         context.status.Came(context.settings.PortName + " could not be opened");
-        context.boxes.Show(OpenPortFailure());
+        context.boxes.Show(OpenPortFailure(context));
         return false;
     }
     context.link.LinkState = LinkConnecting;

@@ -110,6 +110,18 @@ FrameDecoder::Progress FrameDecoder::Take(std::uint8_t byte) {
     }
 }
 
+std::size_t FrameDecoder::StillMissing() const {
+    const std::size_t body = payload_.size() + CrcSize - taken_;
+    switch (stage_) {
+        case Stage::Length:
+            return 1 + body + 1;
+        case Stage::End:
+            return 1;
+        default:
+            return body + 1;
+    }
+}
+
 FrameDecoder::Progress FrameDecoder::TakeLength(std::uint8_t byte) {
     stage_ = Stage::Body;
     return byte == payload_.size() + CrcSize ? Progress::More : Refuse(Flaw::Length);

@@ -44,6 +44,9 @@ class FrameDecoder {
     /// Takes the next byte. After Good or Bad the decoder is done.
     [[nodiscard]] Progress Take(std::uint8_t byte);
 
+    /// Fewest bytes that are still to come of a good frame: escapes make it longer.
+    [[nodiscard]] std::size_t StillMissing() const;
+
     /// After Bad, why.
     [[nodiscard]] Flaw Why() const { return flaw_; }
 

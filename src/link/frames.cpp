@@ -93,7 +93,8 @@ bool TakeFrame(Link& link, Bytes& payload) {
     FrameDecoder decoder(payload);
     auto progress = FrameDecoder::Progress::More;
     while (progress == FrameDecoder::Progress::More) {
-        const std::int16_t byte = ReadByteWait(link, link.ReplyTicks);
+        const auto together = static_cast<std::int16_t>(decoder.StillMissing());
+        const std::int16_t byte = ReadByteWait(link, link.ReplyTicks, together);
         if (byte < 0) {
             TellMissing(link, LinkFinding::FrameSilence, link.ReplyTicks);
             return false;

@@ -7,9 +7,12 @@
 
 #include "common/bytes.h"
 #include "common/fault.h"
+#include "common/number_text.h"
 #include "link/busy_guard.h"
+#include "link/enumerate.h"
 #include "link/listening.h"
 #include "link/port.h"
+#include "link/port_trouble.h"
 
 namespace comm {
 
@@ -116,11 +119,24 @@ bool AcceptTuning(bool echoed, Link& link, MessageBoxes& boxes) {
     return Accept(echoed, link, boxes, LinkFinding::RadioEcho);
 }
 
+/// Nothing if it did not come so far that the port was tried.
+std::string DetailsOfFailure(const LinkContext& context) {
+    const std::string& reason = context.link.PortRefusal;
+    if (reason.empty()) {
+        return {};
+    }
+    Enumerate::PortList known;
+    Enumerate::EnumerateSerialPorts(context.registry, known);
+    const int number = context.link.MSComm1.CommPort();
+    return PortTroubleText("COM" + IntegerToText(number), context.inquiry.ConditionOf(number),
+                           known, reason);
+}
+
 void ReopenPort(const LinkContext& context) {
     const bool opened = OpenPort(context.link, context.view, PortNumber(context.settings.PortName),
                                  PortSettings(context.settings.BaudRate));
     if (!opened) {
-        context.boxes.Show(OpenPortFailure());
+        context.boxes.Show(OpenPortFailure(context));
     }
     context.link.LinkState = LinkConnecting;
 }
@@ -288,12 +304,13 @@ bool SelectClient(const LinkContext& context, const ClientRadio& client) {
     }
 }
 
-BoxContent OpenPortFailure() {
+BoxContent OpenPortFailure(const LinkContext& context) {
     return {.Text =
                 "Error opening port.  If this port exists, it \nmay be in use by another "
                 "application.",
             .Title = "Connect Error",
-            .Icon = BoxIcon::Exclamation};
+            .Icon = BoxIcon::Exclamation,
+            .Details = DetailsOfFailure(context)};
 }
 
 }  // namespace comm

@@ -48,6 +48,8 @@ struct LinkContext {
     MainView& view;
     MessageBoxes& boxes;
     OperationStatus& status;
+    PortInquiry& inquiry;  ///< why a port does not open
+    Registry& registry;    ///< which ports there are
 };
 
 /// Brings the radio to normal mode on `client`: the call that every operation makes before it
@@ -56,8 +58,8 @@ struct LinkContext {
 /// exchange is on the link, or at the end of the program.
 [[nodiscard]] bool SelectClient(const LinkContext& context, const ClientRadio& client);
 
-/// The message of a port that will not open.
-[[nodiscard]] BoxContent OpenPortFailure();
+/// The message of a port that will not open; below it, why, as far as the system tells.
+[[nodiscard]] BoxContent OpenPortFailure(const LinkContext& context);
 
 }  // namespace comm
 

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "common/flag.h"
 #include "platform/host.h"
@@ -36,6 +37,7 @@ struct Link {
     int IdleTicks = 0;            ///< countdown to the idle limit
     /// The port was opened and not closed again: one that is closed all the same lost its device.
     Flag PortHeld = False;
+    std::string PortRefusal;  ///< why the port did not open when it was last tried; empty if it did
     /// The last acknowledge was another byte: more of its kind may be on the way.
     Flag StrayInput = False;
     std::uint8_t ServerSystemID = 0;

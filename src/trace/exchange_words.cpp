@@ -1,11 +1,13 @@
 #include "trace/exchange_words.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "common/number_text.h"
 #include "common/text.h"
 #include "link/frame_codec.h"
 #include "logger/command_codes.h"
+#include "platform/moments.h"
 #include "trace/link_recorder.h"
 #include "trace/request_words.h"
 
@@ -118,14 +120,6 @@ void AddPart(std::string& text, const std::string& part) {
     text += (text.empty() || part.empty() ? "" : ", ") + part;
 }
 
-std::string TimeText(std::int64_t milliseconds) {
-    const LocalTime time = FromMilliseconds(milliseconds);
-    const std::string fraction = IntegerToText(1000 + time.Millisecond).substr(1);
-    return IntegerToText(time.Year) + "-" + TwoDigits(time.Month) + "-" + TwoDigits(time.Day) +
-           " " + TwoDigits(time.Hour) + ":" + TwoDigits(time.Minute) + ":" +
-           TwoDigits(time.Second) + "." + fraction;
-}
-
 std::string DirectionOf(const TraceEntry& entry) {
     const bool out = !entry.Sent.empty();
     const bool in = !entry.Taken.empty() || !entry.Thrown.empty();
@@ -173,6 +167,19 @@ void TellExchange(const TraceEntry& entry, const LoggerNames& names, ExchangeWor
     }
     if (entry.Record.Tries > 1) {
         words.Try = IntegerToText(entry.Record.Try) + " of " + IntegerToText(entry.Record.Tries);
+    }
+}
+
+void AddHex(std::string& text, const TraceEntry& entry) {
+    constexpr std::string_view Indent = "    ";
+    const std::string hex = HexOf(entry);
+    std::string_view rest = hex;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        text += Indent;
+        text += rest.substr(0, end);
+        text += '\n';
+        rest.remove_prefix(std::min(end + 1, rest.size()));
     }
 }
 
@@ -227,9 +234,17 @@ bool IsFaulty(const TraceEntry& entry) {
     }
 }
 
+std::string TraceTimeText(std::int64_t milliseconds) {
+    const LocalTime time = FromMilliseconds(milliseconds);
+    const std::string fraction = IntegerToText(1000 + time.Millisecond).substr(1);
+    return IntegerToText(time.Year) + "-" + TwoDigits(time.Month) + "-" + TwoDigits(time.Day) +
+           " " + TwoDigits(time.Hour) + ":" + TwoDigits(time.Minute) + ":" +
+           TwoDigits(time.Second) + "." + fraction;
+}
+
 ExchangeWords InWords(const TraceEntry& entry, const LoggerNames& names) {
     ExchangeWords words;
-    words.Time = TimeText(entry.Record.Time);
+    words.Time = TraceTimeText(entry.Record.Time);
     switch (entry.Record.Event) {
         case TraceEvent::Exchange:
             words.Direction = DirectionOf(entry);
@@ -296,6 +311,14 @@ std::string HexOf(const TraceEntry& entry) {
     add("thrown away: ", entry.Thrown);
     if (entry.Record.NotKept > 0) {
         text += "\n" + IntegerToText(entry.Record.NotKept) + " bytes more were not kept";
+    }
+    return text;
+}
+
+std::string SavedText(const TraceEntry& entry, const ExchangeWords& words, bool hex) {
+    std::string text = LineOf(words) + "\n";
+    if (hex) {
+        AddHex(text, entry);
     }
     return text;
 }

@@ -48,6 +48,9 @@ using LoggerNames = std::map<TraceAddress, std::string>;
 /// The names that the book has for those among `loggers`; of two entries for one the first.
 [[nodiscard]] LoggerNames NamesOf(const std::set<TraceAddress>& loggers, const AddressBook& book);
 
+/// A moment, from the beginning of the year 2000: "2026-11-15 08:30:00.000".
+[[nodiscard]] std::string TraceTimeText(std::int64_t milliseconds);
+
 /// The entry in words.
 [[nodiscard]] ExchangeWords InWords(const TraceEntry& entry, const LoggerNames& names);
 
@@ -59,5 +62,7 @@ using LoggerNames = std::map<TraceAddress, std::string>;
 [[nodiscard]] std::string LineOf(const ExchangeWords& words);
 /// Its bytes in hexadecimal, each direction on a line of its own.
 [[nodiscard]] std::string HexOf(const TraceEntry& entry);
+/// The entry as a file keeps it: its line, and below it its bytes if wanted.
+[[nodiscard]] std::string SavedText(const TraceEntry& entry, const ExchangeWords& words, bool hex);
 
 #endif  // ORVIA_TRACE_EXCHANGE_WORDS_H

@@ -33,7 +33,7 @@ QString CountText(std::size_t count) {
 
 }  // namespace
 
-frmTrace::frmTrace(const LinkRecorder& recorder, const AddressBook& book, const Host& outside,
+frmTrace::frmTrace(LinkRecorder& recorder, const AddressBook& book, const Host& outside,
                    QWidget* parent)
     : QDialog(parent), recorder_(recorder), book_(book), outside_(outside) {
     setObjectName(QStringLiteral("frmTrace"));
@@ -46,8 +46,13 @@ frmTrace::frmTrace(const LinkRecorder& recorder, const AddressBook& book, const 
     BuildButtons(*column);
     BuildKeys();
     FitScreen();
-    connect(&follow_, &QTimer::timeout, this, [this] { Follow(); });
+    connect(&follow_, &QTimer::timeout, this, [this] { Watch(); });
     follow_.setInterval(FollowMilliseconds);
+    follow_.setSingleShot(true);
+}
+
+frmTrace::~frmTrace() {
+    recorder_.TellNextChange(nullptr);
 }
 
 // ----- opening and closing
@@ -69,13 +74,19 @@ void frmTrace::Unload() {
 // What happened while nobody looked is taken in at once; a hidden window wakes nobody.
 void frmTrace::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    Follow();
-    follow_.start();
+    Watch();
 }
 
 void frmTrace::hideEvent(QHideEvent* event) {
+    recorder_.TellNextChange(nullptr);
     follow_.stop();
     QDialog::hideEvent(event);
+}
+
+/// Shows what is new. Over a quiet link nothing wakes the window again.
+void frmTrace::Watch() {
+    Follow();
+    recorder_.TellNextChange([this] { follow_.start(); });
 }
 
 void frmTrace::FitScreen() {

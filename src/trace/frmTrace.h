@@ -24,8 +24,8 @@ class frmTrace final : public QDialog {
     Q_OBJECT
 
  public:
-    frmTrace(const LinkRecorder& recorder, const AddressBook& book, const Host& outside,
-             QWidget* parent);
+    frmTrace(LinkRecorder& recorder, const AddressBook& book, const Host& outside, QWidget* parent);
+    ~frmTrace() override;
 
     /// Opens the window at the end of the trace; one that is open comes to the front as it is.
     void ShowOrRaise();
@@ -44,6 +44,7 @@ class frmTrace final : public QDialog {
     void BuildKeys();
     void FitScreen();
 
+    void Watch();
     void Follow();
     void ListLoggers();
     void ChooseFilter();
@@ -56,10 +57,10 @@ class frmTrace final : public QDialog {
     [[nodiscard]] TraceFilter Wanted() const;
     [[nodiscard]] bool WithHex() const;
 
-    const LinkRecorder& recorder_;
+    LinkRecorder& recorder_;
     const AddressBook& book_;
     const Host outside_;
-    QTimer follow_;
+    QTimer follow_{this};     ///< runs once behind a change
     std::uint64_t seen_ = 0;  ///< changes of the trace that are shown
     std::size_t listed_ = 0;  ///< loggers in the list of them
     bool unloaded_ = false;

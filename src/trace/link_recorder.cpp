@@ -1,18 +1,15 @@
 #include "trace/link_recorder.h"
 
 #include <algorithm>
-#include <chrono>
 #include <limits>
 #include <string>
 
 #include "common/fault.h"
 #include "common/number_text.h"
+#include "platform/moments.h"
 
 namespace {
 
-using Days = std::chrono::sys_days;
-
-constexpr Days FirstDay = std::chrono::year{2000} / 1 / 1;
 constexpr int MostTries = 255;
 
 std::uint8_t Counted(int tries) {
@@ -38,31 +35,14 @@ bool IsFault(LinkFinding finding) {
     }
 }
 
-std::int64_t ToMilliseconds(const LocalTime& time) {
-    using namespace std::chrono;
-    const Days day = year{time.Year} / time.Month / time.Day;
-    return milliseconds(day - FirstDay + hours{time.Hour} + minutes{time.Minute} +
-                        seconds{time.Second} + milliseconds{time.Millisecond})
-        .count();
-}
-
-LocalTime FromMilliseconds(std::int64_t count) {
-    using namespace std::chrono;
-    const auto moment = sys_time<milliseconds>(FirstDay) + milliseconds{count};
-    const auto midnight = floor<days>(moment);
-    const year_month_day date{midnight};
-    const hh_mm_ss time{moment - midnight};
-    return {static_cast<int>(date.year()),
-            static_cast<int>(static_cast<unsigned>(date.month())),
-            static_cast<int>(static_cast<unsigned>(date.day())),
-            static_cast<int>(time.hours().count()),
-            static_cast<int>(time.minutes().count()),
-            static_cast<int>(time.seconds().count()),
-            static_cast<int>(time.subseconds().count())};
-}
-
 std::int64_t LinkRecorder::Now() const {
     return ToMilliseconds(clock_.Now());
+}
+
+void LinkRecorder::TellChange() {
+    if (changed_) {
+        std::exchange(changed_, nullptr)();
+    }
 }
 
 void LinkRecorder::NotePort(TraceEvent event, const std::string& reason) {
@@ -71,6 +51,7 @@ void LinkRecorder::NotePort(TraceEvent event, const std::string& reason) {
     store_.Receive(BytesOf(reason), false);
     exchanging_ = false;
     open_ = port_.PortOpen();
+    TellChange();
 }
 
 /// A device that is gone has closed its port by itself.
@@ -112,6 +93,7 @@ void LinkRecorder::Receive(const Bytes& bytes, bool thrown) {
         record.AnswerAfter = static_cast<std::int32_t>(
             std::min<std::int64_t>(after, std::numeric_limits<std::int32_t>::max()));
     }
+    TellChange();
 }
 
 void LinkRecorder::ClearInBuffer() {
@@ -140,6 +122,7 @@ void LinkRecorder::Output(std::span<const std::uint8_t> bytes) {
                   .Mac = attempt.Mac},
                  bytes);
     exchanging_ = true;
+    TellChange();
     port_.Output(bytes);
 }
 
@@ -159,5 +142,6 @@ void LinkRecorder::OnFinding(LinkFinding finding, std::int16_t ticks) {
     if (!IsFault(record.Finding) || finding == LinkFinding::RadioAnswered) {
         record.Finding = finding;
         record.Ticks = ticks;
+        TellChange();
     }
 }

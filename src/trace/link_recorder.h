@@ -1,6 +1,7 @@
 #ifndef ORVIA_TRACE_LINK_RECORDER_H
 #define ORVIA_TRACE_LINK_RECORDER_H
 
+#include <functional>
 #include <set>
 #include <string>
 #include <utility>
@@ -23,6 +24,9 @@ class LinkRecorder final : public SerialPort, public LinkListener {
     /// The loggers that were asked something since the start.
     [[nodiscard]] const std::set<TraceAddress>& Loggers() const { return loggers_; }
 
+    /// Has `changed` called at the next change, once, from inside it; an empty one takes that back.
+    void TellNextChange(std::function<void()> changed) { changed_ = std::move(changed); }
+
     // SerialPort
     [[nodiscard]] int CommPort() const override { return port_.CommPort(); }
     void SetCommPort(int number) override { port_.SetCommPort(number); }
@@ -31,6 +35,7 @@ class LinkRecorder final : public SerialPort, public LinkListener {
     [[nodiscard]] bool PortOpen() const override { return port_.PortOpen(); }
     void SetPortOpen(bool open) override;
     void SetDTREnable(bool enable) override { port_.SetDTREnable(enable); }
+    void Expect(int count) override { port_.Expect(count); }
     [[nodiscard]] int InBufferCount() const override { return port_.InBufferCount(); }
     void ClearInBuffer() override;
     [[nodiscard]] Bytes Input(int InputLen) override;
@@ -43,6 +48,7 @@ class LinkRecorder final : public SerialPort, public LinkListener {
 
  private:
     [[nodiscard]] std::int64_t Now() const;
+    void TellChange();
     void NotePort(TraceEvent event, const std::string& reason = {});
     void NoteLoss();
     void Receive(const Bytes& bytes, bool thrown);
@@ -51,6 +57,7 @@ class LinkRecorder final : public SerialPort, public LinkListener {
     const SystemClock& clock_;
     TraceStore store_;
     std::set<TraceAddress> loggers_;
+    std::function<void()> changed_;
     LinkTry next_;             ///< of the request that goes out next
     bool announced_ = false;   ///< next_ was told
     bool open_ = false;        ///< the port was, when last looked at
@@ -59,9 +66,5 @@ class LinkRecorder final : public SerialPort, public LinkListener {
 
 /// Whether a finding means that something went wrong.
 [[nodiscard]] bool IsFault(LinkFinding finding);
-
-/// Milliseconds from the beginning of the year 2000 to a moment, and back; both local.
-[[nodiscard]] std::int64_t ToMilliseconds(const LocalTime& time);
-[[nodiscard]] LocalTime FromMilliseconds(std::int64_t milliseconds);
 
 #endif  // ORVIA_TRACE_LINK_RECORDER_H

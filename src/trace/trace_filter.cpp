@@ -18,19 +18,6 @@ constexpr std::array<TraceKindName, 10> KindNames{{{TraceKind::Radio, "Server ra
                                                    {TraceKind::Unasked, "Bytes nobody asked for"},
                                                    {TraceKind::Other, "Other requests"}}};
 
-void AddHex(std::string& text, const TraceEntry& entry) {
-    constexpr std::string_view Indent = "    ";
-    const std::string hex = HexOf(entry);
-    std::string_view rest = hex;
-    while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        text += Indent;
-        text += rest.substr(0, end);
-        text += '\n';
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-}
-
 }  // namespace
 
 std::span<const TraceKindName> TraceKindNames() {
@@ -124,10 +111,7 @@ std::string TraceRows::Text(const std::vector<std::size_t>& rows, bool hex,
             continue;
         }
         const TraceEntry entry = store_.At(Number(row));
-        text += LineOf(InWords(entry, names)) + "\n";
-        if (hex) {
-            AddHex(text, entry);
-        }
+        text += SavedText(entry, InWords(entry, names), hex);
     }
     return text;
 }

@@ -73,6 +73,17 @@ class AllForms : public Desk, public MainWindowTest {
         }
     }
 
+    /// Looks at each of its pages, if it has some.
+    void LookAtPages(QDialog& dialog) {
+        auto* tabs = dialog.findChild<QTabBar*>();
+        for (int page = tabs != nullptr ? tabs->count() - 1 : 0; page >= 0; --page) {
+            if (tabs != nullptr) {
+                tabs->setCurrentIndex(page);
+            }
+            Look(dialog, tabs != nullptr ? FromQt(tabs->tabText(page)) : std::string());
+        }
+    }
+
     void Trigger(const char* name) { Find<QAction>(name).trigger(); }
 
     std::set<std::string> looked_;
@@ -126,16 +137,6 @@ class AllForms : public Desk, public MainWindowTest {
         button->click();
     }
 
-    void LookAtPages(QDialog& dialog) {
-        auto* tabs = dialog.findChild<QTabBar*>();
-        for (int page = tabs != nullptr ? tabs->count() - 1 : 0; page >= 0; --page) {
-            if (tabs != nullptr) {
-                tabs->setCurrentIndex(page);
-            }
-            Look(dialog, tabs != nullptr ? FromQt(tabs->tabText(page)) : std::string());
-        }
-    }
-
     QTimer watch_;
     const QDialog* last_ = nullptr;
     std::map<std::string, int> visits_;
@@ -162,12 +163,14 @@ TEST_P(AllForms, HaveNothingToStumbleOver) {
     Look(Find<QWidget>("frmRating"));
     Trigger("mnuTrace");
     Look(Find<QWidget>("frmTrace"));
+    Trigger("mnuSupport");
+    LookAtPages(Find<QDialog>("frmSupport"));
     window_->resize(1024, 560);
     Look(*window_, "on a small screen");
     for (const char* form :
          {"frmMain", "frmConnect", "frmConnectSetup", "frmAbout", "frmAddClient1",
           "frmSelectClient", "frmEditClient", "frmSignalLevel", "frmGetHistoryData", "frmHistory",
-          "frmHistoryOptions", "frmSetup", "frmCalibrate", "frmRating", "frmTrace"}) {
+          "frmHistoryOptions", "frmSetup", "frmCalibrate", "frmRating", "frmTrace", "frmSupport"}) {
         EXPECT_EQ(looked_.count(form), 1U) << form << " was not looked at";
     }
 }

@@ -76,7 +76,6 @@ TEST_F(MainWindowClosing, ExitInTheFileMenuClosesTheConsole) {
     ExpectClosedInSilence();
 }
 
-/// The window of a flow table with something typed that no file holds.
 TEST_F(MainWindowClosing, TakesTheTraceAlongInSilence) {
     StartConnected();
     Find<QAction>("mnuTrace").trigger();
@@ -87,6 +86,17 @@ TEST_F(MainWindowClosing, TakesTheTraceAlongInSilence) {
     ExpectClosedInSilence();
 }
 
+TEST_F(MainWindowClosing, TakesTheReportForSupportAlongInSilence) {
+    StartConnected();
+    Find<QAction>("mnuSupport").trigger();
+    const QWidget& report = Find<QWidget>("frmSupport");
+    EXPECT_TRUE(report.isVisible());
+    EXPECT_TRUE(window_->close());
+    EXPECT_FALSE(report.isVisible());
+    ExpectClosedInSilence();
+}
+
+/// The window of a flow table with something typed that no file holds.
 class MainWindowWithAFlowTable : public MainWindowClosing {
  protected:
     MainWindowWithAFlowTable() {

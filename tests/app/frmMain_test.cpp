@@ -61,7 +61,8 @@ TEST_F(MainWindowTest, HasTheToldTitleSizeMenus) {
     EXPECT_EQ(TextsOf(Find<QMenu>("mnuFile")),
               (std::vector<std::string>{"Load Address Book", "New Blank Address Book", "E&xit"}));
     EXPECT_EQ(TextsOf(Find<QMenu>("mnuHelp")),
-              (std::vector<std::string>{"&Help", "&About", "&Trace of the Link..."}));
+              (std::vector<std::string>{"&Help", "&About", "&Trace of the Link...",
+                                        "&Save Report for Support..."}));
 }
 
 TEST_F(MainWindowTest, AfterConnectingListPortSystemIdAreShown) {

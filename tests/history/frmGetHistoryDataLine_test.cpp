@@ -124,8 +124,9 @@ class FrmGetHistoryDataOnALine : public HistoryFormTest,
     }
 
     [[nodiscard]] bool SelectLogger() {
-        const comm::LinkContext radio = {state.LinkRecord, state.SettingsRecord, view, state.Boxes,
-                                         state.Status};
+        const comm::LinkContext radio = {
+            state.LinkRecord,      state.SettingsRecord,      view, state.Boxes, state.Status,
+            state.Outside.Inquiry, state.Outside.LocalMachine};
         comm::ConnectDialog connecting;
         comm::Connect(radio, connecting, [](Pointer) {});
         ClientRadio client;
@@ -165,7 +166,8 @@ class FrmGetHistoryDataOnALine : public HistoryFormTest,
     QtEventPump pump;
     SharedState state{Host{port, pump, console.Outside.Boxes, console.Outside.Dialogs,
                            console.Outside.Store, console.Outside.Clock, console.Outside.Help,
-                           console.Outside.LocalMachine, "/nowhere"}};
+                           console.Outside.LocalMachine, console.Outside.Inquiry,
+                           console.Outside.Sound, "/nowhere"}};
     FakeMainView view;
     QTimer tick;
 };

@@ -77,6 +77,28 @@ TEST(MessageBoxesTest, AnEmptyTitleShowsNoProgramName) {
     });
 }
 
+TEST(MessageBoxesTest, DetailsStandBelowTheTextAndCanBeCopied) {
+    const BoxContent box{
+        .Text = "Told text,\nin two lines.",
+        .Title = "Title",
+        .Icon = BoxIcon::Exclamation,
+        .Details = "Why <b>it</b> is so & what helps:\n    sudo rm '/var/lock/x'\n"};
+    Answer(box, [&box](QMessageBox& shown) {
+        const auto* text = shown.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        const auto* details =
+            shown.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+        ASSERT_NE(details, nullptr);
+        EXPECT_EQ(shown.text(), ToQt(box.Text));
+        EXPECT_EQ(details->text(), ToQt(box.Details));
+        EXPECT_EQ(details->textFormat(), Qt::PlainText);
+        EXPECT_TRUE(details->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+        EXPECT_GE(details->geometry().top(), text->geometry().bottom());
+        EXPECT_GE(details->height(), details->heightForWidth(details->width()));
+        EXPECT_TRUE(shown.rect().contains(details->geometry()));
+        shown.close();
+    });
+}
+
 /// Lines that the text of the box takes on the screen.
 int LinesShown(const QMessageBox& box) {
     const auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));

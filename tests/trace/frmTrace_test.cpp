@@ -20,6 +20,7 @@
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 #include <QWindow>
 #include <algorithm>
 #include <set>
@@ -170,6 +171,25 @@ TEST_F(FrmTraceTest, RowsThatAreReadStayInPlaceWhileTheOldestGo) {
     ASSERT_TRUE(RunEventsUntil(
         [&] { return list->Model().Rows().Number(0) == console_.State.Recorder.Kept().First(); }));
     EXPECT_EQ(List()->verticalScrollBar()->value(), 4970);
+}
+
+TEST_F(FrmTraceTest, OverAQuietLinkNothingWakesIt) {
+    Open();
+    const auto running = [this] {
+        const auto timers = form_->findChildren<QTimer*>();
+        return std::any_of(timers.begin(), timers.end(),
+                           [](const QTimer* timer) { return timer->isActive(); });
+    };
+    ASSERT_TRUE(RunEventsUntil([&] { return !running(); }));
+    Fill(1);
+    EXPECT_TRUE(running());
+    ASSERT_TRUE(Shows(Kept()));
+    ASSERT_TRUE(RunEventsUntil([&] { return !running(); }));
+    Fill(1);
+    ASSERT_TRUE(Shows(Kept())) << "it looks again behind each change";
+    form_->close();
+    Fill(1);
+    EXPECT_FALSE(running()) << "a hidden window follows nothing";
 }
 
 TEST_F(FrmTraceTest, AHundredThousandRowsScroll) {

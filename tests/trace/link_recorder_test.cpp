@@ -5,6 +5,7 @@
 #include "common/fault.h"
 #include "link/port.h"
 #include "logger/commands.h"
+#include "platform/moments.h"
 #include "support/virtual_console.h"
 #include "trace/exchange_words.h"
 
@@ -161,6 +162,7 @@ class NotingPort final : public SerialPort {
     void Output(std::span<const std::uint8_t> bytes) override {
         Notes += "out " + std::to_string(bytes.size()) + ";";
     }
+    void Expect(int count) override { Notes += "expect " + std::to_string(count) + ";"; }
     void LookForHangUp() override { Notes += "look;"; }
 
     std::string Notes;
@@ -168,6 +170,35 @@ class NotingPort final : public SerialPort {
     bool Open = false;
     bool Refuses = false;
 };
+
+TEST(LinkRecorder, TellsOfTheNextChangeOnceAndOfNoneThatWasTakenBack) {
+    NotingPort port;
+    testing_support::VirtualHost host;
+    LinkRecorder recorder(port, host.Clock);
+    int told = 0;
+    const auto count = [&told] { ++told; };
+    recorder.TellNextChange(count);
+    recorder.Expect(2);
+    recorder.LookForHangUp();
+    EXPECT_EQ(told, 0) << "nothing was kept";
+    recorder.Output(Bytes{1});
+    recorder.Output(Bytes{1});
+    EXPECT_EQ(told, 1);
+    port.Waiting = {7};
+    recorder.TellNextChange(count);
+    EXPECT_EQ(recorder.Input(1), Bytes{7});
+    EXPECT_EQ(told, 2);
+    recorder.TellNextChange(count);
+    recorder.OnFinding(LinkFinding::Acknowledged, 0);
+    EXPECT_EQ(told, 3);
+    recorder.TellNextChange(count);
+    recorder.SetPortOpen(true);
+    EXPECT_EQ(told, 4);
+    recorder.TellNextChange(count);
+    recorder.TellNextChange(nullptr);
+    recorder.Output(Bytes{1});
+    EXPECT_EQ(told, 4);
+}
 
 TEST(LinkRecorder, EveryCallGoesThroughAsItIs) {
     NotingPort port;
@@ -186,9 +217,10 @@ TEST(LinkRecorder, EveryCallGoesThroughAsItIs) {
     port.Waiting = {4};
     recorder.ClearInBuffer();
     EXPECT_EQ(recorder.InBufferCount(), 0);
+    recorder.Expect(6);
     recorder.LookForHangUp();
     recorder.SetPortOpen(false);
-    EXPECT_EQ(port.Notes, "number 5;settings x;open;dtr on;out 2;clear;look;close;");
+    EXPECT_EQ(port.Notes, "number 5;settings x;open;dtr on;out 2;clear;expect 6;look;close;");
     EXPECT_EQ(recorder.CommPort(), 3);
     EXPECT_EQ(recorder.Settings(), "s");
     EXPECT_FALSE(recorder.PortOpen());

@@ -8,6 +8,7 @@
 
 #include "logger/commands.h"
 #include "logger/memory.h"
+#include "platform/moments.h"
 #include "simulator/trace.h"
 #include "support/virtual_console.h"
 #include "trace/exchange_words.h"

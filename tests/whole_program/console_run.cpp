@@ -229,6 +229,11 @@ void ConsoleRun::RunFor(int milliseconds) {
     static_cast<void>(RunUntil([] { return false; }, milliseconds));
 }
 
+void ConsoleRun::LookAway(int milliseconds) {
+    watch_.stop();
+    QTimer::singleShot(milliseconds, &watch_, [this] { watch_.start(); });
+}
+
 void ConsoleRun::LeaveAlone(int milliseconds) {
     watch_.stop();
     QEventLoop loop;

@@ -2,6 +2,7 @@
 #define ORVIA_PLATFORM_QT_QT_HOST_H
 
 #include "platform/host.h"
+#include "platform/qt/qt_bell.h"
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_file_dialogs.h"
 #include "platform/qt/qt_help_viewer.h"
@@ -11,6 +12,7 @@
 #else
 #include "platform/qt/qt_ports.h"
 #endif
+#include "platform/qt/qt_port_inquiry.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_settings_store.h"
 #include "platform/qt/qt_system_clock.h"
@@ -38,6 +40,8 @@ class QtHost final {
 #else
     PortsRegistry localMachine_;
 #endif
+    QtPortInquiry inquiry_;
+    QtBell sound_;
     SqlArchive archive_;
     Host host_;
 };
