@@ -16,19 +16,9 @@
 #include "flow/flow_calculation.h"
 #include "history/csv.h"
 #include "history/fill_list.h"
+#include "plain_clock.h"
 
 namespace {
-
-/// Dates as most systems show them.
-class PlainClock final : public SystemClock {
- public:
-    LocalTime Now() const override { return {2026, 11, 15, 8, 30, 0, 0}; }
-    std::string DateText(const LocalTime& time) const override {
-        return std::to_string(time.Month) + "/" + std::to_string(time.Day) + "/" +
-               std::to_string(time.Year);
-    }
-    std::string TimeText(const LocalTime&) const override { return "8:30:00 AM"; }
-};
 
 class NoBar final : public ProgressBar {
  public:

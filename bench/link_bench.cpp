@@ -8,6 +8,7 @@
 #include "common/bytes.h"
 #include "link/frame_codec.h"
 #include "link/supervision.h"
+#include "plain_clock.h"
 
 namespace {
 
@@ -117,6 +118,7 @@ class CountingView final : public MainView {
     int SelectedClient() const override { return 1; }
     std::shared_ptr<ClientWindow> NewClientWindow() override { return nullptr; }
     void CloseAllChildForms() override {}
+    void SetStatus(const std::string& /*text*/) override {}
 
     std::int64_t Icons = 0;
 };
@@ -131,6 +133,8 @@ void SuperviseTenThousand(benchmark::State& state) {
     Sampling sampling;
     Operations operations;
     ClientWindows windows;
+    const PlainClock clock;
+    OperationStatus status(clock);
     AddressBook book;
     for (int i = 0; i < 10000; ++i) {
         book.Entries.Append({.Name = "Site " + std::to_string(i), .SmallIcon = IconWindowOpen});
@@ -140,7 +144,8 @@ void SuperviseTenThousand(benchmark::State& state) {
                                            .operations = operations,
                                            .book = book,
                                            .windows = windows,
-                                           .view = view};
+                                           .view = view,
+                                           .status = status};
     for ([[maybe_unused]] auto _ : state) {
         link.CurrentMAC[0] = static_cast<std::uint8_t>(link.CurrentMAC[0] == 0 ? 1 : 0);
         link.CurrentMAC[1] = 0;

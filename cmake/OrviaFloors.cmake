@@ -8,7 +8,8 @@ set(ORVIA_FLOORS
     "records"
     "link"
     "client console"
-    "setup history"
+    "setup history trace"
+    "archive"
     "app")
 string(REPLACE " " ";" ORVIA_ROOMS "${ORVIA_FLOORS}")
 

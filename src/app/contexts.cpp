@@ -6,7 +6,10 @@ comm::LinkContext Contexts::Radio() const {
     return {.link = state_.LinkRecord,
             .settings = state_.SettingsRecord,
             .view = view_,
-            .boxes = state_.Boxes};
+            .boxes = state_.Boxes,
+            .status = state_.Status,
+            .inquiry = state_.Outside.Inquiry,
+            .registry = state_.Outside.LocalMachine};
 }
 
 comm::SupervisionContext Contexts::Supervision() const {
@@ -15,7 +18,8 @@ comm::SupervisionContext Contexts::Supervision() const {
             .operations = state_.OperationsRecord,
             .book = state_.Book,
             .windows = state_.Windows,
-            .view = view_};
+            .view = view_,
+            .status = state_.Status};
 }
 
 comm::SamplingContext Contexts::Machines() const {
@@ -44,7 +48,8 @@ BookContext Contexts::Book() const {
             .view = view_,
             .boxes = state_.Boxes,
             .dialogs = state_.Outside.Dialogs,
-            .appPath = state_.Outside.AppPath};
+            .appPath = state_.Outside.AppPath,
+            .status = state_.Status};
 }
 
 EntryContext Contexts::Entries(ClientListView& list, EntryDialogs& dialogs) const {
@@ -55,7 +60,8 @@ EntryContext Contexts::Entries(ClientListView& list, EntryDialogs& dialogs) cons
             .view = view_,
             .list = list,
             .dialogs = dialogs,
-            .boxes = state_.Boxes};
+            .boxes = state_.Boxes,
+            .status = state_.Status};
 }
 
 DropContext Contexts::Drops(ClientListView& list) const {
@@ -65,7 +71,8 @@ DropContext Contexts::Drops(ClientListView& list) const {
             .operations = state_.OperationsRecord,
             .sampling = state_.SamplingRecord,
             .view = view_,
-            .list = list};
+            .list = list,
+            .status = state_.Status};
 }
 
 OperationContext Contexts::Operation(OperationLog& log) const {
@@ -91,7 +98,8 @@ ClientContext Contexts::Clients(ClientPopup& popup) const {
             .Exchange = state_.Exchange,
             .Outside = state_.Outside,
             .View = view_,
-            .Popup = popup};
+            .Popup = popup,
+            .Samples = &state_.Live};
 }
 
 HistoryContext Contexts::History() const {
@@ -102,7 +110,9 @@ HistoryContext Contexts::History() const {
             .settings = state_.SettingsRecord,
             .lastFolder = state_.LastHistoryFolder,
             .outside = state_.Outside,
-            .view = view_};
+            .view = view_,
+            .status = state_.Status,
+            .listener = state_.Filer ? &*state_.Filer : nullptr};
 }
 
 SetupRecords Contexts::Setup() const {
@@ -113,7 +123,18 @@ SetupRecords Contexts::Setup() const {
             .sampling = state_.SamplingRecord,
             .operations = state_.OperationsRecord,
             .exchange = state_.Exchange,
+            .status = state_.Status,
             .outside = state_.Outside,
             .version = VersionText(),
             .showBaudRate = state_.ShowBaudRate};
+}
+
+ArchiveContext Contexts::Collected() const {
+    return {.outside = state_.Outside, .lastFolder = state_.LastHistoryFolder};
+}
+
+ArchiveWork Contexts::Archive() const {
+    return {.windows = Collected(),
+            .settings = state_.SettingsRecord,
+            .filer = state_.Filer ? &*state_.Filer : nullptr};
 }

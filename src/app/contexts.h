@@ -2,6 +2,7 @@
 #define ORVIA_APP_CONTEXTS_H
 
 #include "app/shared_state.h"
+#include "archive/archive_session.h"
 #include "client/client_context.h"
 #include "console/book_operations.h"
 #include "console/entry_editing.h"
@@ -32,6 +33,8 @@ class Contexts {
     [[nodiscard]] ClientContext Clients(ClientPopup& popup) const;
     [[nodiscard]] HistoryContext History() const;
     [[nodiscard]] SetupRecords Setup() const;
+    [[nodiscard]] ArchiveContext Collected() const;
+    [[nodiscard]] ArchiveWork Archive() const;
 
  private:
     SharedState& state_;

@@ -23,7 +23,7 @@ double ContrastRatio(Colour a, Colour b) {
 }
 
 Colour GroundFor(Colour text) {
-    constexpr Colour Black{0, 0, 0};
-    constexpr Colour White{255, 255, 255};
-    return ContrastRatio(text, Black) >= ContrastRatio(text, White) ? Black : White;
+    constexpr Colour Ink{20, 22, 25};
+    constexpr Colour Slate{190, 196, 206};
+    return ContrastRatio(text, Ink) >= ContrastRatio(text, Slate) ? Ink : Slate;
 }

@@ -6,6 +6,7 @@
 #include <QLabel>
 
 #include "app/lifecycle.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
@@ -25,6 +26,8 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
 
+    TakeIconsOffButtons(*this);
+
     auto* row = new QHBoxLayout;
     row->addWidget(picture);
     row->addSpacing(fontMetrics().height());
@@ -32,5 +35,9 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     auto* column = new QVBoxLayout(this);
     column->addLayout(row);
     column->addWidget(buttons);
+    // What stands in it is narrower than its title beside the buttons of a frame.
+    constexpr int FrameButtons = 9;  // with what surrounds them, in heights of the font
+    column->addStrut(fontMetrics().horizontalAdvance(windowTitle()) +
+                     FrameButtons * fontMetrics().height());
     column->setSizeConstraint(QLayout::SetFixedSize);
 }

@@ -11,6 +11,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QScreen>
 #include <QTextDocument>
 #include <QWindow>
 #include <map>
@@ -20,6 +21,7 @@
 #include "app/frmSplash.h"
 #include "app/help_pages.h"
 #include "app/lifecycle.h"
+#include "app/window_place.h"
 #include "client/frmClient.h"
 #include "common/fault.h"
 #include "common/help_file.h"
@@ -30,22 +32,43 @@
 #include "link/frmConnect.h"
 #include "link/sampling.h"
 #include "link/supervision.h"
+#include "platform/qt/status_line.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 #include "setup/frmSetup.h"
 #include "setup/setup_operation.h"
+#include "trace/frmSupport.h"
+#include "trace/frmTrace.h"
 
 namespace {
+
+constexpr int WidthTwips = 13400;  // of a first start
+constexpr int HeightTwips = 9500;
+constexpr const char* PlaceSection = "Windows";
+constexpr const char* PlaceKey = "Main";
 
 QColor ToQt(Colour colour) {
     return {colour.Red, colour.Green, colour.Blue};
 }
 
+/// The picture as it stands on the selected row too, where the style would tint it until it is lost
+/// in the highlight.
+QIcon ListPicture(const QString& file) {
+    const QIcon drawn(file);
+    QIcon picture;
+    for (const int side : {16, 20, 24, 32, 48, 64}) {
+        const QPixmap pixels = drawn.pixmap(QSize(side, side), 1.0);
+        picture.addPixmap(pixels, QIcon::Normal);
+        picture.addPixmap(pixels, QIcon::Selected);
+    }
+    return picture;
+}
+
 const QIcon& ListIcon(std::uint8_t icon) {
     static const std::map<std::uint8_t, QIcon> Icons{
-        {IconNoWindow, QIcon(QStringLiteral(":/icons/client-closed.svg"))},
-        {IconWindowOpen, QIcon(QStringLiteral(":/icons/client-open.svg"))},
-        {IconAddressed, QIcon(QStringLiteral(":/icons/client-active.svg"))}};
+        {IconNoWindow, ListPicture(QStringLiteral(":/icons/client-closed.svg"))},
+        {IconWindowOpen, ListPicture(QStringLiteral(":/icons/client-open.svg"))},
+        {IconAddressed, ListPicture(QStringLiteral(":/icons/client-active.svg"))}};
     return Icons.at(icon);
 }
 
@@ -103,7 +126,7 @@ frmMain::frmMain(SharedState& state)
       helpFile_(HelpFile(state.Outside.AppPath)),
       helpKey_([this](const std::vector<std::string>& names) { ShowHelpOn(names); }),
       entryForms_(state.Book, state.Boxes, *this),
-      signalForms_(*this) {
+      signalForms_(*this, state.Outside.Sound) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(::ToQt(ApplicationTitle()));
     setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));
@@ -124,12 +147,11 @@ frmMain::frmMain(SharedState& state)
 frmMain::~frmMain() = default;
 
 void frmMain::Load() {
-    constexpr int WidthTwips = 13400;
-    constexpr int HeightTwips = 9500;
     frmSplash splash;
     splash.show();
     BeginStart(state_, *this);
     resize(PixelsOfTwips(WidthTwips), PixelsOfTwips(HeightTwips));
+    TakePlace();
     Timer1_.start();
     AwaitSplash(state_.LinkRecord);
     splash.close();
@@ -149,6 +171,29 @@ void frmMain::AwaitPlace() {
     while (!windowHandle()->isExposed() && link.WaitTicks > 0 && link.ShuttingDown == False) {
         link.Events.WaitForMoreEvents();
     }
+}
+
+void frmMain::TakePlace() {
+    const auto kept = PlaceOfText(state_.Outside.Store.Read(PlaceSection, PlaceKey).value_or(""));
+    if (!kept) {
+        return;
+    }
+    std::vector<DesktopBox> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect area = screen->availableGeometry();
+        screens.push_back({area.left(), area.top(), area.width(), area.height()});
+    }
+    const WindowPlace place =
+        FitToScreens(*kept, screens, {PixelsOfTwips(WidthTwips), PixelsOfTwips(HeightTwips)});
+    setGeometry(place.Box.Left, place.Box.Top, place.Box.Width, place.Box.Height);
+    setWindowState(place.Maximized ? Qt::WindowMaximized : Qt::WindowNoState);
+}
+
+void frmMain::KeepPlace() {
+    const QRect box = isMaximized() || isMinimized() ? normalGeometry() : geometry();
+    state_.Outside.Store.Write(
+        PlaceSection, PlaceKey,
+        TextOfPlace({{box.left(), box.top(), box.width(), box.height()}, isMaximized()}));
 }
 
 void frmMain::SetPointer(Pointer pointer) {
@@ -204,6 +249,10 @@ void frmMain::SetCommandStates(const CommandStates& states) {
     statesShown_ = states;
 }
 
+void frmMain::SetStatus(const std::string& text) {
+    lblStatus_->Tell(text);
+}
+
 void frmMain::SetAddressBookName(const std::string& text) {
     lblAddressBook_->setText(::ToQt(text));
     const QString path = ::ToQt(state_.SettingsRecord.AddressBookPath);
@@ -245,8 +294,12 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
 
 void frmMain::CloseAllChildForms() {
     CloseDialogs();
-    if (rating_ != nullptr) {
-        TrapFault([this] { rating_->Unload(); });
+    CloseDataWindows();
+    if (trace_ != nullptr) {
+        trace_->Unload();
+    }
+    if (support_ != nullptr) {
+        support_->Unload();
     }
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
@@ -274,7 +327,15 @@ void frmMain::closeEvent(QCloseEvent* event) {
         (KeepsFlowTable() && QueryUnload(state_, *this, size, [this] { CloseAllChildForms(); }));
     event->setAccepted(closes);
     if (closes) {
+        TrapFault([this] { KeepPlace(); });
         QApplication::quit();
+    }
+}
+
+void frmMain::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && area_ != nullptr) {
+        ColourArea();
     }
 }
 
@@ -283,11 +344,28 @@ bool frmMain::KeepsFlowTable() {
     return rating_ == nullptr || state_.LinkRecord.CommBusy != False || rating_->MayClose();
 }
 
-void frmMain::ShowRating() {
-    if (rating_ == nullptr) {
-        rating_ = new frmRating(state_.Outside, this);
+void frmMain::ShowTrace() {
+    if (trace_ == nullptr) {
+        trace_ = new frmTrace(state_.Recorder, state_.Book, state_.Outside, this);
     }
-    rating_->ShowOrRaise();
+    trace_->ShowOrRaise();
+}
+
+void frmMain::ShowSupport() {
+    if (support_ == nullptr) {
+        support_ = new frmSupport([this] { return Support(); }, state_.Outside, this);
+    }
+    support_->ShowOrRaise();
+}
+
+SupportSource frmMain::Support() const {
+    return {.Version = VersionText(),
+            .System = state_.Outside.SystemText,
+            .Made = state_.Outside.Clock.Now(),
+            .SettingsRecord = state_.SettingsRecord,
+            .Book = state_.Book,
+            .Recorder = state_.Recorder,
+            .Log = log_->Text()};
 }
 
 void frmMain::ShowHelpOn(const std::vector<std::string>& names) {
@@ -355,6 +433,9 @@ void frmMain::ToggleConnection() {
 
 void frmMain::Supervise() {
     comm::SuperviseTick(contexts_.Supervision());
+    if (state_.Filer) {
+        state_.Filer->Tick();
+    }
     if (togglePostponed_ && state_.SamplingRecord.StepRuns == False) {
         togglePostponed_ = false;
         QMetaObject::invokeMethod(

@@ -27,13 +27,19 @@
 
 class ClientListWidget;
 class QAction;
+class QDialog;
 class QLabel;
 class QLineEdit;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QPushButton;
+class StatusLine;
+class frmArchive;
 class frmRating;
+class frmSupport;
+class frmTrace;
+struct SupportSource;
 
 /// The main window: parent of all client windows, with the client list, the operations and the
 /// state of the link. Its two timers are the console's main loop.
@@ -55,6 +61,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void SetSystemID(const std::string& text) override;
     void ShowLinkFields(bool linked) override;
     void SetCommandStates(const CommandStates& states) override;
+    void SetStatus(const std::string& text) override;
     void SetAddressBookName(const std::string& text) override;
     void ClearClients() override;
     void AddClient(const std::string& name, std::uint8_t icon) override;
@@ -69,6 +76,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
 
  protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -79,10 +87,12 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void BuildLeftPanel();
     void BuildButtonBar();
     void BuildArea();
+    void ColourArea();
     void BuildFileMenu();
     void BuildClientMenus();
     void BuildForAllMenu();
     void BuildDataMenu();
+    void BuildTraceRows(QMenu& help);
     void BuildWindowMenu();
     void BuildHelpMenu();
     void BuildPopup();
@@ -94,6 +104,9 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     /// Lets the window system bring the window to the screen, which gives it its place: a dialog
     /// that comes up before stands over another one. Not for longer than a second.
     void AwaitPlace();
+    /// Stands where the window of the last run stood, if there was one.
+    void TakePlace();
+    void KeepPlace();
     void ShowConnect();
     void ShowSetup(const OperationContext& context);
     void ToggleConnection();
@@ -105,6 +118,16 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void ToggleAutoUpdate();
     void ShowRating();
     void ShowHelpOn(const std::vector<std::string>& names);
+    void ShowArchive();
+    void ShowLivePlot();
+    void PlotSeries(std::vector<std::shared_ptr<const NamedSeries>> series, const Period& span);
+    void ReportSeries(std::shared_ptr<const NamedSeries> series, const Period& span);
+    void UploadHistory(const OperationContext& context);
+    void PlotViewed(const FlowTable& points, QDialog& viewer);
+    void CloseDataWindows();
+    void ShowTrace();
+    void ShowSupport();
+    [[nodiscard]] SupportSource Support() const;
     [[nodiscard]] bool KeepsFlowTable();
     void ListWindows();
     void UnloadChild(QMdiSubWindow& child);
@@ -122,7 +145,10 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     EntryForms entryForms_;
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;
-    frmRating* rating_ = nullptr;  ///< none until it is asked for
+    frmRating* rating_ = nullptr;    ///< none until it is asked for
+    frmArchive* archive_ = nullptr;  ///< the same
+    frmTrace* trace_ = nullptr;      ///< the same
+    frmSupport* support_ = nullptr;  ///< the same
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;
@@ -137,6 +163,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     QLabel* lblAddressBook_ = nullptr;
     ClientListWidget* lvwClients_ = nullptr;
     QMdiArea* area_ = nullptr;
+    StatusLine* lblStatus_ = nullptr;
     QPushButton* cmdSampleContinuously_ = nullptr;
     std::vector<QPushButton*> operationButtons_;  ///< all but cmdSampleContinuously
     std::vector<QAction*> entryActions_;

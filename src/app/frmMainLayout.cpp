@@ -12,9 +12,9 @@
 #include "app/frmMain.h"
 #include "console/frmClientList.h"
 #include "console/logger_orders.h"
-#include "history/frmGetHistory.h"
 #include "link/sampling.h"
 #include "platform/qt/named_controls.h"
+#include "platform/qt/status_line.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 
@@ -52,6 +52,12 @@ void frmMain::BuildTopPanel() {
     pctTop_ = Panel(this, QStringLiteral("pctTop"));
     txtServerState_ = ShowingField(pctTop_, QStringLiteral("txtServerState"),
                                    QStringLiteral("Server Radio Status"), 24);
+    // Its ground is a sign of the state, not a field to write in.
+    txtServerState_->setFrame(false);
+    QFont strong = txtServerState_->font();
+    strong.setBold(true);
+    txtServerState_->setFont(strong);
+    txtServerState_->setAlignment(Qt::AlignCenter);
     lblSystemID_ = Caption(pctTop_, QStringLiteral("lblSystemID"), QStringLiteral("System ID:"));
     txtSystemID_ =
         ShowingField(pctTop_, QStringLiteral("txtSystemID"), QStringLiteral("System ID"), 4);
@@ -118,9 +124,7 @@ void frmMain::BuildButtonBar() {
         [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); }));
     operationButtons_.push_back(
         AddButton(QStringLiteral("cmdGetHistory"), QStringLiteral("Get H&istory"),
-                  [this](const OperationContext& context) {
-                      GetHistoryInWindows(context, contexts_.History(), this);
-                  }));
+                  [this](const OperationContext& context) { UploadHistory(context); }));
     operationButtons_.push_back(AddButton(QStringLiteral("cmdClearHistory"),
                                           QStringLiteral("Clear Histor&y"), ClearHistory));
     operationButtons_.push_back(
@@ -130,11 +134,15 @@ void frmMain::BuildButtonBar() {
                   [this](const OperationContext& context) { ShowSetup(context); }));
 }
 
+void frmMain::ColourArea() {
+    constexpr int Darker = 120;  // per cent, of the window's own ground
+    area_->setBackground(palette().color(QPalette::Window).darker(Darker));
+}
+
 void frmMain::BuildArea() {
     area_ = new QMdiArea(this);
     area_->setObjectName(QStringLiteral("MDIArea"));
-    constexpr int Darker = 120;  // per cent, of the window's own ground
-    area_->setBackground(palette().color(QPalette::Window).darker(Darker));
+    ColourArea();
     area_->setActivationOrder(QMdiArea::CreationOrder);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -154,6 +162,12 @@ void frmMain::BuildArea() {
     auto* rows = new QVBoxLayout(centre);
     rows->addWidget(pctTop_);
     rows->addLayout(body, 1);
+    // In the place of the margin, so that little of the windows' area is lost to it.
+    lblStatus_ = new StatusLine(centre, QStringLiteral("lblStatus"));
+    rows->addWidget(lblStatus_);
+    QMargins around = rows->contentsMargins();
+    around.setBottom(rows->spacing() / 2);
+    rows->setContentsMargins(around);
     pctTop_->layout()->setContentsMargins(0, 0, 0, 0);
     setCentralWidget(centre);
     log_ = std::make_unique<WalkLogForm>(*this, *area_, *pctLeft_);
@@ -195,6 +209,7 @@ void frmMain::BuildHelpMenu() {
     });
     AddItem(help, QStringLiteral("mnuAbout"), QStringLiteral("&About"),
             [this] { frmAbout(this).exec(); });
+    BuildTraceRows(help);
 }
 
 void frmMain::BuildPopup() {
@@ -209,9 +224,8 @@ void frmMain::BuildPopup() {
         row("mnuClientSampleContinuously", "Sample Continuously", SampleContinuously);
     row("mnuClientSignalLevel", "Signal Level",
         [this](const OperationContext& context) { ShowSignalLevel(context, signalForms_); });
-    row("mnuClientGetHistory", "Get History", [this](const OperationContext& context) {
-        GetHistoryInWindows(context, contexts_.History(), this);
-    });
+    row("mnuClientGetHistory", "Get History",
+        [this](const OperationContext& context) { UploadHistory(context); });
     row("mnuClientClearHistory", "Clear History", ClearHistory);
     row("mnuClientSyncTime", "Sync Time", SyncTime);
     row("mnuClientSetup", "Setup", [this](const OperationContext& context) { ShowSetup(context); });

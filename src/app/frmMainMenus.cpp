@@ -69,8 +69,20 @@ void frmMain::BuildForAllMenu() {
 void frmMain::BuildDataMenu() {
     QMenu& making = *menuBar()->addMenu(QStringLiteral("&Data"));
     making.setObjectName(QStringLiteral("mnuData"));
+    QAction* archive = AddItem(making, QStringLiteral("mnuArchive"), QStringLiteral("&Archive..."),
+                               [this] { ShowArchive(); });
+    archive->setEnabled(state_.Outside.Archive != nullptr);
     AddItem(making, QStringLiteral("mnuNewFlowTable"), QStringLiteral("&New Flow Table..."),
             [this] { ShowRating(); });
+    AddItem(making, QStringLiteral("mnuLivePlot"), QStringLiteral("&Live Plot"),
+            [this] { ShowLivePlot(); });
+}
+
+void frmMain::BuildTraceRows(QMenu& help) {
+    AddItem(help, QStringLiteral("mnuTrace"), QStringLiteral("&Trace of the Link..."),
+            [this] { ShowTrace(); });
+    AddItem(help, QStringLiteral("mnuSupport"), QStringLiteral("&Save Report for Support..."),
+            [this] { ShowSupport(); });
 }
 
 void frmMain::ToggleAutoUpdate() {

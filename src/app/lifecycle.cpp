@@ -54,7 +54,11 @@ void ReadCatalogues(SharedState& state) {
 }
 
 void EndStart(SharedState& state, MainView& view) {
-    LoadAddressBook(state.SettingsRecord.AddressBookPath, state.Book, view);
+    const std::string& path = state.SettingsRecord.AddressBookPath;
+    const bool loaded = LoadAddressBook(path, state.Book, view);
+    if (!path.empty()) {
+        TellBookLoaded(state.Status, path, state.Book, loaded);
+    }
     state.LinkRecord.CurrentChannel = UnknownChannel;
     state.LinkRecord.CurrentMAC.fill(0xFF);
     TakeEntryDefaults(state.Book);

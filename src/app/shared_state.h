@@ -1,8 +1,11 @@
 #ifndef ORVIA_APP_SHARED_STATE_H
 #define ORVIA_APP_SHARED_STATE_H
 
+#include <optional>
 #include <string>
 
+#include "archive/live_series.h"
+#include "archive/upload_filer.h"
 #include "common/flag.h"
 #include "flow/catalogues.h"
 #include "history/history_store.h"
@@ -13,27 +16,48 @@
 #include "records/address_book.h"
 #include "records/client_windows.h"
 #include "records/link.h"
+#include "records/operation_status.h"
 #include "records/operations_state.h"
 #include "records/quiet_boxes.h"
 #include "records/sampling_state.h"
 #include "records/settings.h"
+#include "trace/link_recorder.h"
 
 /// All that the console's procedures share. main() makes the one there is; windows are handed a
 /// reference, and a procedure gets just the records that it may touch.
 struct SharedState {
     explicit SharedState(const Host& outside)
-        : LinkRecord(outside.MSComm1, outside.Events),
+        : Recorder(outside.MSComm1, outside.Clock),
+          LinkRecord(Recorder, outside.Events),
           Boxes(outside.Boxes, LinkRecord.ShuttingDown),
-          Outside{outside.MSComm1, outside.Events,          Boxes,        outside.Dialogs,
-                  outside.Store,   outside.Clock,           outside.Help, outside.LocalMachine,
-                  outside.AppPath, outside.TickMilliseconds},
-          Exchange(LinkRecord) {}
+          Outside{.MSComm1 = Recorder,
+                  .Events = outside.Events,
+                  .Boxes = Boxes,
+                  .Dialogs = outside.Dialogs,
+                  .Store = outside.Store,
+                  .Clock = outside.Clock,
+                  .Help = outside.Help,
+                  .LocalMachine = outside.LocalMachine,
+                  .Inquiry = outside.Inquiry,
+                  .Sound = outside.Sound,
+                  .AppPath = outside.AppPath,
+                  .TickMilliseconds = outside.TickMilliseconds,
+                  .Archive = outside.Archive,
+                  .SystemText = outside.SystemText},
+          Status(outside.Clock),
+          Exchange(LinkRecord, &Status) {
+        LinkRecord.Listener = &Recorder;
+        if (Outside.Archive != nullptr) {
+            Filer.emplace(*Outside.Archive, Boxes);
+        }
+    }
     SharedState(const SharedState&) = delete;
     SharedState& operator=(const SharedState&) = delete;
 
     Flag ErrorTrapping = True;  ///< never changed; see WriteVersionFile
     Flag ShowBaudRate = False;  ///< never set: the set-up does not show the fixed baud rate
     Settings SettingsRecord;
+    LinkRecorder Recorder;  ///< between the link and its port
     Link LinkRecord;
     Sampling SamplingRecord;
     Operations OperationsRecord;
@@ -46,7 +70,10 @@ struct SharedState {
     std::string LastHistoryFolder;  ///< of the last history file saved, empty at start
     QuietBoxes Boxes;
     Host Outside;  ///< the host, its boxes made quiet for the end
+    OperationStatus Status;
     LinkFrames Exchange;
+    LiveSeries Live{Outside.Clock};    ///< the last hour's readings of the open windows
+    std::optional<UploadFiler> Filer;  ///< files every upload, if there is an archive
 };
 
 #endif  // ORVIA_APP_SHARED_STATE_H

@@ -12,6 +12,7 @@
 
 struct AddressBook;
 struct ClientWindows;
+class SampleListener;
 
 /// What a client window knows of the rest of the console. All of it outlives every window.
 struct ClientContext {
@@ -25,6 +26,7 @@ struct ClientContext {
     Host& Outside;
     MainView& View;
     ClientPopup& Popup;
+    SampleListener* Samples = nullptr;  ///< hears of samples, if there is one
 };
 
 #endif  // ORVIA_CLIENT_CLIENT_CONTEXT_H

@@ -8,6 +8,8 @@
 #include "client/information.h"
 #include "client/layout.h"
 #include "client/readings.h"
+#include "client/sample_listener.h"
+#include "client/view_memory.h"
 #include "common/fault.h"
 #include "flow/flow_calculation.h"
 #include "flow/flow_definition.h"
@@ -25,9 +27,24 @@ ClientModel::ClientModel(ClientContext& context, ClientSurface& surface)
 
 void ClientModel::Load() {
     ++context_.Windows.NumClientWindows;
+    if (context_.Samples != nullptr) {
+        context_.Samples->Opened(*this);
+    }
     PlaceFixedControls(panel_);
     FixBarGeometry(panel_, Record);
     ArrangeDisplay();
+}
+
+void ClientModel::TakeClientIndex(std::int16_t number) {
+    const bool first = Record.ClientIndex == 0;
+    Record.ClientIndex = number;
+    if (!first || !context_.Book.Entries.Holds(number)) {
+        return;
+    }
+    if (const auto kept = KeptView(context_.Outside.Store, context_.Book.Entries[number].Mac)) {
+        Record.DisplayMode = *kept;
+        ArrangeDisplay();
+    }
 }
 
 void ClientModel::ResetDisplay() {
@@ -91,6 +108,9 @@ void ClientModel::SetDP() {
     FileDataPoint(context_.Newest, Record.LoggerState);
     RefreshReadings(Record, panel_);
     Show();
+    if (context_.Samples != nullptr && unloaded_ == False) {
+        context_.Samples->Sampled(*this);
+    }
 }
 
 double ClientModel::CalculateFlow(double level, double& velocity) const {
@@ -112,6 +132,14 @@ void ClientModel::ChooseDisplay(std::int16_t displayMode) {
     if (displayMode == DisplayFlow && Record.SettingsValid != False) {
         CheckFlowDisplay();
     }
+    KeepDisplay();
+}
+
+void ClientModel::KeepDisplay() {
+    const auto& entries = context_.Book.Entries;
+    if (entries.Holds(Record.ClientIndex) && unloaded_ == False) {
+        KeepView(context_.Outside.Store, entries[Record.ClientIndex].Mac, Record.DisplayMode);
+    }
 }
 
 void ClientModel::Resize() {
@@ -132,6 +160,7 @@ void ClientModel::ArrangeDisplay() {
         return;
     }
     ArrangeControls(Record.DisplayMode, panel_);
+    GreyMissingChannels(Record, panel_);
     if (ShowsBars(Record.DisplayMode)) {
         SetUpColumns(Record, panel_);
     }
@@ -149,6 +178,7 @@ void ClientModel::CheckFlowDisplay() {
     if (const auto refusal = FlowModeRefusal(Record.LoggerState)) {
         boxes_.Show(*refusal);
         Record.DisplayMode = DisplayMeter;
+        KeepDisplay();
         ArrangeDisplay();
         if (unloaded_ == False) {
             surface_.RepaintColumns();
@@ -194,6 +224,9 @@ void ClientModel::Unload() {
         return;
     }
     unloaded_ = True;
+    if (context_.Samples != nullptr) {
+        context_.Samples->Closed(*this);
+    }
     ClientWindows& windows = context_.Windows;
     if (windows.NumClientWindows > 0) {
         --windows.NumClientWindows;

@@ -20,6 +20,9 @@ class ClientModel {
 
     /// Counts the window in and lays it out in the medium mode.
     void Load();
+    /// Takes the number of its radio. With the first one comes the view that the window of that
+    /// radio last had.
+    void TakeClientIndex(std::int16_t number);
 
     /// The state of the window; `ClientIndex` is set from outside.
     ClientRecord Record;
@@ -58,6 +61,7 @@ class ClientModel {
  private:
     void ArrangeDisplay();
     void CheckFlowDisplay();
+    void KeepDisplay();
     [[nodiscard]] bool WaitUntilActive();
     [[nodiscard]] bool IsOnlyActive() const;
     void Show();

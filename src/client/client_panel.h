@@ -65,6 +65,7 @@ enum class ControlKind : std::uint8_t {
     Frame,    ///< titled box around other controls
     Column,   ///< box around a bar
     Heading,  ///< label that never changes
+    Caption,  ///< heading that is filled at run time
     Text,     ///< label that is filled at run time
     Note,     ///< the same beside a bar: small
     Figure,   ///< the same for a reading: large
@@ -73,7 +74,8 @@ enum class ControlKind : std::uint8_t {
 
 /// Whether a control is a label whose text changes.
 [[nodiscard]] constexpr bool IsFilledAtRunTime(ControlKind kind) {
-    return kind == ControlKind::Text || kind == ControlKind::Note || kind == ControlKind::Figure;
+    return kind == ControlKind::Caption || kind == ControlKind::Text || kind == ControlKind::Note ||
+           kind == ControlKind::Figure;
 }
 
 /// How the members of a control array are named.

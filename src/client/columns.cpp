@@ -87,3 +87,20 @@ void SetUpColumns(ClientRecord& record, ClientPanel& panel) {
         SetUpMeterMode(record, panel);
     }
 }
+
+void GreyMissingChannels(const ClientRecord& record, ClientPanel& panel) {
+    const bool known = record.SettingsValid != False;
+    const bool flowMode = record.DisplayMode == DisplayFlow;
+    for (std::size_t i = 0; i < AnalogChannels; ++i) {
+        const bool exists = !known || i < record.LoggerState.NumAnalogChannels;
+        panel.lblData[i].Enabled = panel.lblData2[i].Enabled = exists;
+        // Flow and velocity take the places of channels 4 and 5.
+        panel.fraMeter[i].Enabled = exists || (flowMode && i >= FlowColumn);
+    }
+    for (std::size_t j = 0; j < PulseChannels; ++j) {
+        const bool exists = !known || j < record.LoggerState.NumDigitalChannels;
+        panel.lblData[AnalogChannels + j].Enabled = panel.lblData2[AnalogChannels + j].Enabled =
+            exists;
+        panel.lblPulse3[j].Enabled = panel.lblPulse2[j].Enabled = exists;
+    }
+}

@@ -9,4 +9,7 @@
 /// blanked.
 void SetUpColumns(ClientRecord& record, ClientPanel& panel);
 
+/// Greys what belongs to channels that the logger, once it was read, does not have.
+void GreyMissingChannels(const ClientRecord& record, ClientPanel& panel);
+
 #endif  // ORVIA_CLIENT_COLUMNS_H

@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "client/layout.h"
+#include "platform/qt/frame_press.h"
 #include "platform/qt/text_qt.h"
 #include "records/address_book.h"
 
@@ -36,9 +37,9 @@ frmClient::frmClient(ClientContext& context)
     PrepareWindow();
     ConnectButtons();
     WatchPresses();
+    PrepareTimer(context.Outside.TickMilliseconds);
     model_.Load();
     controls_.FixBars(model_.Record, model_.Panel());
-    StartTimer(context.Outside.TickMilliseconds);
 }
 
 void frmClient::PrepareWindow() {
@@ -65,10 +66,18 @@ void frmClient::ConnectButtons() {
     }
 }
 
-void frmClient::StartTimer(int milliseconds) {
+void frmClient::PrepareTimer(int milliseconds) {
     Timer1_.setObjectName(QStringLiteral("Timer1"));
+    Timer1_.setInterval(milliseconds);
     connect(&Timer1_, &QTimer::timeout, this, &frmClient::OnTimer1);
-    Timer1_.start(milliseconds);
+}
+
+/// Ticks draw bars. They run from a change of what is shown until one of them finds nothing to
+/// draw: a window at rest wakes nobody.
+void frmClient::WatchBars() {
+    if (!unloaded_ && !Timer1_.isActive()) {
+        Timer1_.start();
+    }
 }
 
 void frmClient::WatchPresses() {
@@ -135,9 +144,18 @@ void frmClient::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
+void frmClient::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        QMouseEvent move = MoveAheadOf(*event);
+        QMdiSubWindow::mouseMoveEvent(&move);
+    }
+    QMdiSubWindow::mousePressEvent(event);
+}
+
 void frmClient::ShowPanel(const ClientPanel& panel) {
     controls_.Show(panel);
     FitWindow();
+    WatchBars();
 }
 
 // The told size is that of the whole window; a border that leaves the controls too little makes
@@ -174,13 +192,16 @@ bool frmClient::IsActiveChild() const {
 
 void frmClient::OnTimer1() {
     const std::vector<BarFill> fills = model_.Tick();
-    if (!fills.empty()) {
+    if (fills.empty()) {
+        Timer1_.stop();
+    } else {
         controls_.DrawBars(fills);
     }
 }
 
 void frmClient::OnPaint() {
     model_.Paint();
+    WatchBars();
     // Without settings no tick draws the bars again.
     if (model_.Record.SettingsValid == False) {
         controls_.ClearBars();

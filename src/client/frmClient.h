@@ -28,7 +28,7 @@ class frmClient final : public QMdiSubWindow,
 
     [[nodiscard]] Flag IsActive() const override { return ToFlag(IsActiveChild()); }
     [[nodiscard]] std::int16_t ClientIndex() const override { return model_.Record.ClientIndex; }
-    void SetClientIndex(std::int16_t number) override { model_.Record.ClientIndex = number; }
+    void SetClientIndex(std::int16_t number) override { model_.TakeClientIndex(number); }
     [[nodiscard]] Flag SettingsValid() const override { return model_.Record.SettingsValid; }
     [[nodiscard]] std::string Caption() const override { return caption_; }
     void SetCaption(const std::string& caption) override;
@@ -51,6 +51,9 @@ class frmClient final : public QMdiSubWindow,
     [[nodiscard]] bool GetSettings() override;
     void SetDP() override { model_.SetDP(); }
     [[nodiscard]] double CalculateFlow(double level, double& velocity) const override;
+    [[nodiscard]] const FlowTable& FlowPoints() const override {
+        return model_.Record.LoggerState.FlowTable;
+    }
     void CalculateFlowVelPrecision() override { model_.CalculateFlowVelPrecision(); }
     void UpdateFlowModeDisplay() override { model_.UpdateFlowModeDisplay(); }
 
@@ -61,6 +64,7 @@ class frmClient final : public QMdiSubWindow,
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -74,7 +78,8 @@ class frmClient final : public QMdiSubWindow,
 
     void PrepareWindow();
     void ConnectButtons();
-    void StartTimer(int milliseconds);
+    void PrepareTimer(int milliseconds);
+    void WatchBars();
     void WatchPresses();
     void OnTimer1();
     void OnPaint();

@@ -11,6 +11,8 @@
 #include <cmath>
 
 #include "client/frmClientColumn.h"
+#include "client/frmClientFrame.h"
+#include "client/frmClientText.h"
 #include "client/layout.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
@@ -20,7 +22,7 @@ namespace {
 
 // A line of text that the places of the design leave room for, in pixels.
 constexpr double DesignLine = 17;
-constexpr int SmallestText = 7;  // pixels; what does not even fit so is told by a tip
+constexpr int SmallestText = 9;  // pixels; below it nobody reads in the field
 constexpr int LargestFigure = 22;
 
 QRect PixelsOf(const TwipsBox& box, double pixelsPerTwip) {
@@ -31,9 +33,10 @@ QRect PixelsOf(const TwipsBox& box, double pixelsPerTwip) {
             QPoint(pixels(box.Left + box.Width) - 1, pixels(box.Top + box.Height) - 1)};
 }
 
+// A text of several lines begins at the top, where those beside it begin.
 Qt::Alignment AlignmentOf(const PanelControl& control, const ControlRow& row) {
-    const Qt::Alignment vertical =
-        row.Name == "lblHistory" ? Qt::AlignTop : Qt::Alignment(Qt::AlignVCenter);
+    const bool lines = control.Wraps || row.Name == "lblHistory";
+    const Qt::Alignment vertical = lines ? Qt::AlignTop : Qt::AlignVCenter;
     switch (control.Align) {
         case TextAlign::Centre:
             return Qt::AlignHCenter | vertical;
@@ -44,9 +47,17 @@ Qt::Alignment AlignmentOf(const PanelControl& control, const ControlRow& row) {
     }
 }
 
+// The boxes of information stand in one column, each with its frame around it.
+bool IsInformation(const ControlRow& row) {
+    return row.Kind == ControlKind::Text && !row.Container.empty() &&
+           row.Container != "fraFlowMode";
+}
+
 // The font of a kind of label at its largest; the text may have to shrink from there.
-QFont LargestFont(ControlKind kind, const QFont& base, int height) {
+QFont LargestFont(ControlKind kind, const QFont& base, const QLabel& label) {
     const int usual = QFontInfo(base).pixelSize();
+    // Value and units stand one under the other where a text wraps.
+    const int height = label.wordWrap() ? label.height() / 2 : label.height();
     QFont font = base;
     font.setPixelSize(usual);
     if (kind == ControlKind::Figure) {
@@ -66,12 +77,6 @@ QColor Blend(const QColor& first, const QColor& second, int percent) {
     };
     return {blend(first.red(), second.red()), blend(first.green(), second.green()),
             blend(first.blue(), second.blue())};
-}
-
-bool Fits(const QLabel& label, const QFont& font) {
-    const int flags = label.wordWrap() ? Qt::TextWordWrap : 0;
-    const QSize size = QFontMetrics(font).boundingRect(label.rect(), flags, label.text()).size();
-    return size.width() <= label.width() && size.height() <= label.height();
 }
 
 }  // namespace
@@ -116,7 +121,7 @@ QWidget* frmClientControls::MakeControl(const ControlRow& row, int index) {
     QWidget* around = ContainerOf(row, index);
     switch (row.Kind) {
         case ControlKind::Frame: {
-            auto* frame = new QGroupBox(around);
+            auto* frame = new frmClientFrame(around);
             frame->setAutoFillBackground(true);
             if (row.Name == "fraMeter") {
                 frame->setAlignment(Qt::AlignHCenter);
@@ -131,9 +136,7 @@ QWidget* frmClientControls::MakeControl(const ControlRow& row, int index) {
         case ControlKind::Button:
             return NamedButton(around, {}, {});
         default: {
-            auto* label = new QLabel(around);
-            label->setTextFormat(Qt::PlainText);
-            return label;
+            return new frmClientText(around);
         }
     }
 }
@@ -190,8 +193,13 @@ void frmClientControls::BlendDisabledText() {
 
 void frmClientControls::Show(const ClientPanel& panel) {
     ClientPanel next = panel;
+    bool information = false;
     for (const Group& group : groups_) {
-        ShowGroup(group, next);
+        const bool refit = ShowGroup(group, next);
+        information = information || (refit && IsInformation(*group.Row));
+    }
+    if (information) {
+        FitInformation();
     }
     if (nothingShown_ || shown_.DisplayMode != panel.DisplayMode) {
         DescribeFor(panel.DisplayMode);
@@ -236,7 +244,8 @@ void frmClientControls::CheckChosen(std::int16_t displayMode) {
     }
 }
 
-void frmClientControls::ShowGroup(const Group& group, ClientPanel& panel) {
+// True when a text or a place is another, so that the boxes of information may need another size.
+bool frmClientControls::ShowGroup(const Group& group, ClientPanel& panel) {
     const auto next = group.Row->Of(panel);
     const auto shown = group.Row->Of(shown_);
     bool refit = false;
@@ -250,6 +259,7 @@ void frmClientControls::ShowGroup(const Group& group, ClientPanel& panel) {
     if (refit) {
         FitTexts(group);
     }
+    return refit;
 }
 
 void frmClientControls::ShowControl(QWidget& widget, const PanelControl& control) {
@@ -268,34 +278,67 @@ void frmClientControls::ShowControl(QWidget& widget, const PanelControl& control
     widget.setVisible(control.Visible);
 }
 
-// The members of a control array keep one size, the largest at which each of them fits.
+// A reading that is long makes none of the others small. Captions stay what they are, and keep one
+// size.
 void frmClientControls::FitTexts(const Group& group) const {
-    std::vector<QLabel*> labels;
-    for (QWidget* widget : group.Widgets) {
-        if (auto* label = qobject_cast<QLabel*>(widget)) {
-            labels.push_back(label);
+    const Texts texts = TextsOf(group);
+    if (group.Row->Kind == ControlKind::Heading) {
+        FitTogether(texts, *group.Row);
+    } else if (!IsInformation(*group.Row)) {
+        for (frmClientText* text : texts) {
+            FitTogether({text}, *group.Row);
         }
     }
-    if (labels.empty()) {
+}
+
+void frmClientControls::FitInformation() const {
+    Texts texts;
+    const ControlRow* row = nullptr;
+    for (const Group& group : groups_) {
+        if (IsInformation(*group.Row)) {
+            const Texts more = TextsOf(group);
+            texts.insert(texts.end(), more.begin(), more.end());
+            row = group.Row;
+        }
+    }
+    FitTogether(texts, *row);
+}
+
+frmClientControls::Texts frmClientControls::TextsOf(const Group& group) {
+    Texts texts;
+    for (QWidget* widget : group.Widgets) {
+        if (auto* text = dynamic_cast<frmClientText*>(widget)) {
+            texts.push_back(text);
+        }
+    }
+    return texts;
+}
+
+// Gives the texts the largest size at which each of them fits. One that has to be cut at any size
+// has no say in that of the others.
+void frmClientControls::FitTogether(const Texts& texts, const ControlRow& row) const {
+    if (texts.empty()) {
         return;
     }
-    QFont font = LargestFont(group.Row->Kind, content_.font(), labels[0]->height());
-    const auto allFit = [&] {
-        return std::all_of(labels.begin(), labels.end(),
-                           [&font](const QLabel* label) { return Fits(*label, font); });
-    };
-    while (font.pixelSize() > SmallestText && !allFit()) {
-        font.setPixelSize(font.pixelSize() - 1);
-    }
-    for (QLabel* label : labels) {
-        label->setFont(font);
-        // A tip has no plain text of its own: what looks like markup would be taken for it.
-        const bool fits = Fits(*label, font);
-        label->setToolTip(fits ? QString() : Qt::convertFromPlainText(label->text()));
-        if (group.Row->Shows.empty()) {
-            // A reader that finds no words here would take those of the tip, markup and all.
-            label->setAccessibleDescription(fits ? QString() : label->text());
+    const QFont largest = LargestFont(row.Kind, content_.font(), *texts.front());
+    int size = texts.size() == 1 ? SmallestText : largest.pixelSize();
+    for (const frmClientText* text : texts) {
+        if (const auto own = text->FittingSize(largest, SmallestText)) {
+            size = texts.size() == 1 ? *own : std::min(size, *own);
         }
+    }
+    for (frmClientText* text : texts) {
+        text->ShowAt(size, largest);
+        TellWhole(*text);
+    }
+}
+
+// A tip has no plain text of its own: what looks like markup would be taken for it.
+void frmClientControls::TellWhole(frmClientText& text) const {
+    text.setToolTip(text.IsCut() ? Qt::convertFromPlainText(text.text()) : QString());
+    if (rows_.value(&text)->Shows.empty()) {
+        // A reader that finds no words here would take those of the tip, markup and all.
+        text.setAccessibleDescription(text.IsCut() ? text.text() : QString());
     }
 }
 

@@ -15,6 +15,7 @@ class QObject;
 class QPushButton;
 class QWidget;
 class frmClientColumn;
+class frmClientText;
 
 /// The controls of a client window: made from the table of controls, filled from a panel.
 class frmClientControls {
@@ -49,13 +50,19 @@ class frmClientControls {
         std::vector<QWidget*> Widgets;
     };
 
+    using Texts = std::vector<frmClientText*>;
+
     void MakeGroup(const ControlRow& row);
     [[nodiscard]] QWidget* MakeControl(const ControlRow& row, int index);
     [[nodiscard]] QWidget* ContainerOf(const ControlRow& row, int index) const;
     void MakeButtons();
-    void ShowGroup(const Group& group, ClientPanel& panel);
+    bool ShowGroup(const Group& group, ClientPanel& panel);
     void ShowControl(QWidget& widget, const PanelControl& control);
+    [[nodiscard]] static Texts TextsOf(const Group& group);
     void FitTexts(const Group& group) const;
+    void FitInformation() const;
+    void FitTogether(const Texts& texts, const ControlRow& row) const;
+    void TellWhole(frmClientText& text) const;
     void ScaleToFont();
     void DescribeFor(std::int16_t displayMode);
     void MarkChosen(std::int16_t displayMode);

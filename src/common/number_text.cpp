@@ -201,6 +201,25 @@ std::string FormatFixed(double value, int places) {
     return std::string(room.data(), FormatFixedTo(room.data(), value, places));
 }
 
+std::string FormatSignificant(double value, int digits) {
+    constexpr int LeastExponent = -4;
+    if (!std::isfinite(value) || value == 0) {
+        return "0";
+    }
+    const int behind = std::clamp(digits, 1, SignificantDigits) - 1;
+    std::array<char, FixedTextRoom> room{};
+    char* const last = room.data() + room.size();
+    auto end = std::to_chars(room.data(), last, value, std::chars_format::scientific, behind).ptr;
+    const std::string_view text(room.data(), end);
+    const std::int64_t exponent = ExponentOf(text);
+    if (exponent < LeastExponent) {
+        return ToUpper(text);
+    }
+    const auto places = static_cast<int>(std::max<std::int64_t>(behind - exponent, 0));
+    end = std::to_chars(room.data(), last, value, std::chars_format::fixed, places).ptr;
+    return std::string(room.data(), end);
+}
+
 double LeadingNumber(std::string_view text) {
     text = TrimLeft(text);
     const std::size_t length = NumberLength(text);

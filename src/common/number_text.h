@@ -26,6 +26,11 @@
 inline constexpr int FixedTextRoom = 330;
 [[nodiscard]] char* FormatFixedTo(char* out, double value, int places);
 
+/// `value` with `digits` (1 to 15) significant digits, closing zeros kept, or with all its whole
+/// digits where those are more; nearest on the exact binary value, ties to even. Below 1E-04 in
+/// exponent form, "1.23457E-05". Zero, infinities and NaN give "0".
+[[nodiscard]] std::string FormatSignificant(double value, int digits);
+
 /// Reads as far as a decimal number goes: blanks, sign, digits, point, digits, exponent; stops at
 /// the first other character, a comma included. 0 if there is none; a number that overflows is a
 /// Fault, underflow is 0.

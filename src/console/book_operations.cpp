@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "common/number_text.h"
 #include "common/path_text.h"
 #include "console/book_file.h"
 #include "console/entry_texts.h"
@@ -40,7 +41,8 @@ bool AskToCloseWindows(const BookContext& context, const std::string& path) {
 
 void TakeBook(const BookContext& context, const std::string& path) {
     context.settings.AddressBookPath = path;
-    LoadAddressBook(path, context.book, context.view);
+    const bool loaded = LoadAddressBook(path, context.book, context.view);
+    TellBookLoaded(context.status, path, context.book, loaded);
 }
 
 }  // namespace
@@ -52,19 +54,33 @@ void RefreshClientList(const AddressBook& book, MainView& view) {
     }
 }
 
-void LoadAddressBook(const std::string& path, AddressBook& book, MainView& view) {
+bool LoadAddressBook(const std::string& path, AddressBook& book, MainView& view) {
     book.Entries.Reset();
     view.SetAddressBookName(BookBaseName(path));
     if (path.empty()) {
-        return;
+        return false;
     }
     // What was dropped is told to nobody: the operator sees what the list holds.
     static_cast<void>(ReadBookFile(path, book.Entries));
     RefreshClientList(book, view);
+    return IsRegularFile(path);
 }
 
-void SaveAddressBook(const std::string& path, const AddressBook& book) {
-    static_cast<void>(WriteBookFile(path, book.Entries));
+void TellBookLoaded(OperationStatus& status, const std::string& path, const AddressBook& book,
+                    bool loaded) {
+    const std::string name = BookBaseName(path);
+    status.Came(loaded ? "Address book " + name +
+                             " loaded, client radios: " + IntegerToText(book.Entries.UpperBound())
+                       : "Address book " + name + " could not be read");
+}
+
+bool SaveAddressBook(const std::string& path, const AddressBook& book) {
+    return WriteBookFile(path, book.Entries);
+}
+
+void SaveBook(OperationStatus& status, const std::string& path, const AddressBook& book) {
+    const bool saved = SaveAddressBook(path, book);
+    status.Came("Address book " + BookBaseName(path) + (saved ? " saved" : " could not be saved"));
 }
 
 void SwapClientRadios(AddressBook& book, const ClientWindows& windows, int a, int b) {
@@ -114,7 +130,7 @@ void CreateBlankBook(const BookContext& context) {
         context.view.CloseAllChildForms();
     }
     context.book.Entries.Reset();
-    SaveAddressBook(*chosen, context.book);
+    SaveBook(context.status, *chosen, context.book);
     TakeBook(context, *chosen);
 }
 

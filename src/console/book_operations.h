@@ -8,6 +8,7 @@
 #include "records/address_book.h"
 #include "records/client_windows.h"
 #include "records/main_view.h"
+#include "records/operation_status.h"
 #include "records/operations_state.h"
 #include "records/sampling_state.h"
 #include "records/settings.h"
@@ -23,17 +24,25 @@ struct BookContext {
     MessageBoxes& boxes;
     FileDialogs& dialogs;
     const std::string& appPath;
+    OperationStatus& status;
 };
 
 /// Puts the book's entries into the list on the screen.
 void RefreshClientList(const AddressBook& book, MainView& view);
 
 /// Replaces the book in memory by the file at `path` and rebuilds the list. An empty path empties
-/// the book but leaves the list as it stands.
-void LoadAddressBook(const std::string& path, AddressBook& book, MainView& view);
+/// the book but leaves the list as it stands. False if there is no such file.
+bool LoadAddressBook(const std::string& path, AddressBook& book, MainView& view);
 
-/// Rewrites the file at `path` from the book. Failure is silent.
-void SaveAddressBook(const std::string& path, const AddressBook& book);
+/// Tells that the book at `path` was loaded, or was not.
+void TellBookLoaded(OperationStatus& status, const std::string& path, const AddressBook& book,
+                    bool loaded);
+
+/// Rewrites the file at `path` from the book. Failure is silent, but for the result.
+bool SaveAddressBook(const std::string& path, const AddressBook& book);
+
+/// The same, and tells whether it was saved.
+void SaveBook(OperationStatus& status, const std::string& path, const AddressBook& book);
 
 /// Exchanges two entries whole, and tells their open windows their new numbers. Faults if there
 /// is no such entry.

@@ -10,7 +10,7 @@
 namespace {
 
 void TellBookUpdated(const EntryContext& context) {
-    SaveAddressBook(context.settings.AddressBookPath, context.book);
+    SaveBook(context.status, context.settings.AddressBookPath, context.book);
     context.boxes.Show({.Text = "The current address book has been updated.",
                         .Title = "",
                         .Icon = BoxIcon::Information});

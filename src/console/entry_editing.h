@@ -7,6 +7,7 @@
 #include "records/address_book.h"
 #include "records/client_windows.h"
 #include "records/main_view.h"
+#include "records/operation_status.h"
 #include "records/sampling_state.h"
 #include "records/settings.h"
 
@@ -20,6 +21,7 @@ struct EntryContext {
     ClientListView& list;
     EntryDialogs& dialogs;
     MessageBoxes& boxes;
+    OperationStatus& status;
 };
 
 // None of these looks at OperationBusy: they may run while an exchange waits. Who waits looks at

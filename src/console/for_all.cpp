@@ -1,9 +1,11 @@
 #include "console/for_all.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "common/number_text.h"
 #include "console/logger_orders.h"
 #include "console/operation_shape.h"
 #include "link/busy_guard.h"
@@ -12,11 +14,13 @@ namespace {
 
 /// An operation that is run on each window, and how the log begins to tell of it.
 struct WalkOperation {
+    std::string_view Name;
     std::string_view Beginning;
     OperationWork Work = nullptr;
 };
 
-constexpr WalkOperation SampleOperation{"Getting sample for client window ", GetSampleOf};
+constexpr WalkOperation SampleOperation{"Get Sample", "Getting sample for client window ",
+                                        GetSampleOf};
 
 /// Shows which window an operation is for while it runs under the walk.
 class WalkStep {
@@ -29,6 +33,7 @@ class WalkStep {
     ~WalkStep() {
         context_.radio.view.SetPointer(Pointer::Normal);
         context_.operations.ForAllActive = False;
+        context_.radio.status.End();
     }
     WalkStep(const WalkStep&) = delete;
     WalkStep& operator=(const WalkStep&) = delete;
@@ -50,18 +55,45 @@ bool WorkOn(const OperationContext& context, const WalkOperation& operation) {
     }
 }
 
-void StepOnWindow(const OperationContext& context, int slot, const WalkOperation& operation) {
-    const WalkStep step(context, slot);
+/// What a walk came to.
+struct WalkCount {
+    int Windows = 0;
+    int Done = 0;
+    std::string Failed;  ///< names, with commas between them
+};
+
+void StepOnWindow(const OperationContext& context, const Target& target,
+                  const WalkOperation& operation, WalkCount& count) {
+    const WalkStep step(context, target.Slot);
     const bool done = WorkOn(context, operation);
     context.log.AppendLog(done ? "OK\n" : "FAIL\n");
+    ++count.Windows;
+    count.Done += done ? 1 : 0;
+    if (!done) {
+        count.Failed += (count.Failed.empty() ? "" : ", ") + NameOf(target);
+    }
+}
+
+void TellWalk(const OperationContext& context, const WalkOperation& operation, bool wholeWay,
+              const WalkCount& count) {
+    context.radio.status.RoundOver();
+    const int most = std::max<int>(count.Windows, context.windows.NumClientWindows);
+    const std::string ended = wholeWay ? "" : " was ended";
+    context.radio.status.Came(std::string(operation.Name) + " for all" + ended + ": " +
+                              IntegerToText(count.Done) + " of " + IntegerToText(most) + " done" +
+                              (count.Failed.empty() ? "" : ", not " + count.Failed));
 }
 
 /// Runs `visit` on each open window until it says to stop; True if it never did. Windows that are
 /// opened or closed by then count as they stand when their slot's turn comes.
 template <typename Visit>
 bool VisitWindows(const OperationContext& context, Visit visit) {
+    int number = 0;
     for (int slot = 0; slot <= context.windows.UpperBound(); ++slot) {
         const Target target = WindowInSlot(context, slot);
+        if (target.Window) {
+            context.radio.status.Round(++number, context.windows.NumClientWindows);
+        }
         if (context.radio.link.ShuttingDown != False || (target.Window && !visit(target))) {
             return false;
         }
@@ -76,14 +108,16 @@ bool Cancelled(const WalkLog& log) {
 void Walk(const ForAllContext& context, const WalkOperation& operation) {
     WalkLog& log = context.log;
     log.OpenLog();
+    WalkCount count;
     const bool wholeWay = VisitWindows(context.operation, [&](const Target& target) {
         if (Cancelled(log)) {
             log.AppendLog("\nOperation Cancelled\n");
             return false;
         }
-        StepOnWindow(context.operation, target.Slot, operation);
+        StepOnWindow(context.operation, target, operation, count);
         return true;
     });
+    TellWalk(context.operation, operation, wholeWay, count);
     if (wholeWay) {
         log.AppendLog("Done\n");
     }
@@ -122,11 +156,13 @@ BoxContent Question(std::string text, BoxIcon icon) {
 /// Reads a sample of each window; the number of those whose settings are known then.
 int SampleAll(const OperationContext& context) {
     int answered = 0;
-    VisitWindows(context, [&](const Target& target) {
-        StepOnWindow(context, target.Slot, SampleOperation);
+    WalkCount count;
+    const bool wholeWay = VisitWindows(context, [&](const Target& target) {
+        StepOnWindow(context, target, SampleOperation, count);
         answered += target.Window->SettingsValid() != False ? 1 : 0;
         return true;
     });
+    TellWalk(context, SampleOperation, wholeWay, count);
     return answered;
 }
 
@@ -154,21 +190,22 @@ void GetSampleForAll(const ForAllContext& context) {
 }
 
 void ClearHistoryForAll(const ForAllContext& context) {
-    StartWalk(context, {"Clearing history for client window ", ClearHistoryOf},
+    StartWalk(context, {"Clear History", "Clearing history for client window ", ClearHistoryOf},
               Question("WARNING: Are you sure that you want to clear the history data\nfor all "
                        "active client windows (this includes minimized windows)?",
                        BoxIcon::Exclamation));
 }
 
 void SyncTimeForAll(const ForAllContext& context) {
-    StartWalk(context, {"Syncing time for client window ", SyncTimeOf},
+    StartWalk(context, {"Sync Time", "Syncing time for client window ", SyncTimeOf},
               Question("Do you want to set the logger time to equal the system time\nfor all "
                        "active client windows?",
                        BoxIcon::Information));
 }
 
 void RestartSamplingForAll(const ForAllContext& context) {
-    StartWalk(context, {"Restarting sampling for client window ", cmdStartup_Click},
+    StartWalk(context,
+              {"Restart Sampling", "Restarting sampling for client window ", cmdStartup_Click},
               Question("Do you want to restart sampling including alarm timers for all\nactive "
                        "client windows (this includes minimized windows)?",
                        BoxIcon::Exclamation));

@@ -8,12 +8,13 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "platform/qt/frame_press.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 frmLog::frmLog() {
     constexpr int Characters = 66;
-    constexpr int Lines = 12;
+    constexpr int Lines = 17;
     setObjectName(QStringLiteral("frmLog"));
     setWindowTitle(QStringLiteral("Multiple Client Operation Log"));
     setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));
@@ -51,6 +52,10 @@ void frmLog::AppendText(const std::string& text) {
     txtLog_->moveCursor(QTextCursor::End);
 }
 
+std::string frmLog::Text() const {
+    return FromQt(txtLog_->toPlainText());
+}
+
 void frmLog::EndWalk() {
     cmdClose_->setText(QStringLiteral("Clos&e"));
     cancels_ = false;
@@ -81,6 +86,14 @@ void frmLog::HideFromArea() {
     if (next != windows.rend()) {
         mdiArea()->setActiveSubWindow(*next);
     }
+}
+
+void frmLog::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        QMouseEvent move = MoveAheadOf(*event);
+        QMdiSubWindow::mouseMoveEvent(&move);
+    }
+    QMdiSubWindow::mousePressEvent(event);
 }
 
 void frmLog::closeEvent(QCloseEvent* event) {

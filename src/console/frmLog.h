@@ -19,6 +19,7 @@ class frmLog final : public QMdiSubWindow {
     void Reset();
     /// Adds to the end, where the caret goes, so that the box follows.
     void AppendText(const std::string& text);
+    [[nodiscard]] std::string Text() const;
     /// The walk is over: the button closes.
     void EndWalk();
 
@@ -30,6 +31,7 @@ class frmLog final : public QMdiSubWindow {
     bool CancelRequested = false;
 
  protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
  private:

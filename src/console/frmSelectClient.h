@@ -23,6 +23,7 @@ class frmSelectClient final : public QDialog {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
  private:
     void Choose(int row);

@@ -7,12 +7,13 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include "console/frmSignalTrail.h"
 #include "console/signal_level.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
-frmSignalLevel::frmSignalLevel(const OperationContext& context, std::int16_t clientIndex,
-                               QWidget* parent)
+frmSignalLevel::frmSignalLevel(const OperationContext& context, Bell& sound,
+                               std::int16_t clientIndex, QWidget* parent)
     : QDialog(parent), context_(context) {
     setObjectName(QStringLiteral("frmSignalLevel"));
     setWindowTitle(QStringLiteral("Signal Level"));
@@ -21,6 +22,9 @@ frmSignalLevel::frmSignalLevel(const OperationContext& context, std::int16_t cli
     BuildRadio();
     BuildBar();
     BuildButtons();
+    // Below all that was there before, which keeps its place.
+    trail_ = new frmSignalTrail(sound, this);
+    layout()->addWidget(trail_);
     DisplayClient();
 }
 
@@ -123,6 +127,7 @@ void frmSignalLevel::ShowRadio(const RadioTexts& texts) {
     lblMacAddress_->setText(ToQt(texts.MacAddress));
     lblChannel_->setText(ToQt(texts.Channel));
     lblDBm_->setText(ToQt(LevelText(std::nullopt)));
+    trail_->Clear();
 }
 
 void frmSignalLevel::ShowLevel(const std::string& text, int barLength) {
@@ -130,7 +135,11 @@ void frmSignalLevel::ShowLevel(const std::string& text, int barLength) {
     barSignalLevel_->setValue(barLength);
 }
 
+void frmSignalLevel::KeepReading(const SignalTrail::Reading& reading) {
+    trail_->Add(reading);
+}
+
 void SignalForms::ShowMonitor(const OperationContext& context, std::int16_t clientIndex) {
-    frmSignalLevel form(context, clientIndex, &main_);
+    frmSignalLevel form(context, sound_, clientIndex, &main_);
     form.exec();
 }

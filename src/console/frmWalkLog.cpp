@@ -49,6 +49,10 @@ void WalkLogForm::Unload() {
     }
 }
 
+std::string WalkLogForm::Text() const {
+    return LogWindowOpen() ? form_->Text() : std::string();
+}
+
 void WalkLogForm::Load() {
     form_ = new frmLog;
     area_.addSubWindow(form_);

@@ -27,6 +27,8 @@ class WalkLogForm final : public WalkLog {
 
     /// Unloads the log window, if it is loaded, as its frame does.
     void Unload();
+    /// What the log says; empty without one.
+    [[nodiscard]] std::string Text() const;
 
  private:
     void Load();

@@ -54,5 +54,5 @@ void DropOnList(const DropContext& context, const std::optional<std::string>& dr
     FollowSampledClient(context.sampling, source, target);
     RefreshClientList(context.book, context.view);
     list.SelectItem(target);
-    SaveAddressBook(context.settings.AddressBookPath, context.book);
+    SaveBook(context.status, context.settings.AddressBookPath, context.book);
 }

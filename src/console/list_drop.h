@@ -8,6 +8,7 @@
 #include "records/address_book.h"
 #include "records/client_windows.h"
 #include "records/main_view.h"
+#include "records/operation_status.h"
 #include "records/operations_state.h"
 #include "records/sampling_state.h"
 #include "records/settings.h"
@@ -21,6 +22,7 @@ struct DropContext {
     Sampling& sampling;
     MainView& view;
     ClientListView& list;
+    OperationStatus& status;
 };
 
 /// The item under the pointer is selected while one is dragged over the list.

@@ -29,13 +29,17 @@ void GetSample(const OperationContext& context) {
 }
 
 bool GetSampleOf(const OperationContext& context, const Target& target) {
-    if (!target.Window->GetSettings()) {
+    if (!ReadSettingsOf(context, target)) {
         return false;
     }
+    OperationStatus& status = context.radio.status;
+    status.Doing("Getting a sample of " + NameOf(target));
     target.Window->ClientSetNumChannels();
     if (AwaitSingleSample(context)) {
         target.Window->SetDP();
     }
+    status.Came(context.newest.Time.empty() ? NameOf(target) + " gave no sample"
+                                            : "Sample of " + NameOf(target) + " received");
     return true;
 }
 
@@ -49,7 +53,7 @@ void SampleContinuously(const OperationContext& context) {
         return;
     }
     OnActiveWindow(context, [&context, &sampling](const Target& target) {
-        static_cast<void>(target.Window->GetSettings());
+        ReadSettingsOf(context, target);
         // Slot and number of a window that was closed meanwhile can be another's by now, and a
         // device that was lost does not end a mode that begins behind that.
         if (target.Window->SettingsValid() == False || !IsOpen(context, target) ||
@@ -62,6 +66,7 @@ void SampleContinuously(const OperationContext& context) {
         sampling.ContinuousClient = target.Window->ClientIndex();
         sampling.StopContinuous = False;
         sampling.ContinuousMode = ContinuousFirstRequest;
+        context.radio.status.Came(NameOf(target) + " is sampled every second");
     });
 }
 
@@ -70,7 +75,7 @@ void ShowFirmwareVersion(const OperationContext& context) {
         return;
     }
     OnActiveWindow(context, [&context](const Target& target) {
-        static_cast<void>(target.Window->GetSettings());
+        ReadSettingsOf(context, target);
         target.Window->ClientSetGlobalState();
         context.radio.view.SetPointer(Pointer::Normal);
         context.radio.boxes.Show(

@@ -11,18 +11,32 @@ bool AsksNothing(const OperationContext& context) {
 
 bool Agrees(const OperationContext& context, const std::string& question, const std::string& title,
             const ClientWindow& window) {
-    return context.radio.boxes.Show({.Text = question + "\n\n    Radio: " + window.Caption(),
-                                     .Title = title,
-                                     .Icon = BoxIcon::Information,
-                                     .Buttons = BoxButtons::YesNo}) == BoxAnswer::Yes;
+    context.radio.status.Doing(title + " of " + window.Caption() + ": an answer is awaited");
+    const BoxAnswer answer =
+        context.radio.boxes.Show({.Text = question + "\n\n    Radio: " + window.Caption(),
+                                  .Title = title,
+                                  .Icon = BoxIcon::Information,
+                                  .Buttons = BoxButtons::YesNo});
+    if (answer != BoxAnswer::Yes) {
+        context.radio.status.Came(title + " of " + window.Caption() + " was not wanted");
+    }
+    return answer == BoxAnswer::Yes;
+}
+
+/// Tells what came of an order.
+bool TellDone(const OperationContext& context, bool done, const std::string& success,
+              const ClientWindow& window) {
+    context.radio.status.Came(done ? success : window.Caption() + " did not answer");
+    return done;
 }
 
 /// Whether the window's settings could be read, now if not before.
-bool KnowsSettings(const OperationContext& context, ClientWindow& window) {
+bool KnowsSettings(const OperationContext& context, const Target& target) {
+    ClientWindow& window = *target.Window;
     if (window.SettingsValid() != False) {
         return true;
     }
-    static_cast<void>(window.GetSettings());
+    ReadSettingsOf(context, target);
     if (window.SettingsValid() == False && !AsksNothing(context)) {
         // The title has always been that of another operation.
         context.radio.boxes.Show({.Text = "Error: unable to read logger settings!",
@@ -47,9 +61,11 @@ void ResetPulseAccumulators(const OperationContext& context) {
         return;
     }
     bool selected = false;
-    OnActiveWindow(context, [&selected](const Target& target) {
+    OnActiveWindow(context, [&](const Target& target) {
         selected = true;
-        static_cast<void>(target.Window->ResetPulseAccs());
+        context.radio.status.Doing("Setting the pulse counts of " + NameOf(target) + " to 0");
+        TellDone(context, target.Window->ResetPulseAccs(),
+                 "Pulse counts of " + NameOf(target) + " set to 0", *target.Window);
     });
     if (selected) {
         GetSample(context);
@@ -63,13 +79,14 @@ bool SyncTimeOf(const OperationContext& context, const Target& target) {
                 "Synchronize Time", window)) {
         return false;
     }
-    if (!KnowsSettings(context, window)) {
+    if (!KnowsSettings(context, target)) {
         return false;
     }
+    context.radio.status.Doing("Setting the clock of " + window.Caption());
     const bool done = cmd::SetLoggerTime(context.exchange, LoggerTimeText(context.clock.Now()));
     static_cast<void>(window.GetStatus());
     static_cast<void>(window.GetTime());
-    return done;
+    return TellDone(context, done, "Clock of " + window.Caption() + " set", window);
 }
 
 bool ClearHistoryOf(const OperationContext& context, const Target& target) {
@@ -79,15 +96,21 @@ bool ClearHistoryOf(const OperationContext& context, const Target& target) {
                 window)) {
         return false;
     }
-    return KnowsSettings(context, window) && cmd::ClearLoggerHistory(context.exchange) &&
-           window.GetStatus();
+    if (!KnowsSettings(context, target)) {
+        return false;
+    }
+    context.radio.status.Doing("Clearing the history of " + window.Caption());
+    const bool done = cmd::ClearLoggerHistory(context.exchange) && window.GetStatus();
+    return TellDone(context, done, "History of " + window.Caption() + " cleared", window);
 }
 
 bool cmdStartup_Click(const OperationContext& context, const Target& target) {
-    if (!cmd::RestartSampling(context.exchange)) {
+    context.radio.status.Doing("Restarting sampling of " + NameOf(target));
+    if (!TellDone(context, cmd::RestartSampling(context.exchange),
+                  "Sampling of " + NameOf(target) + " restarted", *target.Window)) {
         return false;
     }
-    static_cast<void>(target.Window->GetSettings());
+    ReadSettingsOf(context, target);
     return true;
 }
 

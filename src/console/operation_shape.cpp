@@ -33,7 +33,29 @@ Target WindowOfWalk(const OperationContext& context) {
 }
 
 bool SelectRadioOf(const OperationContext& context, const Target& target) {
-    return target.Radio && comm::SelectClient(context.radio, *target.Radio);
+    if (!target.Radio) {
+        return false;
+    }
+    OperationStatus& status = context.radio.status;
+    status.Doing("Tuning the server radio to " + NameOf(target));
+    const bool selected = comm::SelectClient(context.radio, *target.Radio);
+    if (!selected) {
+        status.Came("The server radio could not be tuned to " + NameOf(target));
+    }
+    return selected;
+}
+
+std::string NameOf(const Target& target) {
+    return target.Window ? target.Window->Caption() : std::string();
+}
+
+bool ReadSettingsOf(const OperationContext& context, const Target& target) {
+    OperationStatus& status = context.radio.status;
+    status.Doing("Reading settings of " + NameOf(target));
+    const bool read = target.Window->GetSettings();
+    status.Came(read ? "Settings of " + NameOf(target) + " read"
+                     : NameOf(target) + " did not answer");
+    return read;
 }
 
 bool IsOpen(const OperationContext& context, const Target& target) {

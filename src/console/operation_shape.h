@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "common/fault.h"
 #include "console/logger_operations.h"
@@ -37,6 +38,12 @@ struct Target {
 /// Brings the server radio to the radio of `target`; false for one without.
 [[nodiscard]] bool SelectRadioOf(const OperationContext& context, const Target& target);
 
+/// Name of the radio of `target`, for who is told about it.
+[[nodiscard]] std::string NameOf(const Target& target);
+
+/// Has the window of `target` read its logger's settings, and tells of it. False if that failed.
+bool ReadSettingsOf(const OperationContext& context, const Target& target);
+
 /// Whether the window of `target` has not been closed since.
 [[nodiscard]] bool IsOpen(const OperationContext& context, const Target& target);
 
@@ -50,6 +57,7 @@ class OperationScope {
     ~OperationScope() {
         context_.radio.view.SetPointer(Pointer::Normal);
         context_.operations.OperationBusy = False;
+        context_.radio.status.End();
     }
     OperationScope(const OperationScope&) = delete;
     OperationScope& operator=(const OperationScope&) = delete;

@@ -6,6 +6,7 @@
 #include "console/signal_level.h"
 #include "link/port.h"
 #include "logger/command_codes.h"
+#include "platform/moments.h"
 
 namespace {
 
@@ -49,7 +50,9 @@ void StepToNextRadio(const OperationContext& context, SignalMonitor& monitor, Si
     DisplayClient(context.book, monitor, view);
     context.radio.view.SetPointer(Pointer::Hourglass);
     // A radio that cannot be selected has told so, and gives no readings.
-    static_cast<void>(SelectRadioOf(context, next));
+    if (SelectRadioOf(context, next)) {
+        context.radio.status.Doing("Watching the signal level");
+    }
     context.radio.view.SetPointer(Pointer::Normal);
 }
 
@@ -120,6 +123,7 @@ void RunMonitor(const OperationContext& context, SignalMonitor& monitor, SignalV
             StepToNextRadio(context, monitor, view);
         }
         view.ShowLevel(LevelText(level), BarLength(level));
+        view.KeepReading({ToMilliseconds(context.clock.Now()), level});
         RunEvents(context);
         level = ReadSignalLevel(context, monitor);
     }
@@ -149,7 +153,9 @@ void ShowSignalLevel(const OperationContext& context, SignalMonitorDialog& dialo
     OnActiveWindow(context, [&](const Target& target) {
         context.radio.view.SetPointer(Pointer::Normal);
         if (IsOpen(context, target)) {
+            context.radio.status.Doing("Watching the signal level");
             dialog.ShowMonitor(context, target.Window->ClientIndex());
+            context.radio.status.Came("Signal level watched");
         }
     });
 }

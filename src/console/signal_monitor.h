@@ -6,6 +6,7 @@
 #include <string>
 
 #include "console/logger_operations.h"
+#include "console/signal_trail.h"
 
 // Values of MonitorState.
 inline constexpr std::int16_t MonitorNotStarted = 0;
@@ -37,6 +38,8 @@ class SignalView {
     virtual void ShowRadio(const RadioTexts& texts) = 0;
     /// Shows a level in words and as a bar of that length, 0 to BarMaximum.
     virtual void ShowLevel(const std::string& text, int barLength) = 0;
+    /// The same level with its time, for who keeps what came before.
+    virtual void KeepReading(const SignalTrail::Reading& reading) { static_cast<void>(reading); }
     virtual void HideMonitor() = 0;
 };
 

@@ -330,7 +330,7 @@ void frmRating::OrderTabs() {
         order.push_back(input);
     }
     for (QWidget* widget : std::initializer_list<QWidget*>{
-             txtRows_, cmdRows_, pctCurve_, chkLogarithmic_, tabs_, lvwTable_, lvwResiduals_,
+             txtRows_, cmdRows_, chkLogarithmic_, pctCurve_, tabs_, lvwTable_, lvwResiduals_,
              txtAbout_, cmdOpen_, cmdSave_, cmdClose_}) {
         order.push_back(widget);
     }

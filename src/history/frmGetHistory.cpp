@@ -8,8 +8,8 @@ namespace {
 
 class HistoryWindows final : public HistoryDialogs {
  public:
-    HistoryWindows(const HistoryContext& history, QWidget* parent)
-        : history_(history), parent_(parent) {}
+    HistoryWindows(const HistoryContext& history, QWidget* parent, const ShowRecordPlot& plot)
+        : history_(history), parent_(parent), plot_(plot) {}
 
     std::string RunUploadDialog(std::int32_t totalRecords) override {
         frmGetHistoryData dialog(history_, totalRecords, parent_);
@@ -18,7 +18,7 @@ class HistoryWindows final : public HistoryDialogs {
     }
 
     void ShowViewer(const std::shared_ptr<ClientWindow>& window) override {
-        frmHistory viewer(history_, window, parent_);
+        frmHistory viewer(history_, window, parent_, plot_);
         viewer.Load();
         // The program can close while the rows are formatted.
         if (history_.link.ShuttingDown == False) {
@@ -29,12 +29,13 @@ class HistoryWindows final : public HistoryDialogs {
  private:
     const HistoryContext& history_;
     QWidget* parent_;
+    const ShowRecordPlot& plot_;
 };
 
 }  // namespace
 
 void GetHistoryInWindows(const OperationContext& context, const HistoryContext& history,
-                         QWidget* parent) {
-    HistoryWindows windows(history, parent);
-    GetHistory(context, history.store, windows);
+                         QWidget* parent, const ShowRecordPlot& plot) {
+    HistoryWindows windows(history, parent, plot);
+    GetHistory(context, history.store, windows, history.listener);
 }

@@ -2,12 +2,13 @@
 #define ORVIA_HISTORY_FRM_GET_HISTORY_H
 
 #include "console/logger_operations.h"
+#include "history/frmHistory.h"
 #include "history/history_context.h"
 
 class QWidget;
 
-/// "Get History" with its windows, above `parent`.
+/// "Get History" with its windows, above `parent`; the viewer shows plots by `plot`.
 void GetHistoryInWindows(const OperationContext& context, const HistoryContext& history,
-                         QWidget* parent);
+                         QWidget* parent, const ShowRecordPlot& plot = nullptr);
 
 #endif  // ORVIA_HISTORY_FRM_GET_HISTORY_H

@@ -78,7 +78,8 @@ void frmGetHistoryData::showEvent(QShowEvent* event) {
                        .exchange = history_.exchange,
                        .global = history_.global,
                        .store = history_.store,
-                       .boxes = history_.outside.Boxes},
+                       .boxes = history_.outside.Boxes,
+                       .listener = history_.listener},
                       *this, TotalRecords_);
         },
         Qt::QueuedConnection);
@@ -130,4 +131,5 @@ void frmGetHistoryData::ShowNow() {
     ProgressBar1_->setValue(told_.Value);
     lblRetries_->setText(ToQt(told_.Retries));
     lblGetHistoryData_->setText(ToQt(told_.Progress));
+    history_.status.HowFar(told_.Progress + (told_.Retries.empty() ? "" : ", " + told_.Retries));
 }

@@ -17,8 +17,8 @@
 #include "platform/qt/text_qt.h"
 
 frmHistory::frmHistory(const HistoryContext& history, std::shared_ptr<ClientWindow> window,
-                       QWidget* parent)
-    : QDialog(parent), history_(history), window_(std::move(window)) {
+                       QWidget* parent, ShowRecordPlot plot)
+    : QDialog(parent), history_(history), window_(std::move(window)), plot_(std::move(plot)) {
     constexpr int Characters = 130;
     constexpr int Lines = 32;
     setObjectName(QStringLiteral("frmHistory"));
@@ -74,14 +74,21 @@ QPushButton* frmHistory::AddButton(const char* name, const char* text,
 
 void frmHistory::BuildButtons() {
     auto* row = new QHBoxLayout;
+    QPushButton* plot = AddButton("cmdPlot", "P&lot", &frmHistory::Plot);
+    plot->setAutoDefault(false);
+    plot->setEnabled(plot_ != nullptr);
+    row->addWidget(plot);
     row->addWidget(ProgressBar_, 1);
     cmdOK_ = AddButton("cmdOK", "OK", &frmHistory::Close);
     cmdOK_->setDefault(true);
     row->addWidget(cmdOK_);
     row->addWidget(AddButton("cmdSave", "&Save to File", &frmHistory::Save));
     row->addWidget(AddButton("cmdPack", "&Pack", &frmHistory::Pack));
-    row->addWidget(AddButton("cmdOptions", "&Options", &frmHistory::Options));
+    QPushButton* options = AddButton("cmdOptions", "&Options", &frmHistory::Options);
+    row->addWidget(options);
     static_cast<QBoxLayout*>(layout())->addLayout(row);
+    // It came later than the others, and is reached behind them.
+    setTabOrder(options, plot);
 }
 
 void frmHistory::Load() {
@@ -174,6 +181,10 @@ void frmHistory::Pack() {
 
 void frmHistory::Options() {
     frmHistoryOptions(history_.settings, this).exec();
+}
+
+void frmHistory::Plot() {
+    plot_(window_->FlowPoints(), *this);
 }
 
 void frmHistory::SetPointer(Pointer pointer) {

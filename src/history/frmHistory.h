@@ -2,6 +2,7 @@
 #define ORVIA_HISTORY_FRM_HISTORY_H
 
 #include <QDialog>
+#include <functional>
 #include <memory>
 
 #include "history/fill_list.h"
@@ -14,14 +15,19 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
+/// Shows the records of the viewer as a plot; `points` are those of the flow device, `viewer` the
+/// modal window that it must be used beside, and outlives.
+using ShowRecordPlot = std::function<void(const FlowTable& points, QDialog& viewer)>;
+
 /// The viewer of the history store, whose records belong to the current logger. That logger's
 /// window, never null, computes its flow.
 class frmHistory final : public QDialog {
     Q_OBJECT
 
  public:
-    frmHistory(const HistoryContext& history, std::shared_ptr<ClientWindow> window,
-               QWidget* parent);
+    /// Without a procedure for it there is no plot to be had.
+    frmHistory(const HistoryContext& history, std::shared_ptr<ClientWindow> window, QWidget* parent,
+               ShowRecordPlot plot = nullptr);
 
     /// Checks the units of the level and fills the list; before the form is shown.
     void Load();
@@ -42,10 +48,12 @@ class frmHistory final : public QDialog {
     void Save();
     void Pack();
     void Options();
+    void Plot();
     void SetPointer(Pointer pointer);
 
     const HistoryContext history_;
     std::shared_ptr<ClientWindow> window_;  ///< of the logger, whether it is still open or not
+    const ShowRecordPlot plot_;
     HistoryColumns columns_;
     bool BadUnits_ = false;
 

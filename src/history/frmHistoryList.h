@@ -3,6 +3,7 @@
 
 #include <QAbstractTableModel>
 #include <QTreeView>
+#include <vector>
 
 #include "history/history_table.h"
 
@@ -34,10 +35,18 @@ class HistoryList final : public QTreeView {
     void SetTable(HistoryTable table);
     [[nodiscard]] const HistoryTable& Table() const { return model_.Table(); }
 
+ protected:
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+
  private:
-    void FitColumns();
+    void MeasureColumns();
+    void SpreadColumns();
 
     HistoryModel model_;
+    std::vector<int> widths_;  ///< of the columns, as their texts need
 };
 
 #endif  // ORVIA_HISTORY_FRM_HISTORY_LIST_H

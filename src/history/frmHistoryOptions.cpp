@@ -7,6 +7,7 @@
 
 #include "history/save_history.h"
 #include "platform/qt/named_controls.h"
+#include "platform/qt/option_group.h"
 #include "platform/qt/text_qt.h"
 
 frmHistoryOptions::frmHistoryOptions(Settings& settings, QWidget* parent)
@@ -37,6 +38,7 @@ void frmHistoryOptions::BuildChoice() {
     optNoComma_ = option("optNoComma",
                          "Date and Time are combined into a single column in CSV output files.");
     layout()->addWidget(frame);
+    TabEntersAtChosen(*frame);
 }
 
 void frmHistoryOptions::BuildButtons() {

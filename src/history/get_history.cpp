@@ -1,5 +1,6 @@
 #include "history/get_history.h"
 
+#include "common/number_text.h"
 #include "console/operation_shape.h"
 #include "history/upload.h"
 
@@ -8,19 +9,20 @@ namespace {
 class GetHistoryOperation {
  public:
     GetHistoryOperation(const OperationContext& context, HistoryStore& store,
-                        HistoryDialogs& dialogs)
-        : context_(context), store_(store), dialogs_(dialogs) {}
+                        HistoryDialogs& dialogs, UploadListener* listener)
+        : context_(context), store_(store), dialogs_(dialogs), listener_(listener) {}
 
     /// False if the logger could not be reached.
     [[nodiscard]] bool Run() {
         const Target target = ActiveWindow(context_);
-        if (!SelectRadioOf(context_, target) || !target.Window->GetStatus()) {
+        if (!SelectRadioOf(context_, target) || !ReadStatus(target)) {
             return false;
         }
         Point(Pointer::Normal);
         if (target.Window->NumSamples() == 0) {
+            Status().Came(NameOf(target) + " has no history in memory");
             Tell("No history in memory!", BoxIcon::Information);
-        } else if (!ReadSettings(*target.Window)) {
+        } else if (!ReadSettings(target)) {
             Tell("Error: unable to read logger settings!", BoxIcon::Information);
         } else {
             UploadAndShow(target);
@@ -36,24 +38,53 @@ class GetHistoryOperation {
  private:
     void Point(Pointer pointer) const { context_.radio.view.SetPointer(pointer); }
 
-    [[nodiscard]] bool ReadSettings(ClientWindow& window) const {
-        if (window.SettingsValid() == False) {
+    [[nodiscard]] OperationStatus& Status() const { return context_.radio.status; }
+
+    [[nodiscard]] bool ReadStatus(const Target& target) const {
+        Status().Doing("Reading status of " + NameOf(target));
+        const bool answered = target.Window->GetStatus();
+        if (!answered) {
+            Status().Came(NameOf(target) + " did not answer");
+        }
+        return answered;
+    }
+
+    [[nodiscard]] bool ReadSettings(const Target& target) const {
+        if (target.Window->SettingsValid() == False) {
             Point(Pointer::Hourglass);
-            static_cast<void>(window.GetSettings());
+            ReadSettingsOf(context_, target);
             Point(Pointer::Normal);
         }
-        return window.SettingsValid() != False;
+        return target.Window->SettingsValid() != False;
     }
 
     void UploadAndShow(const Target& target) {
         target.Window->ClientSetGlobalState();
-        const std::string tag = dialogs_.RunUploadDialog(target.Window->NumSamples());
+        Status().Doing("Uploading history of " + NameOf(target));
+        const std::string tag = RunUploadOf(target);
+        Status().Came("History of " + NameOf(target) + ": " + IntegerToText(store_.HistoryCount()) +
+                      " of " + IntegerToText(target.Window->NumSamples()) + " records uploaded");
         if (store_.HistoryCount() >= 1 && (tag == TagOkay || tag == TagCancel)) {
             Show(target);
         }
         if (!ShuttingDown()) {
             static_cast<void>(target.Window->GetStatus());
         }
+    }
+
+    [[nodiscard]] std::string RunUploadOf(const Target& target) {
+        const std::int32_t records = target.Window->NumSamples();
+        if (listener_ == nullptr) {
+            return dialogs_.RunUploadDialog(records);
+        }
+        listener_->Began({.Mac = target.Radio->Mac,
+                          .Name = target.Radio->Name,
+                          .Logger = static_cast<const LoggerRecord&>(context_.global),
+                          .Table = target.Window->FlowPoints(),
+                          .Records = records});
+        std::string tag = dialogs_.RunUploadDialog(records);
+        listener_->Settle();
+        return tag;
     }
 
     void Show(const Target& target) {
@@ -71,17 +102,19 @@ class GetHistoryOperation {
     const OperationContext& context_;
     HistoryStore& store_;
     HistoryDialogs& dialogs_;
+    UploadListener* listener_;
 };
 
 }  // namespace
 
-void GetHistory(const OperationContext& context, HistoryStore& store, HistoryDialogs& dialogs) {
+void GetHistory(const OperationContext& context, HistoryStore& store, HistoryDialogs& dialogs,
+                UploadListener* listener) {
     if (!MayStart(context)) {
         return;
     }
     const OperationScope scope(context);
     store.Clear();
-    GetHistoryOperation operation(context, store, dialogs);
+    GetHistoryOperation operation(context, store, dialogs, listener);
     bool reached = false;
     try {
         reached = operation.Run();

@@ -7,6 +7,7 @@
 
 #include "console/logger_operations.h"
 #include "history/history_store.h"
+#include "history/upload_listener.h"
 #include "records/client_window.h"
 
 /// The windows that Get History runs, each modal until it returns.
@@ -22,7 +23,8 @@ class HistoryDialogs {
 };
 
 /// "Get History": uploads the history of the logger whose window is the active one, and shows what
-/// came. Guarded as every operation is.
-void GetHistory(const OperationContext& context, HistoryStore& store, HistoryDialogs& dialogs);
+/// came. Guarded as every operation is. `listener`, if there is one, hears of the upload.
+void GetHistory(const OperationContext& context, HistoryStore& store, HistoryDialogs& dialogs,
+                UploadListener* listener = nullptr);
 
 #endif  // ORVIA_HISTORY_GET_HISTORY_H

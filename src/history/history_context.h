@@ -4,11 +4,13 @@
 #include <string>
 
 #include "history/history_store.h"
+#include "history/upload_listener.h"
 #include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
 #include "records/link.h"
 #include "records/main_view.h"
+#include "records/operation_status.h"
 #include "records/settings.h"
 
 /// What the windows of history work on.
@@ -21,6 +23,8 @@ struct HistoryContext {
     std::string& lastFolder;  ///< of the last history file saved, empty at start
     const Host& outside;
     MainView& view;
+    OperationStatus& status;
+    UploadListener* listener = nullptr;  ///< hears of every upload
 };
 
 #endif  // ORVIA_HISTORY_HISTORY_CONTEXT_H

@@ -9,9 +9,12 @@
 
 // What surrounds the saving of the viewer's rows.
 
-/// Asks for the file to save to, under a default name for the logger. `lastFolder` is where the
-/// question starts, the program's folder if it is empty, and takes the folder chosen. Nothing when
-/// cancelled.
+/// Asks where to save a file of the query's name. `lastFolder` is where the question starts, the
+/// program's folder if it is empty, and takes the folder chosen. Nothing when cancelled.
+[[nodiscard]] std::optional<std::string> AskForFile(FileQuery query, const Host& host,
+                                                    std::string& lastFolder);
+
+/// Asks so for the file of rows, under a default name for the logger.
 [[nodiscard]] std::optional<std::string> AskForCsvFile(const std::string& loggerName,
                                                        const Host& host, std::string& lastFolder);
 

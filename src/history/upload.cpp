@@ -23,6 +23,25 @@ constexpr std::int16_t FailurePause = 5;
 
 enum class Round { GoesOn, Complete, Failed, Full };
 
+/// Hands the listener what is stored while it lives, a fault between or not.
+class Reporter {
+ public:
+    explicit Reporter(const UploadContext& context)
+        : context_(context), before_(context.store.Records().size()) {}
+    ~Reporter() {
+        const auto records = context_.store.Records();
+        if (context_.listener != nullptr && records.size() > before_) {
+            context_.listener->Took(records.subspan(before_));
+        }
+    }
+    Reporter(const Reporter&) = delete;
+    Reporter& operator=(const Reporter&) = delete;
+
+ private:
+    const UploadContext& context_;
+    const std::size_t before_;
+};
+
 class Upload {
  public:
     Upload(const UploadContext& context, UploadView& view, std::int32_t totalRecords)
@@ -39,9 +58,11 @@ class Upload {
         while (round == Round::GoesOn) {
             round = RunRound();
             if (ShuttingDown()) {
+                Report(UploadOutcome::Stopped);
                 return;
             }
             if (round == Round::GoesOn && view_.Tag() != TagRunning) {
+                Report(UploadOutcome::Stopped);
                 TellOutcome("Retrieval cancelled by user.", BoxIcon::Information);
                 return;
             }
@@ -105,6 +126,7 @@ class Upload {
     /// Stores the records of a new block. A block whose count overruns it is a Fault, behind the
     /// last record that lies whole inside.
     [[nodiscard]] Round TakeBlock(int count) {
+        const Reporter reporter(context_);
         for (int i = 0; i < count; ++i) {
             context_.store.Append(
                 ReadRecord(block_, FirstRecord + i * RecordSize(channels_), channels_));
@@ -123,6 +145,9 @@ class Upload {
     }
 
     void End(Round round) {
+        Report(round == Round::Complete ? UploadOutcome::Complete
+               : round == Round::Full   ? UploadOutcome::Stopped
+                                        : UploadOutcome::Failed);
         if (round == Round::Complete) {
             AwaitOkay();
         } else if (round == Round::Full) {
@@ -133,6 +158,12 @@ class Upload {
             view_.SetTag(TagCancel);
         } else {
             TellOutcome("Error during retrieval.", BoxIcon::Stop);
+        }
+    }
+
+    void Report(UploadOutcome outcome) const {
+        if (context_.listener != nullptr) {
+            context_.listener->Ended(outcome);
         }
     }
 
@@ -178,6 +209,9 @@ void RunUpload(const UploadContext& context, UploadView& view, std::int32_t tota
         Upload(context, view, totalRecords).Run();
     } catch (const Fault&) {
         // What came before it is kept; the dialog stays "Running", which shows nothing of it.
+        if (context.listener != nullptr) {
+            context.listener->Ended(UploadOutcome::Failed);
+        }
         view.SetTag(TagRunning);
     }
     view.Hide();

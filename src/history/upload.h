@@ -5,6 +5,7 @@
 #include <string>
 
 #include "history/history_store.h"
+#include "history/upload_listener.h"
 #include "logger/frame_exchange.h"
 #include "logger/logger_state.h"
 #include "platform/host.h"
@@ -49,6 +50,7 @@ struct UploadContext {
     const LoggerRecord& global;
     HistoryStore& store;
     MessageBoxes& boxes;
+    UploadListener* listener = nullptr;  ///< hears of the records and of the end
 };
 
 /// Most records of a block that a logger with so many channels may count: 240 bytes by the size of

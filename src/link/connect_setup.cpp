@@ -3,8 +3,14 @@
 #include <algorithm>
 
 #include "common/path_text.h"
+#include "link/port_trouble.h"
 
 namespace comm {
+
+std::string PortMark(int number, const std::map<int, PortUser>& used) {
+    const auto user = used.find(number);
+    return user == used.end() ? std::string() : "In use by " + ProgramText(user->second);
+}
 
 int PortChoice(const Enumerate::PortList& offered, std::string_view portName) {
     const auto found = std::find_if(

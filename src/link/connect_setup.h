@@ -2,6 +2,7 @@
 #define ORVIA_LINK_CONNECT_SETUP_H
 
 #include <array>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,9 @@ struct ConnectChoices {
     bool AutoDisconnect = false;
     std::string AddressBookPath;
 };
+
+/// What an offered port is marked with: who has it, empty if nobody does.
+[[nodiscard]] std::string PortMark(int number, const std::map<int, PortUser>& used);
 
 /// Which of the offered ports is that of the settings, from 0; the first if none is.
 [[nodiscard]] int PortChoice(const Enumerate::PortList& offered, std::string_view portName);

@@ -12,6 +12,7 @@ namespace comm {
 namespace {
 
 bool OpenForConnect(const LinkContext& context) {
+    context.link.PortRefusal.clear();
     try {
         return OpenPort(context.link, context.view, PortNumber(context.settings.PortName),
                         PortSettings(context.settings.BaudRate));
@@ -33,20 +34,29 @@ bool AskRadio(const LinkContext& context) {
     return true;
 }
 
+void TellRadio(const LinkContext& context, bool answered) {
+    const std::string& port = context.settings.PortName;
+    context.status.Came(answered ? "Connected with the server radio on " + port
+                                 : "The server radio on " + port + " did not answer");
+}
+
 /// From the port to a radio in command mode; False with the operator told, or told to stop.
 bool ReachRadio(const LinkContext& context, const ConnectDialog& dialog,
                 const std::function<void(Pointer)>& setPointers) {
     if (!OpenForConnect(context)) {
-        context.boxes.Show(OpenPortFailure());
+        context.status.Came(context.settings.PortName + " could not be opened");
+        context.boxes.Show(OpenPortFailure(context));
         return false;
     }
     context.link.LinkState = LinkConnecting;
     if (dialog.CancelRequested != False) {
+        context.status.Came("Connecting was cancelled");
         return false;
     }
     setPointers(Pointer::Hourglass);
     const bool answered = AskRadio(context);
     setPointers(Pointer::Normal);
+    TellRadio(context, answered);
     if (!answered) {
         context.boxes.Show({.Text = "Error: unable to establish communication with server radio.",
                             .Title = "Connect Error",
@@ -81,6 +91,7 @@ void Connect(const LinkContext& context, ConnectDialog& dialog,
              const std::function<void(Pointer)>& setPointers) {
     Link& link = context.link;
     dialog.Connecting = True;
+    context.status.Doing("Connecting with the server radio on " + context.settings.PortName);
     link.Connected = False;
     link.LinkState = LinkDisconnected;
     if (!ReachRadio(context, dialog, setPointers)) {
@@ -144,6 +155,7 @@ Toggle ToggleConnection(const ToggleContext& context) {
     }
     const BusyGuard busy(context.operations.OperationBusy);
     Disconnect(link, context.radio.view);
+    context.radio.status.Came("Disconnected");
     return Toggle::Nothing;
 }
 

@@ -110,15 +110,27 @@ FrameDecoder::Progress FrameDecoder::Take(std::uint8_t byte) {
     }
 }
 
+std::size_t FrameDecoder::StillMissing() const {
+    const std::size_t body = payload_.size() + CrcSize - taken_;
+    switch (stage_) {
+        case Stage::Length:
+            return 1 + body + 1;
+        case Stage::End:
+            return 1;
+        default:
+            return body + 1;
+    }
+}
+
 FrameDecoder::Progress FrameDecoder::TakeLength(std::uint8_t byte) {
     stage_ = Stage::Body;
-    return byte == payload_.size() + CrcSize ? Progress::More : Progress::Bad;
+    return byte == payload_.size() + CrcSize ? Progress::More : Refuse(Flaw::Length);
 }
 
 FrameDecoder::Progress FrameDecoder::TakeBody(std::uint8_t byte) {
     if (stage_ == Stage::Escaped) {
         if (byte > EscapeMark - FrameStart) {
-            return Progress::Bad;
+            return Refuse(Flaw::Escape);
         }
         stage_ = Stage::Body;
         Store(static_cast<std::uint8_t>(byte + FrameStart));
@@ -142,8 +154,16 @@ void FrameDecoder::Store(std::uint8_t byte) {
     ++taken_;
 }
 
-FrameDecoder::Progress FrameDecoder::TakeEnd(std::uint8_t byte) const {
-    return byte == FrameEnd && Crc(payload_) == crc_ ? Progress::Good : Progress::Bad;
+FrameDecoder::Progress FrameDecoder::TakeEnd(std::uint8_t byte) {
+    if (byte != FrameEnd) {
+        return Refuse(Flaw::End);
+    }
+    return Crc(payload_) == crc_ ? Progress::Good : Refuse(Flaw::Crc);
+}
+
+FrameDecoder::Progress FrameDecoder::Refuse(Flaw flaw) {
+    flaw_ = flaw;
+    return Progress::Bad;
 }
 
 }  // namespace comm

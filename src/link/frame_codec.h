@@ -35,6 +35,8 @@ inline constexpr int MostFrame = 512;
 class FrameDecoder {
  public:
     enum class Progress { More, Good, Bad };
+    /// What makes a frame bad.
+    enum class Flaw { None, Length, Escape, End, Crc };
 
     /// Only a frame with just payload.size() bytes is good; they are then in `payload`.
     explicit FrameDecoder(std::span<std::uint8_t> payload) : payload_(payload) {}
@@ -42,16 +44,24 @@ class FrameDecoder {
     /// Takes the next byte. After Good or Bad the decoder is done.
     [[nodiscard]] Progress Take(std::uint8_t byte);
 
+    /// Fewest bytes that are still to come of a good frame: escapes make it longer.
+    [[nodiscard]] std::size_t StillMissing() const;
+
+    /// After Bad, why.
+    [[nodiscard]] Flaw Why() const { return flaw_; }
+
  private:
     enum class Stage { Length, Body, Escaped, End };
 
     [[nodiscard]] Progress TakeLength(std::uint8_t byte);
     [[nodiscard]] Progress TakeBody(std::uint8_t byte);
-    [[nodiscard]] Progress TakeEnd(std::uint8_t byte) const;
+    [[nodiscard]] Progress TakeEnd(std::uint8_t byte);
+    [[nodiscard]] Progress Refuse(Flaw flaw);
     void Store(std::uint8_t byte);
 
     std::span<std::uint8_t> payload_;
     Stage stage_ = Stage::Length;
+    Flaw flaw_ = Flaw::None;
     std::size_t taken_ = 0;  ///< of payload and CRC
     std::uint16_t crc_ = 0;  ///< as received
 };

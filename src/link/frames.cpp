@@ -2,6 +2,7 @@
 
 #include "link/busy_guard.h"
 #include "link/frame_codec.h"
+#include "link/listening.h"
 #include "link/port.h"
 
 namespace comm {
@@ -33,14 +34,27 @@ void PurgeInput(Link& link) {
     port.ClearInBuffer();
 }
 
+/// Which of how many tries.
+struct Attempt {
+    int Number;
+    int Of;
+};
+
 /// One try; True when it was acknowledged.
-bool SendOnce(Link& link, const Bytes& frame) {
+bool SendOnce(Link& link, const Bytes& frame, const Attempt& attempt) {
     PurgeInput(link);
+    TellTry(link, attempt.Number, attempt.Of);
     link.MSComm1.Output(frame);
     WaitForBytes(link, link.ReplyTicks, 1);
     const Bytes reply = link.MSComm1.Input(1);
     link.StrayInput = ToFlag(!reply.empty() && reply.front() != Acknowledge);
-    return !reply.empty() && link.StrayInput == False;
+    if (reply.empty()) {
+        TellMissing(link, LinkFinding::NoAcknowledge, link.ReplyTicks);
+        return false;
+    }
+    const bool acknowledged = link.StrayInput == False;
+    Tell(link, acknowledged ? LinkFinding::Acknowledged : LinkFinding::WrongAcknowledge);
+    return acknowledged;
 }
 
 /// Looks for the start of a frame among the bytes that have arrived.
@@ -53,20 +67,41 @@ bool FindStart(SerialPort& port) {
     return false;
 }
 
+LinkFinding FindingOf(FrameDecoder::Flaw flaw) {
+    switch (flaw) {
+        case FrameDecoder::Flaw::Length:
+            return LinkFinding::FrameLength;
+        case FrameDecoder::Flaw::Escape:
+            return LinkFinding::FrameEscape;
+        case FrameDecoder::Flaw::End:
+            return LinkFinding::FrameEnd;
+        case FrameDecoder::Flaw::Crc:
+            return LinkFinding::FrameCrc;
+        default:
+            return LinkFinding::FrameRead;
+    }
+}
+
 bool TakeFrame(Link& link, Bytes& payload) {
-    WaitForBytes(link, static_cast<std::int16_t>(link.ReplyTicks + FrameTicks), FirstBytes);
+    const auto ticks = static_cast<std::int16_t>(link.ReplyTicks + FrameTicks);
+    WaitForBytes(link, ticks, FirstBytes);
+    const bool silent = link.MSComm1.InBufferCount() == 0;
     if (!FindStart(link.MSComm1)) {
+        TellMissing(link, silent ? LinkFinding::NoFrame : LinkFinding::NoFrameStart, ticks);
         return false;
     }
     FrameDecoder decoder(payload);
     auto progress = FrameDecoder::Progress::More;
     while (progress == FrameDecoder::Progress::More) {
-        const std::int16_t byte = ReadByteWait(link, link.ReplyTicks);
+        const auto together = static_cast<std::int16_t>(decoder.StillMissing());
+        const std::int16_t byte = ReadByteWait(link, link.ReplyTicks, together);
         if (byte < 0) {
+            TellMissing(link, LinkFinding::FrameSilence, link.ReplyTicks);
             return false;
         }
         progress = decoder.Take(static_cast<std::uint8_t>(byte));
     }
+    Tell(link, FindingOf(decoder.Why()));
     return progress == FrameDecoder::Progress::Good;
 }
 
@@ -78,11 +113,13 @@ bool SendFrame(Link& link, std::span<const std::uint8_t> payload, std::int16_t& 
     }
     const BusyGuard busy(link.CommBusy);
     const Bytes frame = EncodeFrame(payload);
-    while (!SendOnce(link, frame)) {
+    Attempt attempt{1, 1 + retries};
+    while (!SendOnce(link, frame, attempt)) {
         if (retries <= 0 || link.ShuttingDown != False) {
             return false;
         }
         --retries;
+        ++attempt.Number;
     }
     return true;
 }
@@ -111,5 +148,17 @@ bool LinkFrames::ReceiveFrame(Bytes& payload) {
 }
 
 std::int16_t LinkFrames::ReadReplyByte() {
-    return comm::ReadByteWait(link_, link_.ReplyTicks);
+    const std::int16_t byte = comm::ReadByteWait(link_, link_.ReplyTicks);
+    if (byte < 0) {
+        comm::TellMissing(link_, LinkFinding::NoStatus, link_.ReplyTicks);
+    } else {
+        comm::Tell(link_, LinkFinding::StatusRead);
+    }
+    return byte;
+}
+
+void LinkFrames::NoteProgress(std::string_view what, int number, int of) {
+    if (status_ != nullptr) {
+        status_->HowFar(what, number, of);
+    }
 }

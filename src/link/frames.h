@@ -7,6 +7,7 @@
 #include "common/bytes.h"
 #include "logger/frame_exchange.h"
 #include "records/link.h"
+#include "records/operation_status.h"
 
 namespace comm {
 
@@ -26,15 +27,19 @@ namespace comm {
 /// The exchange of frames over the link, for the commands of loggers.
 class LinkFrames final : public FrameExchange {
  public:
-    explicit LinkFrames(Link& link) : link_(link) {}
+    /// `status`, if any, is told how far commands are.
+    explicit LinkFrames(Link& link, OperationStatus* status = nullptr)
+        : link_(link), status_(status) {}
 
     [[nodiscard]] bool SendFrame(std::span<const std::uint8_t> payload,
                                  std::int16_t& retries) override;
     [[nodiscard]] bool ReceiveFrame(Bytes& payload) override;
     [[nodiscard]] std::int16_t ReadReplyByte() override;
+    void NoteProgress(std::string_view what, int number, int of) override;
 
  private:
     Link& link_;
+    OperationStatus* status_;
 };
 
 #endif  // ORVIA_LINK_FRAMES_H

@@ -22,7 +22,7 @@ frmConnect::frmConnect(const comm::LinkContext& radio, Settings& settings, const
 }
 
 void frmConnect::BuildLabels() {
-    constexpr int Characters = 34;
+    constexpr int Characters = 28;
     auto* frame = new QGroupBox(this);
     frame->setObjectName(QStringLiteral("Frame1"));
     frame->setAccessibleName(QStringLiteral("Connection settings"));

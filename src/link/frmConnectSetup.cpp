@@ -4,16 +4,26 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTextDocument>
 
 #include "link/book_choice.h"
 #include "link/connect_setup.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
+// The pictures lie in a static library, which keeps them only for who asks.
+static void KeepPictures() {
+    Q_INIT_RESOURCE(icons);
+}
+
 namespace {
+
+/// Ticks between two looks for ports that were plugged in or out, or taken.
+constexpr int LookTicks = 20;
 
 QComboBox* ListCombo(QWidget* parent, const QString& name) {
     constexpr int Characters = 34;
@@ -38,7 +48,10 @@ frmConnectSetup::frmConnectSetup(Settings& settings, const Host& host, QWidget* 
     BuildCombos(*rows);
     BuildAddressBook(*rows);
     BuildButtons();
+    KeepPictures();
     FillIn();
+    connect(&follow_, &QTimer::timeout, this, [this] { ListPorts(); });
+    follow_.start(LookTicks * host.TickMilliseconds);
 }
 
 void frmConnectSetup::BuildCombos(QGridLayout& rows) {
@@ -87,13 +100,46 @@ void frmConnectSetup::BuildButtons() {
     });
 }
 
-void frmConnectSetup::FillIn() {
+/// Lists the ports as they are now. There is a row for each number at all times, so a choice stays.
+Enumerate::PortList frmConnectSetup::ListPorts() {
     Enumerate::PortList found;
     Enumerate::EnumerateSerialPorts(host_.LocalMachine, found);
     const Enumerate::PortList offered = Enumerate::OfferedPorts(found);
-    for (const std::string& port : offered) {
-        cmbPort_->addItem(ToQt(port));
+    const std::map<int, PortUser> used = host_.Inquiry.UsedPorts();
+    for (int number = 1; number <= offered.UpperBound(); ++number) {
+        ShowPort(number - 1, offered[number], comm::PortMark(number, used));
     }
+    TellUse();
+    return offered;
+}
+
+/// The field tells of the chosen port what the list tells of each.
+void frmConnectSetup::TellUse() {
+    cmbPort_->setToolTip(cmbPort_->currentData(Qt::ToolTipRole).toString());
+    cmbPort_->setAccessibleDescription(
+        cmbPort_->currentData(Qt::AccessibleDescriptionRole).toString());
+}
+
+void frmConnectSetup::ShowPort(int item, const std::string& entry, const std::string& mark) {
+    const QString text = ToQt(entry);
+    if (item == cmbPort_->count()) {
+        cmbPort_->addItem(text);
+    } else if (cmbPort_->itemText(item) != text) {
+        cmbPort_->setItemText(item, text);
+    }
+    const QString use = ToQt(mark);
+    if (cmbPort_->itemData(item, Qt::AccessibleDescriptionRole).toString() == use) {
+        return;
+    }
+    cmbPort_->setItemData(item, use, Qt::AccessibleDescriptionRole);
+    cmbPort_->setItemData(item, use.isEmpty() ? use : Qt::convertFromPlainText(use),
+                          Qt::ToolTipRole);
+    cmbPort_->setItemIcon(
+        item, use.isEmpty() ? QIcon() : QIcon(QStringLiteral(":/icons/port-in-use.svg")));
+}
+
+void frmConnectSetup::FillIn() {
+    const Enumerate::PortList offered = ListPorts();
     for (const std::string_view rate : comm::BaudRates) {
         cmbBaud_->addItem(ToQt(rate));
     }
@@ -102,6 +148,8 @@ void frmConnectSetup::FillIn() {
     chkAutoDisconnect_->setChecked(settings_.AutoDisconnect == "1");
     txtAddressBook_->setText(ToQt(settings_.AddressBookPath));
     txtAddressBook_->setCursorPosition(static_cast<int>(txtAddressBook_->text().size()));
+    connect(cmbPort_, &QComboBox::currentIndexChanged, this, [this] { TellUse(); });
+    TellUse();
     loading_ = false;
 }
 

@@ -2,7 +2,10 @@
 #define ORVIA_LINK_FRM_CONNECT_SETUP_H
 
 #include <QDialog>
+#include <QTimer>
+#include <string>
 
+#include "link/enumerate.h"
 #include "platform/host.h"
 #include "records/settings.h"
 
@@ -24,12 +27,16 @@ class frmConnectSetup final : public QDialog {
     void BuildAddressBook(QGridLayout& rows);
     void BuildButtons();
     void FillIn();
+    Enumerate::PortList ListPorts();
+    void TellUse();
+    void ShowPort(int item, const std::string& entry, const std::string& mark);
     void Browse();
     void TakeOver();
 
     Settings& settings_;
     const Host& host_;
     bool loading_ = true;
+    QTimer follow_;  ///< looks anew for ports while the dialog is open
     QComboBox* cmbPort_ = nullptr;
     QComboBox* cmbBaud_ = nullptr;
     QCheckBox* chkAutoDisconnect_ = nullptr;

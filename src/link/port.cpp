@@ -1,5 +1,7 @@
 #include "link/port.h"
 
+#include <algorithm>
+
 #include "common/bytes.h"
 #include "common/fault.h"
 #include "common/number_text.h"
@@ -8,12 +10,30 @@ namespace comm {
 
 namespace {
 
+/// A line at 9600 baud brings as many in 17 ms: what is wrong in them is not seen much later than
+/// if each were looked at as it comes.
+constexpr int MostTogether = 16;
+
 bool GoesOn(const Link& link, std::int16_t wanted) {
     if (link.WaitTicks <= 0) {
         return false;
     }
     return wanted == 0 || (link.MSComm1.InBufferCount() < wanted && link.ShuttingDown == False);
 }
+
+/// Behind a wait every byte is told of as it comes.
+class Expectation {
+ public:
+    explicit Expectation(SerialPort& port) : port_(port) {}
+    ~Expectation() { port_.Expect(1); }
+    Expectation(const Expectation&) = delete;
+    Expectation& operator=(const Expectation&) = delete;
+
+    void Set(int count) { port_.Expect(std::clamp(count, 1, MostTogether)); }
+
+ private:
+    SerialPort& port_;
+};
 
 void EmptyInput(Link& link) {
     link.MSComm1.ClearInBuffer();
@@ -22,18 +42,20 @@ void EmptyInput(Link& link) {
 
 }  // namespace
 
-void WaitForBytes(Link& link, std::int16_t ticks, std::int16_t wanted) {
+void WaitForBytes(Link& link, std::int16_t ticks, std::int16_t wanted, std::int16_t together) {
     link.IdleTicks = IdleLimitTicks;
     link.WaitTicks = ticks;
     link.Events.RunPendingEvents();
+    Expectation expectation(link.MSComm1);
     while (GoesOn(link, wanted)) {
+        expectation.Set(std::max<int>(wanted - link.MSComm1.InBufferCount(), together));
         link.Events.WaitForMoreEvents();
     }
 }
 
-std::int16_t ReadByteWait(Link& link, std::int16_t ticks) {
+std::int16_t ReadByteWait(Link& link, std::int16_t ticks, std::int16_t together) {
     if (link.MSComm1.InBufferCount() == 0) {
-        WaitForBytes(link, ticks, 1);
+        WaitForBytes(link, ticks, 1, together);
     }
     const Bytes byte = link.MSComm1.Input(1);
     return byte.empty() ? std::int16_t{-1} : std::int16_t{byte.front()};
@@ -58,6 +80,7 @@ std::string PortSettings(std::string_view baudRate) {
 
 bool OpenPort(Link& link, MainView& view, int port, const std::string& settings) {
     view.SetComPort("COM" + IntegerToText(port));
+    link.PortRefusal.clear();
     SerialPort& device = link.MSComm1;
     try {
         if (device.PortOpen()) {
@@ -75,7 +98,8 @@ bool OpenPort(Link& link, MainView& view, int port, const std::string& settings)
         EmptyInput(link);
         link.PortHeld = ToFlag(device.PortOpen());
         return device.PortOpen();
-    } catch (const Fault&) {
+    } catch (const Fault& fault) {
+        link.PortRefusal = fault.what();
         return false;
     }
 }

@@ -22,15 +22,19 @@ inline constexpr int IdleLimitTicks = 3000;
 /// It only sets `link.WaitTicks` and looks at it: whoever runs events must call SuperviseTick each
 /// 100 ms, which counts it down, and without that a wait for bytes that never come does not end.
 /// `link.ShuttingDown` ends a wait for bytes too; a pure pause always takes its time.
-void WaitForBytes(Link& link, std::int16_t ticks, std::int16_t wanted);
+///
+/// Who can do nothing with fewer than `together` bytes, though a single one ends the wait, is not
+/// woken for each of them.
+void WaitForBytes(Link& link, std::int16_t ticks, std::int16_t wanted, std::int16_t together = 1);
 
 /// Pauses for `ticks`.
 inline void Pause(Link& link, std::int16_t ticks) {
     WaitForBytes(link, ticks, 0);
 }
 
-/// The next byte, 0 to 255, or -1 when none came within `ticks`.
-[[nodiscard]] std::int16_t ReadByteWait(Link& link, std::int16_t ticks);
+/// The next byte, 0 to 255, or -1 when none came within `ticks`. `together` is how many are still
+/// to come at least.
+[[nodiscard]] std::int16_t ReadByteWait(Link& link, std::int16_t ticks, std::int16_t together = 1);
 
 /// Sends each character as one byte.
 void SendText(Link& link, std::string_view text);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/fault.h"
+#include "common/number_text.h"
 #include "link/busy_guard.h"
 #include "link/port.h"
 #include "logger/commands.h"
@@ -82,11 +83,19 @@ std::shared_ptr<ClientWindow> SampledWindow(const SamplingContext& context) {
     return window && window->ClientIndex() == sampling.ContinuousClient ? window : nullptr;
 }
 
+void TellSample(const SamplingContext& context, cmd::SampleResult result, const std::string& name) {
+    context.radio.status.Came(result == cmd::SampleResult::Read ? "Sample of " + name + " received"
+                              : result == cmd::SampleResult::NotSent ? name + " did not answer"
+                                                                     : name + " gave no sample");
+}
+
 void ReadContinuousSample(const SamplingContext& context) {
-    if (ReadNewest(context) == cmd::SampleResult::NotSent) {
+    const cmd::SampleResult result = ReadNewest(context);
+    if (result == cmd::SampleResult::NotSent) {
         context.newest.MarkNoSample();
     }
     if (const auto window = SampledWindow(context)) {
+        TellSample(context, result, window->Caption());
         window->SetDP();
         static_cast<void>(window->GetStatus());
     } else {
@@ -127,10 +136,18 @@ bool UpdateIsDue(const SamplingContext& context) {
     return true;
 }
 
+/// What a pass came to.
+struct PassCount {
+    int Windows = 0;
+    int Answered = 0;
+};
+
 /// Reads a window's logger and shows it. The sample was asked for at the pass before.
-void ReadUpdate(const SamplingContext& context, ClientWindow& window) {
+void ReadUpdate(const SamplingContext& context, ClientWindow& window, PassCount& count) {
+    context.radio.status.Doing("Updating " + window.Caption());
     context.newest.MarkNoSample();
-    static_cast<void>(ReadNewest(context));
+    ++count.Windows;
+    count.Answered += ReadNewest(context) == cmd::SampleResult::Read ? 1 : 0;
     static_cast<void>(window.GetTime());
     context.newest.Time = window.LoggerTimeCaption();
     window.SetDP();
@@ -145,7 +162,7 @@ bool IsOpen(const SamplingContext& context, const std::shared_ptr<ClientWindow>&
 }
 
 /// One open window's share of a pass; False if its radio could not be selected.
-bool UpdateWindow(const SamplingContext& context, ClientWindow& window) {
+bool UpdateWindow(const SamplingContext& context, ClientWindow& window, PassCount& count) {
     const ClientRadio client = context.book.Entries[window.ClientIndex()];
     if (!SelectClient(context.radio, client)) {
         return false;
@@ -155,7 +172,7 @@ bool UpdateWindow(const SamplingContext& context, ClientWindow& window) {
     }
     window.ClientSetNumChannels();
     if (context.sampling.ContinuousMode == AutoUpdateRunning) {
-        ReadUpdate(context, window);
+        ReadUpdate(context, window, count);
     }
     context.radio.link.MSComm1.ClearInBuffer();
     cmd::RequestSample(context.exchange, cmd::SampleLater);
@@ -192,10 +209,11 @@ std::vector<std::shared_ptr<ClientWindow>> WindowsInOrder(const SamplingContext&
 std::shared_ptr<ClientWindow> UpdateWindows(const SamplingContext& context) {
     const BusyGuard busy(context.operations.OperationBusy);
     context.radio.view.SetPointer(Pointer::Hourglass);
+    PassCount count;
     // An entry can be deleted while an exchange waits, and those behind it move up: who has a turn
     // is settled before.
     for (const auto& window : WindowsInOrder(context)) {
-        if (IsOpen(context, window) && !UpdateWindow(context, *window)) {
+        if (IsOpen(context, window) && !UpdateWindow(context, *window, count)) {
             return window;
         }
         if (DeviceLost(context.radio.link)) {
@@ -203,16 +221,30 @@ std::shared_ptr<ClientWindow> UpdateWindows(const SamplingContext& context) {
         }
     }
     context.radio.view.SetPointer(Pointer::Normal);
+    if (count.Windows > 0) {
+        context.radio.status.Came("Auto Update: " + IntegerToText(count.Answered) + " of " +
+                                  IntegerToText(count.Windows) + " loggers gave a sample");
+    }
     return nullptr;
 }
 
 void UpdatePass(const SamplingContext& context) {
     if (const auto failed = UpdateWindows(context)) {
         EndMachines(context);
+        context.radio.status.Came("Auto Update ended: " + failed->Caption() +
+                                  " could not be reached");
         TellUpdateFailed(context, *failed);
         return;
     }
     context.sampling.ContinuousMode = AutoUpdateRunning;
+}
+
+/// The mode that runs ends as it was asked to.
+void EndMode(const SamplingContext& context) {
+    const bool updates = context.sampling.ContinuousMode >= AutoUpdateStart;
+    context.sampling.StopContinuous = False;
+    context.sampling.ContinuousMode = SamplingIdle;
+    context.radio.status.Came(updates ? "Auto Update stopped" : "Continuous sampling stopped");
 }
 
 void AutoUpdateStep(const SamplingContext& context) {
@@ -229,8 +261,7 @@ void AutoUpdateStep(const SamplingContext& context) {
     }
     UpdatePass(context);
     if (sampling.StopContinuous != False) {
-        sampling.StopContinuous = False;
-        sampling.ContinuousMode = SamplingIdle;
+        EndMode(context);
     }
 }
 
@@ -240,8 +271,7 @@ void ContinuousTick(const SamplingContext& context) {
         return;
     }
     if (sampling.StopContinuous != False || context.windows.NumClientWindows == 0) {
-        sampling.StopContinuous = False;
-        sampling.ContinuousMode = SamplingIdle;
+        EndMode(context);
         return;
     }
     CountTick(sampling.SampleTicks);

@@ -7,8 +7,12 @@
 
 #include "common/bytes.h"
 #include "common/fault.h"
+#include "common/number_text.h"
 #include "link/busy_guard.h"
+#include "link/enumerate.h"
+#include "link/listening.h"
 #include "link/port.h"
+#include "link/port_trouble.h"
 
 namespace comm {
 
@@ -41,6 +45,28 @@ bool Is(const Bytes& reply, const Expected& expected) {
     return std::equal(reply.begin(), reply.end(), expected.begin(), expected.end());
 }
 
+/// Whether the radio answers what was written just before as it should.
+template <typename Expected>
+bool AnswersWith(Link& link, const Expected& expected) {
+    const Bytes reply = AwaitReply(link, LengthOf(expected));
+    const bool answered = Is(reply, expected);
+    if (reply.empty()) {
+        TellMissing(link, LinkFinding::RadioSilence, RadioTicks);
+    } else {
+        Tell(link, answered ? LinkFinding::RadioAnswered : LinkFinding::RadioOther);
+    }
+    return answered;
+}
+
+/// Tells what came before it is looked at: too little of it may end the exchange.
+void TellLength(const Link& link, const Bytes& reply, std::int16_t wanted) {
+    if (reply.empty()) {
+        TellMissing(link, LinkFinding::RadioSilence, RadioTicks);
+    } else if (reply.size() < static_cast<std::size_t>(wanted)) {
+        Tell(link, LinkFinding::RadioShort);
+    }
+}
+
 std::uint8_t ByteAt(const Bytes& reply, std::size_t index) {
     if (index >= reply.size()) {
         throw Fault("the radio's answer is too short");
@@ -70,11 +96,14 @@ bool Unavailable(const Link& link) {
 Bytes Ask(Link& link, std::span<const std::uint8_t> request, std::int16_t length) {
     link.MSComm1.ClearInBuffer();
     link.MSComm1.Output(request);
-    return AwaitReply(link, length);
+    Bytes reply = AwaitReply(link, length);
+    TellLength(link, reply, length);
+    return reply;
 }
 
-/// Takes what the radio echoed; a wrong echo takes the link down.
-bool Accept(bool echoed, Link& link, MessageBoxes& boxes) {
+/// Takes what the radio echoed; a wrong echo takes the link down. `otherwise` names it.
+bool Accept(bool echoed, Link& link, MessageBoxes& boxes, LinkFinding otherwise) {
+    Tell(link, echoed ? LinkFinding::RadioAnswered : otherwise);
     if (!echoed) {
         LinkDown(link, boxes);
     }
@@ -87,14 +116,27 @@ bool AcceptTuning(bool echoed, Link& link, MessageBoxes& boxes) {
     if (echoed) {
         link.StrayInput = False;
     }
-    return Accept(echoed, link, boxes);
+    return Accept(echoed, link, boxes, LinkFinding::RadioEcho);
+}
+
+/// Nothing if it did not come so far that the port was tried.
+std::string DetailsOfFailure(const LinkContext& context) {
+    const std::string& reason = context.link.PortRefusal;
+    if (reason.empty()) {
+        return {};
+    }
+    Enumerate::PortList known;
+    Enumerate::EnumerateSerialPorts(context.registry, known);
+    const int number = context.link.MSComm1.CommPort();
+    return PortTroubleText("COM" + IntegerToText(number), context.inquiry.ConditionOf(number),
+                           known, reason);
 }
 
 void ReopenPort(const LinkContext& context) {
     const bool opened = OpenPort(context.link, context.view, PortNumber(context.settings.PortName),
                                  PortSettings(context.settings.BaudRate));
     if (!opened) {
-        context.boxes.Show(OpenPortFailure());
+        context.boxes.Show(OpenPortFailure(context));
     }
     context.link.LinkState = LinkConnecting;
 }
@@ -145,8 +187,9 @@ void LinkDown(Link& link, MessageBoxes& boxes) {
 bool EnterCommandMode(Link& link) {
     for (int attempt = 0; attempt < EnterAttempts && link.ShuttingDown == False; ++attempt) {
         link.MSComm1.ClearInBuffer();
+        TellTry(link, attempt + 1, EnterAttempts);
         SendText(link, EnterCommand);
-        if (Is(AwaitReply(link, LengthOf(EnteredReply)), EnteredReply)) {
+        if (AnswersWith(link, EnteredReply)) {
             link.LinkState = LinkCommand;
             return true;
         }
@@ -154,7 +197,7 @@ bool EnterCommandMode(Link& link) {
         // there, and ask again.
         link.MSComm1.ClearInBuffer();
         SendText(link, LeaveCommand);
-        if (Is(AwaitReply(link, LengthOf(LeftReply)), LeftReply)) {
+        if (AnswersWith(link, LeftReply)) {
             link.LinkState = LinkNormal;
         }
         Pause(link, RadioTicks);
@@ -167,6 +210,9 @@ bool LeaveCommandMode(Link& link) {
     Pause(link, RadioTicks);
     SendText(link, LeaveCommand);
     WaitForBytes(link, RadioTicks, LengthOf(LeftReply));
+    if (link.MSComm1.InBufferCount() == 0) {
+        TellMissing(link, LinkFinding::RadioSilence, RadioTicks);
+    }
     link.LinkState = LinkNormal;
     return true;
 }
@@ -176,9 +222,13 @@ std::uint8_t ReadServerSystemID(Link& link) {
     link.MSComm1.ClearInBuffer();
     link.MSComm1.Output(SystemIDRequest);
     WaitForBytes(link, RadioTicks, LengthOf(SystemIDRequest));
-    if (link.MSComm1.InBufferCount() != IDAt + 1) {
+    const int came = link.MSComm1.InBufferCount();
+    if (came != IDAt + 1) {
+        came == 0 ? TellMissing(link, LinkFinding::RadioSilence, RadioTicks)
+                  : Tell(link, LinkFinding::RadioOther);
         return NoSystemID;
     }
+    Tell(link, LinkFinding::RadioAnswered);
     return link.MSComm1.Input(0)[IDAt];
 }
 
@@ -220,7 +270,7 @@ bool ReadRadioSignal(Link& link, MessageBoxes& boxes, std::uint8_t& value) {
     }
     const Bytes reply = Ask(link, SignalRequest, 4);
     const bool answered = reply.size() >= 2 && reply.front() == CommandMark;
-    if (!Accept(answered, link, boxes)) {
+    if (!Accept(answered, link, boxes, LinkFinding::RadioOther)) {
         return false;
     }
     value = reply[1];
@@ -254,12 +304,13 @@ bool SelectClient(const LinkContext& context, const ClientRadio& client) {
     }
 }
 
-BoxContent OpenPortFailure() {
+BoxContent OpenPortFailure(const LinkContext& context) {
     return {.Text =
                 "Error opening port.  If this port exists, it \nmay be in use by another "
                 "application.",
             .Title = "Connect Error",
-            .Icon = BoxIcon::Exclamation};
+            .Icon = BoxIcon::Exclamation,
+            .Details = DetailsOfFailure(context)};
 }
 
 }  // namespace comm

@@ -6,6 +6,7 @@
 #include "platform/host.h"
 #include "records/link.h"
 #include "records/main_view.h"
+#include "records/operation_status.h"
 #include "records/settings.h"
 
 // The server radio answers commands itself in command mode; in normal mode all bytes pass
@@ -46,6 +47,9 @@ struct LinkContext {
     const Settings& settings;
     MainView& view;
     MessageBoxes& boxes;
+    OperationStatus& status;
+    PortInquiry& inquiry;  ///< why a port does not open
+    Registry& registry;    ///< which ports there are
 };
 
 /// Brings the radio to normal mode on `client`: the call that every operation makes before it
@@ -54,8 +58,8 @@ struct LinkContext {
 /// exchange is on the link, or at the end of the program.
 [[nodiscard]] bool SelectClient(const LinkContext& context, const ClientRadio& client);
 
-/// The message of a port that will not open.
-[[nodiscard]] BoxContent OpenPortFailure();
+/// The message of a port that will not open; below it, why, as far as the system tells.
+[[nodiscard]] BoxContent OpenPortFailure(const LinkContext& context);
 
 }  // namespace comm
 

@@ -21,16 +21,18 @@ constexpr std::array<StateShown, 4> StatesShown{{{"Disconnected", {255, 0, 0}},
 
 /// The limit acts whatever the setting for it says: an idle port is closed, and the next
 /// operation opens it again.
-void CountIdleTicks(Link& link, const Operations& operations) {
+void CountIdleTicks(const SupervisionContext& context) {
+    Link& link = context.link;
     if (link.Connected == False || link.IdleTicks <= 0 || --link.IdleTicks > 0) {
         return;
     }
-    if (operations.OperationBusy != False) {
+    if (context.operations.OperationBusy != False) {
         link.IdleTicks = 1;
         return;
     }
     ClosePort(link);
     link.LinkState = LinkDisconnected;
+    context.status.Came("Port closed after five quiet minutes; the next operation opens it again");
 }
 
 /// The mode that runs ends with its step, or on its next tick.
@@ -96,14 +98,16 @@ void SuperviseTick(const SupervisionContext& context) {
     }
     if (NoticeLostDevice(link)) {
         EndSampling(context.sampling);
+        context.status.Came("The port is closed: its device is gone");
     }
-    CountIdleTicks(link, context.operations);
+    CountIdleTicks(context);
     if (link.LinkState != link.LinkStateShown) {
         UpdateServerState(link, context.view);
     }
     context.view.ShowLinkFields(link.LinkState != LinkDisconnected);
     context.view.SetCommandStates(StatesOf(context));
     FollowAddressedClient(context);
+    context.view.SetStatus(context.status.Text());
 }
 
 void UpdateServerState(Link& link, MainView& view) {

@@ -5,6 +5,7 @@
 #include "records/client_windows.h"
 #include "records/link.h"
 #include "records/main_view.h"
+#include "records/operation_status.h"
 #include "records/operations_state.h"
 #include "records/sampling_state.h"
 
@@ -18,6 +19,7 @@ struct SupervisionContext {
     AddressBook& book;
     const ClientWindows& windows;
     MainView& view;
+    OperationStatus& status;
 };
 
 /// One tick of the main timer: counts waits and the idle limit, notices a device that vanished,

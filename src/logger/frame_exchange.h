@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "common/bytes.h"
 
@@ -22,6 +23,9 @@ class FrameExchange {
 
     /// One byte outside frames, 0 to 255, or -1 when none came within the time for a reply.
     [[nodiscard]] virtual std::int16_t ReadReplyByte() = 0;
+
+    /// Told how far a command of several exchanges is, as "try", 2, 3. Nothing hangs on it.
+    virtual void NoteProgress(std::string_view /*what*/, int /*number*/, int /*of*/) {}
 };
 
 #endif  // ORVIA_LOGGER_FRAME_EXCHANGE_H

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "common/bytes.h"
 #include "common/flag.h"
 #include "common/numbered_array.h"
 #include "logger/data_point.h"
@@ -72,6 +73,7 @@ struct LoggerRecord {
     double FlowEqExponent = 0;
     double FlowEqMultiplier = 0;
     std::string FlowDeviceName;
+    Bytes SettingsImage;  ///< the image last read from the logger, empty before; never edited
 };
 
 /// All of one logger. Each client window has one; the process has one more, the record of the

@@ -7,6 +7,8 @@
 #include <string>
 
 #include "common/bytes.h"
+#include "platform/archive_store.h"
+#include "platform/port_inquiry.h"
 
 // All that the console needs from outside, one small class each. platform/qt/ realises them on a
 // desktop, tests/support/ on a clock that jumps from event to event.
@@ -32,6 +34,11 @@ class SerialPort {
     /// Raises or drops DTR; a device without that line ignores it.
     virtual void SetDTREnable(bool enable) = 0;
 
+    /// Tells that whoever waits can do nothing with fewer than so many further bytes: until they
+    /// are in, or a tick looks for them, no event need tell of one. A hint, which a port may
+    /// ignore.
+    virtual void Expect(int count) { static_cast<void>(count); }
+
     /// Number of received bytes waiting.
     [[nodiscard]] virtual int InBufferCount() const = 0;
     /// Throws all received bytes away.
@@ -43,7 +50,8 @@ class SerialPort {
     /// Sends the bytes, in the background.
     virtual void Output(std::span<const std::uint8_t> bytes) = 0;
 
-    /// Closes a port whose device is gone without having said so. Called on every tick.
+    /// Takes in what has come of bytes that are expected together, and closes a port whose device
+    /// is gone without having said so. Called on every tick.
     virtual void LookForHangUp() = 0;
 };
 
@@ -73,6 +81,7 @@ struct BoxContent {
     std::string Title;  ///< an empty title stays empty
     BoxIcon Icon = BoxIcon::None;
     BoxButtons Buttons = BoxButtons::Ok;
+    std::string Details = {};  ///< stands below the text, if there is more to say
 };
 
 /// What closing a box by its frame means: Cancel where that button is there, else No, else Ok.
@@ -190,6 +199,15 @@ class Registry {
     virtual void CloseKey(Key key) = 0;
 };
 
+/// The sound by which the system draws attention.
+class Bell {
+ public:
+    virtual ~Bell() = default;
+
+    /// Sounds once; returns at once.
+    virtual void Ring() = 0;
+};
+
 /// The host: a reference to each, the program's folder and the length of a tick.
 struct Host {
     SerialPort& MSComm1;
@@ -200,8 +218,13 @@ struct Host {
     SystemClock& Clock;
     HelpViewer& Help;
     Registry& LocalMachine;
+    PortInquiry& Inquiry;
+    Bell& Sound;
     std::string AppPath;         ///< folder of the program's own file, no separator at its end
     int TickMilliseconds = 100;  ///< length of a tick; tests of forms run the same ticks faster
+    ArchiveStore* Archive = nullptr;  ///< keeps what is uploaded; without it nothing is kept
+    /// Name and version of the system and of what the program runs on.
+    std::string SystemText = {};
 };
 
 #endif  // ORVIA_PLATFORM_HOST_H

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "common/flag.h"
+#include "logger/logger_state.h"
 
 /// A client window, as the operations and the sampling machines see it.
 class ClientWindow {
@@ -63,6 +64,8 @@ class ClientWindow {
     /// Flow in the logger's units at a level in those of channel 1; `velocity` is filled in
     /// Manning's mode, else 0.
     [[nodiscard]] virtual double CalculateFlow(double level, double& velocity) const = 0;
+    /// The points of its flow device, none for one that has no table.
+    [[nodiscard]] virtual const FlowTable& FlowPoints() const = 0;
     /// Works out the decimals of flow and velocity from the settings.
     virtual void CalculateFlowVelPrecision() = 0;
     /// Fills the flow parameters in the flow mode, and hides them in any other.

@@ -3,10 +3,12 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "common/flag.h"
 #include "platform/host.h"
 #include "records/address_book.h"
+#include "records/link_listener.h"
 
 // Values of LinkState.
 inline constexpr std::uint8_t LinkDisconnected = 0;  ///< port closed
@@ -23,6 +25,7 @@ struct Link {
 
     SerialPort& MSComm1;
     EventPump& Events;
+    LinkListener* Listener = nullptr;  ///< who follows what becomes of requests; may be nobody
 
     Flag ShuttingDown = False;  ///< last act of closing; ends every wait for bytes
     Flag CommBusy = False;      ///< one exchange is on the link
@@ -34,6 +37,7 @@ struct Link {
     int IdleTicks = 0;            ///< countdown to the idle limit
     /// The port was opened and not closed again: one that is closed all the same lost its device.
     Flag PortHeld = False;
+    std::string PortRefusal;  ///< why the port did not open when it was last tried; empty if it did
     /// The last acknowledge was another byte: more of its kind may be on the way.
     Flag StrayInput = False;
     std::uint8_t ServerSystemID = 0;

@@ -161,7 +161,11 @@ void Calibrate(const SetupContext& context, int channel,
     form->State().CalibrationChannel = static_cast<std::int16_t>(channel);
     form->SetCaption("Calibrate Channel " + IntegerToText(channel + 1) + " (" +
                      std::string(Trim(row.cmbEU)) + ")");
-    if (RunCalibration(*form, values)) {
+    const std::string name = "hannel " + IntegerToText(channel + 1);
+    context.status.Doing("Calibrating c" + name);
+    const bool finished = RunCalibration(*form, values);
+    if (finished) {
         context.view.SetCalibration(channel, values);
     }
+    context.status.Came("C" + name + (finished ? " calibrated" : " was not calibrated"));
 }

@@ -7,6 +7,7 @@
 #include <QTabBar>
 
 #include "platform/qt/focus_guard.h"
+#include "platform/qt/status_line.h"
 #include "platform/qt/text_qt.h"
 #include "setup/calibration.h"
 #include "setup/frmSetupPages.h"
@@ -96,6 +97,7 @@ void frmSetup::SetRecentFile(int place, std::string_view name) {
     if (item->text() != caption) {
         item->setText(caption);
     }
+    item->setEnabled(!name.empty());
 }
 
 void frmSetup::SetPointer(Pointer pointer) {
@@ -141,6 +143,7 @@ void frmSetup::OnTimer1() {
         return;
     }
     SetupTick(Context());
+    lblStatus_->Tell(records_.status.Text());
 }
 
 void frmSetup::TurnPage(int step) {

@@ -17,6 +17,7 @@ class QMenuBar;
 class QPushButton;
 class QScrollArea;
 class QTabBar;
+class StatusLine;
 class frmSetupPages;
 
 /// The dialog in which the settings of the current logger are edited, filed, programmed and
@@ -86,6 +87,7 @@ class frmSetup final : public QDialog, private SetupView {
     QTabBar* TabStrip_ = nullptr;
     QScrollArea* scroll_ = nullptr;
     frmSetupPages* pages_ = nullptr;
+    StatusLine* lblStatus_ = nullptr;
     QPushButton* cmdOK_ = nullptr;
     QPushButton* cmdCancel_ = nullptr;
     std::array<QAction*, 4> mnuHist_ = {};

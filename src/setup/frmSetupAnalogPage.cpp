@@ -10,6 +10,7 @@
 
 #include "setup/frmSetupPages.h"
 #include "setup/frmSetupParts.h"
+#include "setup/frmSetupRow.h"
 #include "setup/setup_flow_page.h"
 
 using namespace setup_parts;
@@ -56,6 +57,13 @@ constexpr std::array<Column, 10> Columns{{
      "Run dialog that assists setting calibration points", nullptr, nullptr},
 }};
 
+/// The least that a column needs for that cell: a head may take two lines.
+int WidthOf(const QLayoutItem& cell) {
+    const auto* head = qobject_cast<const QLabel*>(cell.widget());
+    return head != nullptr && head->wordWrap() ? head->minimumSizeHint().width()
+                                               : cell.sizeHint().width();
+}
+
 /// Gives the columns of the heads and of all rows one width each.
 void AlignColumns(const std::vector<QGroupBox*>& rows, QWidget* heads) {
     std::vector<QGridLayout*> grids{static_cast<QGridLayout*>(heads->layout())};
@@ -70,7 +78,7 @@ void AlignColumns(const std::vector<QGroupBox*>& rows, QWidget* heads) {
         int width = 0;
         for (const QGridLayout* grid : grids) {
             const QLayoutItem* item = grid->itemAtPosition(0, column);
-            width = std::max(width, item != nullptr ? item->sizeHint().width() : 0);
+            width = std::max(width, item != nullptr ? WidthOf(*item) : 0);
         }
         for (QGridLayout* grid : grids) {
             grid->setColumnMinimumWidth(column, width);
@@ -106,17 +114,23 @@ void frmSetupPages::BuildHeads(QWidget* page) {
     heads->setObjectName(Named("heads"));
     auto* grid = new QGridLayout(heads);
     for (std::size_t i = 0; i < Columns.size(); ++i) {
-        // A column without a head is none to the grid, unless something stands there.
-        QWidget* head = Columns[i].HeadName != nullptr
-                            ? Label(heads, Columns[i].HeadName, Columns[i].Head)
-                            : new QWidget(heads);
-        grid->addWidget(head, 0, static_cast<int>(i));
+        const int place = static_cast<int>(i);
+        if (Columns[i].HeadName == nullptr) {
+            // A column without a head is none to the grid, unless something stands there.
+            grid->addWidget(new QWidget(heads), 0, place);
+            continue;
+        }
+        QLabel* head = Label(heads, Columns[i].HeadName, Columns[i].Head);
+        head->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
+        // A column of single digits is narrower than its head.
+        head->setWordWrap(Columns[i].What == Kind::Precision);
+        grid->addWidget(head, 0, place);
     }
     page->layout()->addWidget(heads);
 }
 
 QGroupBox* frmSetupPages::BuildChannel(QWidget* page, int channel, bool exists) {
-    auto* panel = new QGroupBox(QString::number(channel + 1), page);
+    auto* panel = new frmSetupRow(QString::number(channel + 1), page);
     panel->setObjectName(Indexed("fraSetup", channel));
     auto* grid = new QGridLayout(panel);
     const QMargins around = grid->contentsMargins();
@@ -125,7 +139,7 @@ QGroupBox* frmSetupPages::BuildChannel(QWidget* page, int channel, bool exists) 
         grid->addWidget(NewCell(panel, channel, static_cast<int>(i)), 0, static_cast<int>(i));
     }
     if (!exists) {
-        grid->setRowMinimumHeight(0, QLineEdit().sizeHint().height());
+        grid->setRowMinimumHeight(0, panel->fontMetrics().height());
     }
     panel->setEnabled(exists);
     return panel;
@@ -149,6 +163,7 @@ QWidget* frmSetupPages::NewCell(QGroupBox* panel, int channel, int number) {
             QComboBox* unit =
                 fields_.Editable(panel, name, {}, place, channel == 0 ? UnitCheck() : column.Check);
             FillUnitsCombo(*unit, true);
+            unit->setMinimumContentsLength(static_cast<int>(LongestUnit));
             cell = unit;
             break;
         }

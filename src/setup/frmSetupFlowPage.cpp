@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "platform/qt/option_group.h"
 #include "platform/qt/text_qt.h"
 #include "setup/frmSetupPages.h"
 #include "setup/frmSetupParts.h"
@@ -71,6 +72,7 @@ void frmSetupPages::BuildFlowMethods(QGridLayout& grid) {
     cmdBrowse_ = NamedButton(page, Named("cmdBrowse"), QStringLiteral("..."));
     cmdBrowse_->setAccessibleName(QStringLiteral("Browse for a table file"));
     grid.addWidget(cmdBrowse_, FlowByTable, 2);
+    TabEntersAtChosen(*page);
     ofFlume_ = {flume};
     ofWeir_ = {weir};
     ofTable_ = {table, cmdBrowse_};

@@ -12,6 +12,7 @@
 
 #include "common/help_file.h"
 #include "platform/qt/focus_guard.h"
+#include "platform/qt/status_line.h"
 #include "setup/calibration.h"
 #include "setup/frmCalibrate.h"
 #include "setup/frmSetup.h"
@@ -70,7 +71,9 @@ void frmSetup::BuildButtons() {
     auto* row = new QHBoxLayout;
     row->setContentsMargins(0, fontMetrics().height() / 2, 0, 0);
     row->setSpacing(fontMetrics().height() / 2);
-    row->addStretch();
+    // In the room beside the buttons, of which it asks nothing.
+    lblStatus_ = new StatusLine(this, Named("lblStatus"));
+    row->addWidget(lblStatus_, 1);
     row->addWidget(cmdOK_);
     row->addWidget(cmdCancel_);
     static_cast<QBoxLayout*>(layout())->addLayout(row);

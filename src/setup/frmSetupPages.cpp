@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QStackedLayout>
 
+#include "platform/qt/option_group.h"
 #include "setup/frmSetupParts.h"
 #include "setup/setup_lists.h"
 
@@ -186,6 +187,7 @@ QWidget* frmSetupPages::BuildTiming(QWidget* page) {
                                    TimingLogarithmic));
     rows->addWidget(fields_.Option(frame, Named("optFastMode"),
                                    "Fast sampling mode (10 times per second)", timing, TimingFast));
+    TabEntersAtChosen(*frame);
     return frame;
 }
 
@@ -238,6 +240,7 @@ QGroupBox* frmSetupPages::BuildPulse(QWidget* page, int channel, bool exists) {
         panel, Indexed("cmbPulseEU", channel), {},
         [i](SetupControls& c) -> std::string& { return c.Pulse[i].cmbPulseEU; }, CheckUnit);
     FillUnitsCombo(*unit, false);
+    unit->setMinimumContentsLength(static_cast<int>(LongestUnit));
     QLineEdit* value = fields_.Text(
         panel, Indexed("txtPulseUnit", channel),
         [i](SetupControls& c) -> std::string& { return c.Pulse[i].txtPulseUnit; }, CheckFloat,

@@ -11,6 +11,7 @@
 #include "logger/logger_state.h"
 #include "platform/host.h"
 #include "records/link.h"
+#include "records/operation_status.h"
 #include "records/operations_state.h"
 #include "records/sampling_state.h"
 #include "records/settings.h"
@@ -36,6 +37,7 @@ struct SetupRecords {
     const Sampling& sampling;
     Operations& operations;
     FrameExchange& exchange;
+    OperationStatus& status;
     const Host& outside;
     std::string version;        ///< of the program, for set-up files
     Flag showBaudRate = False;  ///< the fixed baud rate is shown

@@ -6,7 +6,7 @@ namespace {
 
 /// Reads what the logger holds now. The idle limit may have closed the port behind the dialog; the
 /// end of the program has closed it for good.
-void ReadAgain(const OperationContext& context, ClientWindow& window,
+void ReadAgain(const OperationContext& context, const Target& target,
                const std::function<bool()>& reselect) {
     if (context.radio.link.ShuttingDown != False) {
         return;
@@ -14,7 +14,7 @@ void ReadAgain(const OperationContext& context, ClientWindow& window,
     context.operations.OperationBusy = True;
     context.radio.view.SetPointer(Pointer::Hourglass);
     if (context.radio.link.LinkState != LinkDisconnected || reselect()) {
-        static_cast<void>(window.GetSettings());
+        ReadSettingsOf(context, target);
     }
 }
 
@@ -27,15 +27,19 @@ void Setup(const OperationContext& context,
     }
     OnActiveWindow(context, [&](const Target& target) {
         ClientWindow& window = *target.Window;
-        static_cast<void>(window.GetSettings());
+        const bool read = ReadSettingsOf(context, target);
         if (!IsOpen(context, target)) {
             return;
+        }
+        if (!read) {
+            context.radio.status.Came(NameOf(target) +
+                                      " did not answer: these are not its settings of now");
         }
         window.ClientSetGlobalState();
         context.radio.view.SetPointer(Pointer::Normal);
         // By the radio that was read, whatever becomes of the entry.
         const std::function<bool()> reselect = [&] { return SelectRadioOf(context, target); };
         show(reselect);
-        ReadAgain(context, window, reselect);
+        ReadAgain(context, target, reselect);
     });
 }

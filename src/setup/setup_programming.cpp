@@ -12,9 +12,11 @@ namespace {
 
 constexpr const char* Title = "Program Settings";
 
-/// Writes the current settings to the logger, under the wait pointer. A fault leaves the pointer.
-bool Program(const SetupContext& context) {
-    const InputHeld held(context.view);
+std::string LoggerName(const SetupContext& context) {
+    return context.global.LoggerName.empty() ? "the logger" : context.global.LoggerName;
+}
+
+bool WriteAndRestart(const SetupContext& context) {
     if (context.link.LinkState == LinkDisconnected && !context.reselect()) {
         return false;
     }
@@ -24,12 +26,25 @@ bool Program(const SetupContext& context) {
     }
     // From here on a piece can reach the logger.
     context.dialog.LoggerUncertain = True;
-    if (!config::WriteLoggerSettings(context.exchange, context.global) ||
-        !cmd::RestartSampling(context.exchange)) {
+    context.status.Doing("Programming " + LoggerName(context));
+    if (!config::WriteLoggerSettings(context.exchange, context.global)) {
+        return false;
+    }
+    context.status.Doing("Restarting sampling of " + LoggerName(context));
+    if (!cmd::RestartSampling(context.exchange)) {
         return false;
     }
     context.dialog.LoggerUncertain = False;
     return true;
+}
+
+/// Writes the current settings to the logger, under the wait pointer. A fault leaves the pointer.
+bool Program(const SetupContext& context) {
+    const InputHeld held(context.view);
+    const bool programmed = WriteAndRestart(context);
+    context.status.Came(programmed ? "Settings of " + LoggerName(context) + " programmed"
+                                   : "Programming " + LoggerName(context) + " failed");
+    return programmed;
 }
 
 void TellNotCompleted(const SetupContext& context) {
@@ -79,6 +94,7 @@ void ProgramSettings(const SetupContext& context) {
     try {
         TakeAndProgram(context);
     } catch (const Fault&) {
+        context.status.End();
         context.outside.Boxes.Show(
             {.Text = "Error: unable to complete operation. Check that setup data is valid and "
                      "connection is working.",
@@ -96,6 +112,7 @@ bool ProgramBeforeClosing(const SetupContext& context) {
         try {
             programmed = Program(context);
         } catch (const Fault&) {
+            context.status.End();
             programmed = false;
         }
         context.view.SetPointer(Pointer::Normal);

@@ -76,6 +76,26 @@ TEST_F(MainWindowClosing, ExitInTheFileMenuClosesTheConsole) {
     ExpectClosedInSilence();
 }
 
+TEST_F(MainWindowClosing, TakesTheTraceAlongInSilence) {
+    StartConnected();
+    Find<QAction>("mnuTrace").trigger();
+    const QWidget& trace = Find<QWidget>("frmTrace");
+    EXPECT_TRUE(trace.isVisible());
+    EXPECT_TRUE(window_->close());
+    EXPECT_FALSE(trace.isVisible());
+    ExpectClosedInSilence();
+}
+
+TEST_F(MainWindowClosing, TakesTheReportForSupportAlongInSilence) {
+    StartConnected();
+    Find<QAction>("mnuSupport").trigger();
+    const QWidget& report = Find<QWidget>("frmSupport");
+    EXPECT_TRUE(report.isVisible());
+    EXPECT_TRUE(window_->close());
+    EXPECT_FALSE(report.isVisible());
+    ExpectClosedInSilence();
+}
+
 /// The window of a flow table with something typed that no file holds.
 class MainWindowWithAFlowTable : public MainWindowClosing {
  protected:

@@ -2,7 +2,17 @@
 
 namespace testing_support {
 
-MainWindowTest::MainWindowTest() : state_(host_.AsHost(folder_)) {
+namespace {
+
+Host WithArchive(Host host, ArchiveStore* archive) {
+    host.Archive = archive;
+    return host;
+}
+
+}  // namespace
+
+MainWindowTest::MainWindowTest(ArchiveStore* archive)
+    : state_(WithArchive(host_.AsHost(folder_), archive)) {
     std::string book;
     for (int number = 1; number <= 3; ++number) {
         const simulator::LoggerSetup site = BasicSite(number);

@@ -26,7 +26,8 @@ namespace testing_support {
 /// The console's real windows on a fast host, with a network of three sites and their book.
 class MainWindowTest : public ::testing::Test {
  protected:
-    MainWindowTest();
+    /// With an archive if there is one to keep what is uploaded.
+    explicit MainWindowTest(ArchiveStore* archive = nullptr);
     ~MainWindowTest() override;
 
     /// Starts the console; `inDialog` is done to the connect dialog once it is there.

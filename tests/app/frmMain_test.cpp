@@ -60,7 +60,9 @@ TEST_F(MainWindowTest, HasTheToldTitleSizeMenus) {
                                                 "&Window", " &Help"}));
     EXPECT_EQ(TextsOf(Find<QMenu>("mnuFile")),
               (std::vector<std::string>{"Load Address Book", "New Blank Address Book", "E&xit"}));
-    EXPECT_EQ(TextsOf(Find<QMenu>("mnuHelp")), (std::vector<std::string>{"&Help", "&About"}));
+    EXPECT_EQ(TextsOf(Find<QMenu>("mnuHelp")),
+              (std::vector<std::string>{"&Help", "&About", "&Trace of the Link...",
+                                        "&Save Report for Support..."}));
 }
 
 TEST_F(MainWindowTest, AfterConnectingListPortSystemIdAreShown) {

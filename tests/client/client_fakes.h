@@ -140,8 +140,9 @@ struct Console {
  private:
     static Host HostWith(testing_support::VirtualHost& outside, EventPump& events) {
         const Host host = outside.AsHost("/nowhere");
-        return {host.MSComm1, events,    host.Boxes,        host.Dialogs, host.Store,
-                host.Clock,   host.Help, host.LocalMachine, host.AppPath};
+        return {host.MSComm1, events,     host.Boxes,  host.Dialogs,
+                host.Store,   host.Clock, host.Help,   host.LocalMachine,
+                host.Inquiry, host.Sound, host.AppPath};
     }
 };
 

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QPointer>
+#include <QStyleOptionTitleBar>
 #include <QTimer>
+#include <QWindow>
 
 #include "client/frmClient.h"
 #include "flow/flow_mode.h"
@@ -28,6 +30,31 @@ TEST_F(Form, TheCloseBoxUnloadsAndLeavesTheArea) {
     window.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(watch, nullptr);
+}
+
+TEST_F(Form, BehindAClickOnTheTitleOneClickOnTheCloseBoxIsEnough) {
+    const auto window = Open();
+    QStyleOptionTitleBar bar;
+    bar.initFrom(window.get());
+    bar.subControls = QStyle::SC_All;
+    bar.titleBarFlags = window->windowFlags();
+    bar.titleBarState = Qt::WindowActive;
+    const QStyle* style = window->style();
+    const int height = style->pixelMetric(QStyle::PM_TitleBarHeight, &bar, window.get());
+    bar.rect = QRect(0, 0, window->width(), height);
+    const QPoint box = style
+                           ->subControlRect(QStyle::CC_TitleBar, &bar,
+                                            QStyle::SC_TitleBarCloseButton, window.get())
+                           .center();
+    QWindow* whole = area->window()->windowHandle();
+    const auto click = [&](const QPoint& place) {
+        QTest::mouseMove(whole, window->mapTo(area->window(), place));
+        QTest::mouseClick(whole, Qt::LeftButton, {}, window->mapTo(area->window(), place));
+    };
+    click(QPoint(window->width() / 2, height / 2));
+    EXPECT_EQ(console.State.Windows.NumClientWindows, 1);
+    click(box);
+    EXPECT_EQ(console.State.Windows.NumClientWindows, 0);
 }
 
 TEST_F(Form, AMainWindowThatGoesFirstTakesTheWindowWithIt) {

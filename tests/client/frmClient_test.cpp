@@ -311,6 +311,28 @@ TEST_F(Form, AStandingDisplayIsNotPaintedAgain) {
     EXPECT_EQ(column.Paints, 0);
 }
 
+TEST_F(Form, TheTicksRestWhenThereIsNothingToDraw) {
+    const auto window = Open();
+    const auto* timer = window->findChild<QTimer*>(QStringLiteral("Timer1"));
+    ASSERT_NE(timer, nullptr);
+    const auto rests = [timer] { return !timer->isActive(); };
+    ASSERT_TRUE(RunEventsUntil(rests)) << "without settings";
+    ASSERT_TRUE(window->GetSettings());
+    Click(*window, "cmdMeter");
+    ASSERT_TRUE(RunEventsUntil(rests)) << "with bars that stand";
+    Sample(*window, {30000});
+    EXPECT_TRUE(timer->isActive()) << "a bar has moved";
+    ASSERT_TRUE(RunEventsUntil(rests));
+    Sample(*window, {30000});
+    ASSERT_TRUE(RunEventsUntil(rests)) << "it has not moved";
+    Find(*window, "content")->update();
+    ASSERT_TRUE(RunEventsUntil([timer] { return timer->isActive(); })) << "painting draws anew";
+    ASSERT_TRUE(RunEventsUntil(rests));
+    window->Unload();
+    Sample(*window, {20000});
+    EXPECT_FALSE(timer->isActive()) << "a closed window never ticks";
+}
+
 TEST_F(Form, AMovedBarPaintsItsColumnAndNotTheWindow) {
     console.Logger.Settings.DecPlaces[0] = 0;
     const auto window = Open();

@@ -111,6 +111,42 @@ TEST(FormatFixed, FitsTheLargestNumberIntoItsRoom) {
     EXPECT_EQ(FormatFixed(-std::numeric_limits<double>::max(), 6).size(), 317U);
 }
 
+TEST(FormatSignificant, KeepsSoManyDigitsAndClosingZeros) {
+    EXPECT_EQ(FormatSignificant(1234.5, 6), "1234.50");
+    EXPECT_EQ(FormatSignificant(-0.0123456789, 6), "-0.0123457");
+    EXPECT_EQ(FormatSignificant(1, 6), "1.00000");
+    EXPECT_EQ(FormatSignificant(99.99996, 6), "100.000");
+    EXPECT_EQ(FormatSignificant(2.5, 1), "2");
+    EXPECT_EQ(FormatSignificant(1.0 / 3, 15), "0.333333333333333");
+}
+
+TEST(FormatSignificant, KeepsAllWholeDigits) {
+    EXPECT_EQ(FormatSignificant(999999.4, 6), "999999");
+    EXPECT_EQ(FormatSignificant(999999.7, 6), "1000000");
+    EXPECT_EQ(FormatSignificant(123456789.5, 6), "123456790");
+    EXPECT_EQ(FormatSignificant(1e300, 6).size(), 301U);
+}
+
+TEST(FormatSignificant, TurnsToAnExponentWhereTheGeneralFormDoes) {
+    EXPECT_EQ(FormatSignificant(0.0001, 6), "0.000100000");
+    EXPECT_EQ(FormatSignificant(0.0000999999, 6), "9.99999E-05");
+    EXPECT_EQ(FormatSignificant(0.00009999999, 6), "0.000100000");
+    EXPECT_EQ(FormatSignificant(5e-324, 6), "4.94066E-324");
+}
+
+TEST(FormatSignificant, ShowsNothingAndWhatIsNoNumberAsZero) {
+    EXPECT_EQ(FormatSignificant(0, 6), "0");
+    EXPECT_EQ(FormatSignificant(-0.0, 6), "0");
+    EXPECT_EQ(FormatSignificant(Infinity, 6), "0");
+    EXPECT_EQ(FormatSignificant(NaN, 6), "0");
+}
+
+TEST(FormatSignificant, HoldsTheDigitsToFifteen) {
+    EXPECT_EQ(FormatSignificant(0.5, 40), "0.500000000000000");
+    EXPECT_EQ(FormatSignificant(0.26, 0), "0.3");
+    EXPECT_EQ(FormatSignificant(std::numeric_limits<double>::max(), 15).size(), 309U);
+}
+
 TEST(LeadingNumber, StopsAtTheFirstOtherCharacter) {
     EXPECT_EQ(LeadingNumber("12 minutes"), 12);
     EXPECT_EQ(LeadingNumber("  -1.5e2x"), -150);

@@ -72,7 +72,7 @@ TEST_F(LargeBookTest, IsWorkedWithWithoutVisibleDelay) {
     });
     Measure("tick", [this] {
         comm::SuperviseTick({state_.LinkRecord, state_.SamplingRecord, state_.OperationsRecord,
-                             state_.Book, state_.Windows, *window_});
+                             state_.Book, state_.Windows, *window_, state_.Status});
     });
     EXPECT_EQ(List().ItemCount(), Entries - 1);
 }

@@ -135,6 +135,13 @@ TEST_F(frmLogTest, TextFillsTheWindowWhenThatIsResized) {
     EXPECT_GT(Find(Form(), "txtLog")->height(), 380);
 }
 
+TEST_F(frmLogTest, ShowsTenLinesAtLeast) {
+    log.OpenLog();
+    QCoreApplication::processEvents();
+    const auto* text = Find<QPlainTextEdit>(Form(), "txtLog");
+    EXPECT_GE(text->viewport()->height() / text->fontMetrics().lineSpacing(), 10);
+}
+
 TEST_F(frmLogTest, StandsTowardsTheLowerRight) {
     log.OpenLog();
     const int left = 1000 * TwipsPerPixel - Form().width() * TwipsPerPixel - 200 * TwipsPerPixel;

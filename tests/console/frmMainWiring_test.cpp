@@ -6,6 +6,7 @@
 
 #include "flow/frmRating.h"
 #include "main_console_bench.h"
+#include "trace/frmTrace.h"
 
 namespace {
 
@@ -184,6 +185,24 @@ TEST_F(frmMainConsoleTest, NewFlowTableOpensItsWindowBesideTheOthers) {
     EXPECT_FALSE(
         host_.Virtual.Network.RequestsTo(*host_.Virtual.Network.Loggers().front()).empty());
     EXPECT_TRUE(table->close());
+    ExpectAtRest();
+}
+
+TEST_F(frmMainConsoleTest, TheTraceOpensBesideTheOthersAndLeavesTheLinkFree) {
+    Choose("mnuTrace");
+    auto* trace = window_->findChild<frmTrace*>();
+    ASSERT_NE(trace, nullptr);
+    EXPECT_TRUE(trace->isVisible());
+    EXPECT_TRUE(trace->isWindow());
+    EXPECT_FALSE(trace->isModal());
+    Choose("mnuTrace");
+    EXPECT_EQ(window_->findChildren<frmTrace*>().size(), 1);
+    ClickItem(1);
+    AwaitCommands();
+    Choose("mnuGetSettingsFACW");
+    EXPECT_FALSE(
+        host_.Virtual.Network.RequestsTo(*host_.Virtual.Network.Loggers().front()).empty());
+    EXPECT_TRUE(trace->close());
     ExpectAtRest();
 }
 

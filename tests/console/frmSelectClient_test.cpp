@@ -70,6 +70,21 @@ TEST_F(frmSelectClientTest, StandsInsideTheMainWindow) {
     EXPECT_EQ(over.pos(), main.pos() + QPoint(PixelsOfTwips(1000), PixelsOfTwips(1000)));
 }
 
+TEST_F(frmSelectClientTest, TellsBelowTheListHowToChooseAndLeave) {
+    const auto* list = Find<QListWidget>(form, "lstClients");
+    const QRect below(list->x(), list->geometry().bottom() + 2, list->width(),
+                      form.height() - list->geometry().bottom() - 2);
+    EXPECT_GE(below.height(), form.fontMetrics().height());
+    const QImage hint = form.grab(below).toImage();
+    int ink = 0;
+    for (int x = 0; x < hint.width(); ++x) {
+        ink += hint.pixel(x, hint.height() / 2) != hint.pixel(0, 0) ? 1 : 0;
+    }
+    EXPECT_GT(ink, 10);
+    EXPECT_TRUE(list->accessibleDescription().contains(QStringLiteral("Enter")));
+    EXPECT_TRUE(list->accessibleDescription().contains(QStringLiteral("Escape")));
+}
+
 TEST_F(frmSelectClientTest, ReachesEverybody) {
     ExpectReach(form);
     KeepPictures(form);

@@ -148,10 +148,7 @@ void Storm::Drag() {
         const std::string text = list_.ItemText(1 + Draw(count));
         const int y = Draw((count + 2) * FakeClientList::ItemHeight);
         DragOverList(list_, y);
-        DropOnList(
-            {console_.State.SettingsRecord, console_.State.Book, console_.State.Windows,
-             console_.State.OperationsRecord, console_.State.SamplingRecord, console_.View, list_},
-            text, y);
+        DropOnList(console_.Make.Drops(list_), text, y);
     }
 }
 

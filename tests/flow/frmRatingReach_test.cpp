@@ -70,9 +70,9 @@ TEST_F(RatingFormTest, TheTabKeyGoesThroughTheWindowInItsOrder) {
         Press(Qt::Key_Tab);
     }
     EXPECT_EQ(order, (std::vector<std::string>{"cmbKind", "txtName", "cmbLengthUnit", "cmbFlowUnit",
-                                               "cmbDimension(0)", "txtRows", "cmdRows", "pctCurve",
-                                               "chkLogarithmic", "qt_tabwidget_tabbar", "lvwTable",
-                                               "txtAbout", "cmdOpen", "cmdSave"}));
+                                               "cmbDimension(0)", "txtRows", "cmdRows",
+                                               "chkLogarithmic", "pctCurve", "qt_tabwidget_tabbar",
+                                               "lvwTable", "txtAbout", "cmdOpen", "cmdSave"}));
 }
 
 TEST_F(RatingFormTest, FitsASmallScreenForEveryKind) {

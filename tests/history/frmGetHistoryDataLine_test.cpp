@@ -118,13 +118,15 @@ class FrmGetHistoryDataOnALine : public HistoryFormTest,
         state.SettingsRecord.BaudRate = std::to_string(GetParam().Baud);
         QObject::connect(&tick, &QTimer::timeout, &tick, [this] {
             comm::SuperviseTick({state.LinkRecord, state.SamplingRecord, state.OperationsRecord,
-                                 state.Book, state.Windows, view});
+                                 state.Book, state.Windows, view, state.Status});
         });
         tick.start(100);
     }
 
     [[nodiscard]] bool SelectLogger() {
-        const comm::LinkContext radio = {state.LinkRecord, state.SettingsRecord, view, state.Boxes};
+        const comm::LinkContext radio = {
+            state.LinkRecord,      state.SettingsRecord,      view, state.Boxes, state.Status,
+            state.Outside.Inquiry, state.Outside.LocalMachine};
         comm::ConnectDialog connecting;
         comm::Connect(radio, connecting, [](Pointer) {});
         ClientRadio client;
@@ -164,7 +166,8 @@ class FrmGetHistoryDataOnALine : public HistoryFormTest,
     QtEventPump pump;
     SharedState state{Host{port, pump, console.Outside.Boxes, console.Outside.Dialogs,
                            console.Outside.Store, console.Outside.Clock, console.Outside.Help,
-                           console.Outside.LocalMachine, "/nowhere"}};
+                           console.Outside.LocalMachine, console.Outside.Inquiry,
+                           console.Outside.Sound, "/nowhere"}};
     FakeMainView view;
     QTimer tick;
 };

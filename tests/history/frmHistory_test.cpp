@@ -62,6 +62,42 @@ TEST_F(FrmHistory, StartsAsItsDesignSays) {
     EXPECT_TRUE(Boxes().empty());
 }
 
+TEST_F(FrmHistory, ThePlotStandsApartAtTheLeftOfTheToldButtons) {
+    Add({1, 2, 3});
+    Show();
+    std::vector<int> places;
+    for (const char* name : {"cmdPlot", "cmdOK", "cmdSave", "cmdPack", "cmdOptions"}) {
+        places.push_back(Find(*form, name)->x());
+    }
+    EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
+    const auto* plot = Find<QPushButton>(*form, "cmdPlot");
+    const auto* ok = Find<QPushButton>(*form, "cmdOK");
+    EXPECT_EQ(plot->text(), QStringLiteral("P&lot"));
+    EXPECT_GT(ok->x() - plot->geometry().right(), ok->width());
+    EXPECT_EQ(plot->y(), ok->y());
+    EXPECT_TRUE(ok->isDefault() && ok->hasFocus());
+    EXPECT_FALSE(plot->isEnabled()) << "there is nobody to show one";
+    QPushButton* options = Find<QPushButton>(*form, "cmdOptions");
+    EXPECT_EQ(options->nextInFocusChain(), plot) << "the told ones come first";
+}
+
+TEST_F(FrmHistory, ThePlotIsAskedForWithThePointsOfTheLoggersDevice) {
+    Add({1, 2, 3});
+    const auto table = std::make_shared<FakeClientWindow>(console.State);
+    table->State.FlowTable.Append({0.5, 7});
+    std::vector<double> flows;
+    form = std::make_unique<frmHistory>(console.Make.History(), table, nullptr,
+                                        [&](const FlowTable& points, QDialog& viewer) {
+                                            EXPECT_EQ(&viewer, form.get());
+                                            flows.push_back(points[1].Flow);
+                                        });
+    form->Load();
+    form->show();
+    Click(*form, "cmdPlot");
+    EXPECT_EQ(flows, std::vector<double>{7});
+    EXPECT_TRUE(form->isVisible());
+}
+
 TEST_F(FrmHistory, ListShowsTheTableWithAllButTheFirstColumnCentred) {
     Add({1, 2, 3});
     Add({4, 5, 6});

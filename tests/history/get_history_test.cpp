@@ -89,6 +89,27 @@ TEST_F(GetHistoryTest, UploadsThenShowsTheViewerWithTheWindow) {
     EXPECT_TRUE(bench->Boxes().empty());
 }
 
+TEST_F(GetHistoryTest, TheStatusLineTellsOfTheUploadAndItsEnd) {
+    Make(SiteWithHistory(25));
+    OperationStatus& status = bench->console.State.Status;
+    bool told = false;
+    bench->console.Outside.Time.StartTimer(20 * Millisecond, [&] {
+        told = told || status.Text() == "Uploading history of Site 1...";
+    });
+    Run();
+    EXPECT_TRUE(told);
+    EXPECT_NE(status.Text().find("  History of Site 1: 25 of 25 records uploaded"),
+              std::string::npos)
+        << status.Text();
+}
+
+TEST_F(GetHistoryTest, TheStatusLineTellsOfALoggerWithoutRecords) {
+    Make(SiteWithHistory(0));
+    Run();
+    EXPECT_NE(bench->console.State.Status.Text().find("  Site 1 has no history in memory"),
+              std::string::npos);
+}
+
 TEST_F(GetHistoryTest, ReadsTheStatusBeforeTheUploadBeforeTheViewerBehindIt) {
     Make(SiteWithHistory(25));
     const int before = bench->window->StatusReads;

@@ -50,7 +50,8 @@ class FakeUploadView final : public UploadView {
 /// An upload from one logger of the simulated network, whose radio is selected.
 class UploadBench {
  public:
-    explicit UploadBench(const simulator::LoggerSetup& setup) {
+    explicit UploadBench(const simulator::LoggerSetup& setup, ArchiveStore* archive = nullptr)
+        : console("/nowhere", archive) {
         console.Outside.Network.KeepsRecord = true;
         console.Connect();
         entry = console.AddSite(setup);
@@ -72,7 +73,8 @@ class UploadBench {
                 .exchange = console.State.Exchange,
                 .global = console.State.Logger,
                 .store = console.State.History,
-                .boxes = console.State.Boxes};
+                .boxes = console.State.Boxes,
+                .listener = console.State.Filer ? &*console.State.Filer : nullptr};
     }
 
     /// Runs an upload of the records that the logger says it has.

@@ -51,7 +51,7 @@ endforeach()
 # A program at the console's place, started over a link as the console is, reads them there.
 file(MAKE_DIRECTORY ${prefix}/home)
 set(offscreen ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen HOME=${prefix}/home
-    XDG_CONFIG_HOME=${prefix}/home ASAN_OPTIONS=detect_leaks=0)
+    XDG_CONFIG_HOME=${prefix}/home XDG_DATA_HOME=${prefix}/home ASAN_OPTIONS=detect_leaks=0)
 cmake_path(GET CHECK FILENAME check)
 file(COPY ${CHECK} DESTINATION ${folder})
 file(CREATE_LINK ${folder}/${check} ${prefix}/bin/${check} SYMBOLIC)

@@ -97,7 +97,7 @@ TEST_F(ConnectingTest, APortThatWillNotOpenTellsSo) {
     port_.Missing = {1};
     Connect();
     ASSERT_EQ(boxes_.Shown.size(), 1U);
-    EXPECT_EQ(boxes_.Shown[0].Text, comm::OpenPortFailure().Text);
+    EXPECT_EQ(boxes_.Shown[0].Text, comm::OpenPortFailure(console_.Radio()).Text);
     EXPECT_EQ(boxes_.Shown[0].Buttons, BoxButtons::Ok);
     EXPECT_EQ(link_.LinkState, LinkDisconnected);
     EXPECT_EQ(link_.Connected, False);

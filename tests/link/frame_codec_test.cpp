@@ -137,6 +137,22 @@ TEST(FrameDecoder, AReplyOfAnotherLengthFailsAtItsLength) {
     EXPECT_EQ(Decode(frame, 4).Taken, 2U);
 }
 
+TEST(FrameDecoder, CountsTheBytesThatAGoodFrameStillNeeds) {
+    // Escapes make more of them, and never fewer.
+    for (const Bytes& payload : {Bytes{1, 2, 3}, Bytes{0xF8, 0xFE, 3}, Bytes{}}) {
+        const Bytes frame = comm::EncodeFrame(payload);
+        Bytes taken(payload.size());
+        FrameDecoder decoder(taken);
+        const std::size_t escapes = frame.size() - payload.size() - 5;
+        EXPECT_EQ(decoder.StillMissing(), frame.size() - 1 - escapes);
+        for (std::size_t i = 1; i < frame.size(); ++i) {
+            EXPECT_GE(decoder.StillMissing(), 1U);
+            EXPECT_LE(decoder.StillMissing(), frame.size() - i);
+            static_cast<void>(decoder.Take(frame[i]));
+        }
+    }
+}
+
 TEST(FrameDecoder, FE07Fails) {
     EXPECT_EQ(Decode({0xF8, 0x03, 0xFE, 0x07, 0, 0, 0xF9}, 1).Last, Progress::Bad);
     EXPECT_EQ(Decode({0xF8, 0x03, 0xFE, 0x06}, 1).Last, Progress::More);

@@ -3,9 +3,11 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QTextDocument>
 
 #include "common/path_text.h"
 #include "console/forms_bench.h"
+#include "support/qt/run_events.h"
 #include "support/virtual_host.h"
 
 namespace {
@@ -143,6 +145,47 @@ TEST_F(frmConnectSetupTest, PathThatIsNoUtf8IsKeptAsItIs) {
     Click(form, "cmdOK");
     EXPECT_EQ(settings.AddressBookPath, "/nowhere/gr\xFC.obk");
     EXPECT_FALSE(form.isVisible());
+}
+
+TEST_F(frmConnectSetupTest, MarksAPortThatAnotherProgramHas) {
+    outside.Inquiry.Used[5] = {1234, "cu"};
+    frmConnectSetup form(settings, host, nullptr);
+    Show(form);
+    const auto* port = Find<QComboBox>(form, "cmbPort");
+    EXPECT_FALSE(port->itemIcon(4).isNull());
+    EXPECT_FALSE(port->itemIcon(4).pixmap(16).isNull()) << "its picture is in the program";
+    EXPECT_TRUE(port->itemIcon(5).isNull());
+    EXPECT_EQ(port->itemText(4), QStringLiteral("COM5 - USB & Serial Port")) << "as ever";
+    EXPECT_EQ(port->accessibleDescription(), QStringLiteral("In use by cu (process 1234)"));
+    EXPECT_EQ(port->toolTip(),
+              Qt::convertFromPlainText(QStringLiteral("In use by cu (process 1234)")));
+    Find<QComboBox>(form, "cmbPort")->setCurrentIndex(5);
+    EXPECT_EQ(port->accessibleDescription(), QString());
+    Find<QComboBox>(form, "cmbPort")->setCurrentIndex(4);
+    KeepPictures(form);
+}
+
+TEST_F(frmConnectSetupTest, FollowsPluggingAndUseWhileItIsOpenAndKeepsTheChoice) {
+    host.TickMilliseconds = 1;
+    frmConnectSetup form(settings, host, nullptr);
+    Show(form);
+    auto* port = Find<QComboBox>(form, "cmbPort");
+    port->setCurrentIndex(6);
+    const std::string device = "SYSTEM\\CurrentControlSet\\Enum\\FTDIBUS\\B\\0";
+    outside.LocalMachine.Set(device, "FriendlyName", "Second (COM7)");
+    outside.LocalMachine.Set(device + "\\Device Parameters", "PortName", "COM7");
+    outside.Inquiry.Used[9] = {7, "cu"};
+    ASSERT_TRUE(
+        RunEventsUntil([&] { return port->itemText(6) == QStringLiteral("COM7 - Second"); }));
+    EXPECT_FALSE(port->itemIcon(8).isNull());
+    EXPECT_EQ(port->currentIndex(), 6);
+    EXPECT_EQ(port->currentText(), QStringLiteral("COM7 - Second"));
+    outside.LocalMachine.Set(device + "\\Device Parameters", "PortName", "COM8");
+    outside.Inquiry.Used.clear();
+    ASSERT_TRUE(RunEventsUntil([&] { return port->itemText(6) == QStringLiteral("COM7"); }));
+    EXPECT_TRUE(port->itemIcon(8).isNull());
+    EXPECT_EQ(port->count(), 16);
+    EXPECT_EQ(port->currentIndex(), 6);
 }
 
 TEST_F(frmConnectSetupTest, ReachesEverybody) {

@@ -55,6 +55,41 @@ TEST_F(PortTest, WaitForFourReportsNothingIfOnlyThreeCame) {
     EXPECT_EQ(port_.InBufferCount(), 3);
 }
 
+TEST_F(PortTest, WhoNeedsManyBytesIsNotWokenForEach) {
+    ASSERT_TRUE(Open());
+    for (int i = 1; i <= 24; ++i) {
+        console_.Outside.Time.In(i * Millisecond,
+                                 [this] { port_.Receive({static_cast<std::uint8_t>(7)}); });
+    }
+    EXPECT_EQ(Lasts([this] { comm::WaitForBytes(link_, 5, 24); }), 24) << "with the last of them";
+    EXPECT_EQ(port_.InBufferCount(), 24);
+}
+
+TEST_F(PortTest, BytesThatAreFewerThanExpectedAreThereWithTheNextTick) {
+    ASSERT_TRUE(Open());
+    console_.Outside.Time.In(30 * Millisecond, [this] { port_.Receive({1, 2, 3}); });
+    std::int16_t byte = -1;
+    EXPECT_EQ(Lasts([&] { byte = comm::ReadByteWait(link_, 5, 9); }), 100);
+    EXPECT_EQ(byte, 1);
+    EXPECT_EQ(port_.InBufferCount(), 2);
+}
+
+TEST_F(PortTest, NoMoreThanSixteenBytesAreHeldBack) {
+    ASSERT_TRUE(Open());
+    console_.Outside.Time.In(30 * Millisecond, [this] { port_.Receive(Bytes(15)); });
+    console_.Outside.Time.In(40 * Millisecond, [this] { port_.Receive(Bytes(1)); });
+    std::int16_t byte = -1;
+    EXPECT_EQ(Lasts([&] { byte = comm::ReadByteWait(link_, 5, 200); }), 40);
+    EXPECT_EQ(byte, 0);
+}
+
+TEST_F(PortTest, BehindAWaitEveryByteIsSeenAtOnce) {
+    ASSERT_TRUE(Open());
+    comm::WaitForBytes(link_, 2, 10);
+    port_.Receive({1});
+    EXPECT_EQ(port_.InBufferCount(), 1);
+}
+
 TEST_F(PortTest, EveryWaitRenewsTheIdleLimit) {
     link_.IdleTicks = 1;
     comm::WaitForBytes(link_, 0, 0);

@@ -35,6 +35,19 @@ TEST(HostTest, GivesEveryService) {
     EXPECT_EQ(host.Store.Read("No such section", "No such key"), std::nullopt);
 }
 
+TEST(HostTest, TheArchiveLiesInTheUsersDataFolderAndIsNotMadeBeforeItIsNeeded) {
+    const QTemporaryDir folder;
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", folder.path().toLocal8Bit());
+    QtHost owner;
+    ASSERT_NE(owner.Services().Archive, nullptr);
+    EXPECT_EQ(owner.Services().Archive->Place(), FromQt(folder.path()) + "/Orvia/archive.sqlite");
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+    owner.Services().Archive->Open();
+    EXPECT_TRUE(QFile::exists(folder.path() + QStringLiteral("/Orvia/archive.sqlite")));
+    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+}
+
 TEST(HostTest, HelpOpensAsALocalFile) {
     const QTemporaryDir folder;
     QFile help(QDir(folder.path()).filePath(QStringLiteral("Orvia help & more.chm")));

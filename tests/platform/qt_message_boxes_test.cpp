@@ -12,8 +12,11 @@
 
 #include "platform/qt/text_qt.h"
 #include "support/qt/modal_answer.h"
+#include "support/qt/pictures_on_buttons.h"
 
 namespace {
+
+using testing_support::PicturesOnButtons;
 
 using Act = std::function<void(QMessageBox&)>;
 
@@ -52,10 +55,46 @@ TEST(MessageBoxesTest, TextAndTitleStandAsGiven) {
     });
 }
 
+TEST(MessageBoxesTest, NoButtonHasAPictureWhateverTheStyleGives) {
+    const PicturesOnButtons style;
+    for (const BoxButtons buttons : {BoxButtons::Ok, BoxButtons::YesNoCancel}) {
+        BoxContent box{"Text", "Title"};
+        box.Buttons = buttons;
+        Answer(box, [](QMessageBox& shown) {
+            for (const QAbstractButton* button : shown.buttons()) {
+                EXPECT_TRUE(button->icon().isNull()) << FromQt(button->text());
+            }
+            shown.close();
+        });
+    }
+}
+
 TEST(MessageBoxesTest, AnEmptyTitleShowsNoProgramName) {
     Answer({"Text", ""}, [](QMessageBox& shown) {
         EXPECT_TRUE(shown.windowTitle().isEmpty());
         EXPECT_EQ(shown.windowHandle()->title(), QStringLiteral(" "));
+        shown.close();
+    });
+}
+
+TEST(MessageBoxesTest, DetailsStandBelowTheTextAndCanBeCopied) {
+    const BoxContent box{
+        .Text = "Told text,\nin two lines.",
+        .Title = "Title",
+        .Icon = BoxIcon::Exclamation,
+        .Details = "Why <b>it</b> is so & what helps:\n    sudo rm '/var/lock/x'\n"};
+    Answer(box, [&box](QMessageBox& shown) {
+        const auto* text = shown.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        const auto* details =
+            shown.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+        ASSERT_NE(details, nullptr);
+        EXPECT_EQ(shown.text(), ToQt(box.Text));
+        EXPECT_EQ(details->text(), ToQt(box.Details));
+        EXPECT_EQ(details->textFormat(), Qt::PlainText);
+        EXPECT_TRUE(details->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+        EXPECT_GE(details->geometry().top(), text->geometry().bottom());
+        EXPECT_GE(details->height(), details->heightForWidth(details->width()));
+        EXPECT_TRUE(shown.rect().contains(details->geometry()));
         shown.close();
     });
 }

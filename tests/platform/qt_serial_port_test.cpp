@@ -61,6 +61,54 @@ TEST_F(SerialPortTest, OpensClosesAndOpensAgain) {
     }
 }
 
+TEST_F(SerialPortTest, BytesThatAreExpectedTogetherAreThereWithTheLastOfThem) {
+    Open();
+    port.Expect(4);
+    ASSERT_EQ(far.Send({1, 2, 3}), 3U);
+    bool later = false;
+    const Later look(60, [&later] { later = true; });
+    ASSERT_TRUE(RunEventsUntil([&later] { return later; }));
+#ifdef __linux__
+    EXPECT_EQ(port.InBufferCount(), 0);
+#endif
+    ASSERT_EQ(far.Send({4}), 1U);
+    ASSERT_TRUE(RunEventsUntil([this] { return port.InBufferCount() > 0; }));
+    EXPECT_EQ(port.Input(0), (Bytes{1, 2, 3, 4}));
+    EXPECT_TRUE(port.PortOpen());
+}
+
+TEST_F(SerialPortTest, ATickTakesWhatIsThereOfBytesThatAreExpected) {
+    Open();
+    port.Expect(9);
+    ASSERT_EQ(far.Send({1, 2, 3}), 3U);
+    ASSERT_TRUE(RunEventsUntil([this] {
+        port.LookForHangUp();
+        return port.InBufferCount() == 3;
+    }));
+    EXPECT_EQ(port.Input(0), (Bytes{1, 2, 3}));
+    EXPECT_TRUE(port.PortOpen());
+}
+
+TEST_F(SerialPortTest, WithNothingExpectedEveryByteIsToldOf) {
+    Open();
+    port.Expect(9);
+    ASSERT_EQ(far.Send({1}), 1U);
+    port.Expect(1);
+    ASSERT_TRUE(RunEventsUntil([this] { return port.InBufferCount() == 1; }));
+    port.Expect(9);
+    port.SetPortOpen(false);
+    Open();
+    Arrive({5});
+}
+
+TEST_F(SerialPortTest, ADeviceThatGoesWhileBytesAreExpectedClosesThePort) {
+    Open();
+    port.Expect(9);
+    ASSERT_EQ(far.Send({1, 2}), 2U);
+    far.HangUp();
+    EXPECT_TRUE(ClosesItself());
+}
+
 TEST_F(SerialPortTest, OpensAtAnyBaudRate) {
     for (const char* settings : {"9600,N,8,1", "28800,N,8,1", "57600,N,8,1", "115200,N,8,1"}) {
         port.SetSettings(settings);

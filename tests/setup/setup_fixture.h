@@ -102,6 +102,7 @@ class OpenedSetup {
                 .sampling = made.sampling,
                 .operations = made.operations,
                 .exchange = exchange != nullptr ? *exchange : made.exchange,
+                .status = made.status,
                 .outside = made.outside,
                 .version = "1.0.0"};
     }

@@ -81,6 +81,16 @@ TEST_F(SetupOperation, ShowsTheDialogEvenIfTheLoggerDidNotAnswer) {
     ExpectReleased();
 }
 
+TEST_F(SetupOperation, TellsInTheDialogThatTheLoggerDidNotAnswer) {
+    console.Outside.Network.Loggers().front()->Silence();
+    std::string line;
+    WhileShown = [&](const std::function<bool()>&) { line = console.State.Status.Text(); };
+    Run();
+    EXPECT_NE(line.find(window->Caption() + " did not answer: these are not its settings of now"),
+              std::string::npos)
+        << line;
+}
+
 TEST_F(SetupOperation, WithoutAnActiveWindowNothingShows) {
     window->Active = False;
     Run();

@@ -1,6 +1,7 @@
 #include "setup/setup_programming.h"
 
 #include <iostream>
+#include <set>
 
 #include "common/fault.h"
 #include "setup/setup_fixture.h"
@@ -82,6 +83,27 @@ TEST_F(SetupProgramming, WritesReadsBackAndRestarts) {
     opened.Answer(BoxAnswer::No);
     EXPECT_TRUE(QueryUnloadSetup(opened.Context()));
     EXPECT_EQ(opened.TakeBoxes().size(), 1U) << "only the file is asked for";
+}
+
+TEST_F(SetupProgramming, TheStatusLineTellsHowFarItIs) {
+    std::set<std::string> told;
+    opened.console.Outside.Time.StartTimer(
+        20 * Millisecond, [&] { told.insert(opened.console.State.Status.Text()); });
+    Program();
+    for (const char* line :
+         {"Programming Programmed, part 1 of 4...", "Programming Programmed, part 4 of 4...",
+          "Programming Programmed, block 2 of 3...", "Restarting sampling of Programmed..."}) {
+        EXPECT_EQ(told.count(line), 1U) << line;
+    }
+    const std::string end = opened.console.State.Status.Text();
+    EXPECT_NE(end.find("  Settings of Programmed programmed"), std::string::npos) << end;
+}
+
+TEST_F(SetupProgramming, TheStatusLineTellsOfALoggerThatDoesNotAnswer) {
+    opened.Logger().Silence();
+    Program();
+    const std::string end = opened.console.State.Status.Text();
+    EXPECT_NE(end.find("  Programming Programmed failed"), std::string::npos) << end;
 }
 
 TEST_F(SetupProgramming, NoLeavesTheLoggerUntouched) {

@@ -77,6 +77,7 @@ class FakeClientWindow final : public ClientWindow {
         velocity = 0;
         return level;
     }
+    const FlowTable& FlowPoints() const override { return State.FlowTable; }
     void CalculateFlowVelPrecision() override {}
     void UpdateFlowModeDisplay() override {}
 

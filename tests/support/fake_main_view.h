@@ -27,6 +27,12 @@ class FakeMainView final : public MainView {
     void SetSystemID(const std::string& text) override { SystemID = text; }
     void ShowLinkFields(bool linked) override { LinkFields = linked; }
     void SetCommandStates(const CommandStates& states) override { Commands = states; }
+    void SetStatus(const std::string& text) override {
+        if (text != Status) {
+            Statuses.push_back(text);
+        }
+        Status = text;
+    }
     void SetAddressBookName(const std::string& text) override { BookName = text; }
     void ClearClients() override {
         Clients.clear();
@@ -57,6 +63,8 @@ class FakeMainView final : public MainView {
     bool LinkFields = false;
     CommandStates Commands;
     std::string BookName;
+    std::string Status;
+    std::vector<std::string> Statuses;  ///< all that it told, one behind the other
     std::vector<Item> Clients;
     int Selected = 0;  ///< the item highlighted
     int Current = 0;   ///< the item that the keys go to; no procedure can see it

@@ -7,11 +7,26 @@
 
 namespace testing_support {
 
-VirtualConsole::VirtualConsole(const std::string& appPath) : State(Outside.AsHost(appPath)) {
+namespace {
+
+Host WithArchive(Host host, ArchiveStore* archive) {
+    host.Archive = archive;
+    return host;
+}
+
+}  // namespace
+
+VirtualConsole::VirtualConsole(const std::string& appPath, ArchiveStore* archive)
+    : State(WithArchive(Outside.AsHost(appPath), archive)) {
     State.SettingsRecord.PortName = "COM1";
     State.SettingsRecord.BaudRate = "38400";
     View.MakeWindow = [this] { return std::make_shared<FakeClientWindow>(State); };
-    Outside.Time.StartTimer(100 * Millisecond, [this] { comm::SuperviseTick(Make.Supervision()); });
+    Outside.Time.StartTimer(100 * Millisecond, [this] {
+        comm::SuperviseTick(Make.Supervision());
+        if (State.Filer) {
+            State.Filer->Tick();
+        }
+    });
     Outside.Time.StartTimer(100 * Millisecond, [this] { comm::SampleTick(Make.Machines()); });
 }
 

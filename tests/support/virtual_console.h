@@ -23,7 +23,9 @@ namespace testing_support {
 /// The console without windows, on the virtual host, both of its timers running.
 class VirtualConsole {
  public:
-    explicit VirtualConsole(const std::string& appPath = "/nowhere");
+    /// With an archive if there is one to keep what is uploaded.
+    explicit VirtualConsole(const std::string& appPath = "/nowhere",
+                            ArchiveStore* archive = nullptr);
 
     // What the procedures take.
     [[nodiscard]] comm::LinkContext Radio() const { return Make.Radio(); }

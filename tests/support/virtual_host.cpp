@@ -32,7 +32,8 @@ void VirtualPort::SetPortOpen(bool open) {
     if (open && Missing.contains(number_)) {
         throw Fault("no such port");
     }
-    received_.clear();
+    ClearInBuffer();
+    expected_ = 1;
     if (open != open_) {
         open ? ++Opened : ++Closed;
     }
@@ -56,7 +57,19 @@ void VirtualPort::Output(std::span<const std::uint8_t> bytes) {
     }
 }
 
+void VirtualPort::Expect(int count) {
+    expected_ = count;
+    Receive({});
+}
+
+void VirtualPort::ClearInBuffer() {
+    received_.clear();
+    held_.clear();
+}
+
 void VirtualPort::LookForHangUp() {
+    received_.insert(received_.end(), held_.begin(), held_.end());
+    held_.clear();
     if (open_ && gone_) {
         SetPortOpen(false);
     }
@@ -70,7 +83,11 @@ void VirtualPort::Collect() {
 }
 
 void VirtualPort::Receive(const Bytes& bytes) {
-    received_.insert(received_.end(), bytes.begin(), bytes.end());
+    held_.insert(held_.end(), bytes.begin(), bytes.end());
+    if (held_.size() >= static_cast<std::size_t>(expected_)) {
+        received_.insert(received_.end(), held_.begin(), held_.end());
+        held_.clear();
+    }
 }
 
 BoxAnswer ScriptedBoxes::Show(const BoxContent& box) {
@@ -194,7 +211,7 @@ VirtualHost::VirtualHost() {
 }
 
 Host VirtualHost::AsHost(const std::string& appPath) {
-    return {Port, Pump, Boxes, Dialogs, Store, Clock, Help, LocalMachine, appPath};
+    return {Port, Pump, Boxes, Dialogs, Store, Clock, Help, LocalMachine, Inquiry, Sound, appPath};
 }
 
 std::string FreshFolder(const std::string& name) {

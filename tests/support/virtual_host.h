@@ -26,8 +26,9 @@ class VirtualPort final : public SerialPort {
     bool PortOpen() const override { return open_; }
     void SetPortOpen(bool open) override;
     void SetDTREnable(bool enable) override { Dtr = enable; }
+    void Expect(int count) override;
     int InBufferCount() const override { return static_cast<int>(received_.size()); }
-    void ClearInBuffer() override { received_.clear(); }
+    void ClearInBuffer() override;
     Bytes Input(int InputLen) override;
     void Output(std::span<const std::uint8_t> bytes) override;
     void LookForHangUp() override;
@@ -52,6 +53,8 @@ class VirtualPort final : public SerialPort {
     bool open_ = false;
     bool gone_ = false;
     std::deque<std::uint8_t> received_;
+    Bytes held_;  ///< came, and wait for those that are expected with them
+    int expected_ = 1;
 };
 
 class VirtualPump final : public EventPump {
@@ -149,6 +152,27 @@ class MemoryRegistry final : public Registry {
     Key next_ = 1;
 };
 
+/// Tells of ports what it was told; of others nothing.
+class ScriptedInquiry final : public PortInquiry {
+ public:
+    PortCondition ConditionOf(int number) override {
+        ++Asked;
+        return Conditions[number];
+    }
+    std::map<int, PortUser> UsedPorts() override { return Used; }
+
+    std::map<int, PortCondition> Conditions;
+    std::map<int, PortUser> Used;
+    int Asked = 0;  ///< times that a condition was asked for
+};
+
+class CountingBell final : public Bell {
+ public:
+    void Ring() override { ++Rung; }
+
+    int Rung = 0;
+};
+
 /// A host without a desktop, on virtual time, its serial port joined to a simulated network.
 class VirtualHost {
  public:
@@ -164,6 +188,8 @@ class VirtualHost {
     VirtualClock Clock{Time};
     RecordingHelp Help;
     MemoryRegistry LocalMachine;
+    ScriptedInquiry Inquiry;
+    CountingBell Sound;
 
     /// What the program is handed.
     [[nodiscard]] Host AsHost(const std::string& appPath);

@@ -44,7 +44,8 @@ Object& Find(QObject& parent, const QString& name) {
 /// The host with another clock.
 Host WithClock(const Host& host, SystemClock& clock) {
     return {host.MSComm1, host.Events, host.Boxes,        host.Dialogs, host.Store,
-            clock,        host.Help,   host.LocalMachine, host.AppPath, host.TickMilliseconds};
+            clock,        host.Help,   host.LocalMachine, host.AppPath, host.TickMilliseconds,
+            host.Archive};
 }
 
 [[noreturn]] void GiveUp(const char* what) {
@@ -70,6 +71,7 @@ void AcceptFile(QFileDialog& dialog, const QString& path) {
 
 Home::Home(const QString& book) {
     qputenv("XDG_CONFIG_HOME", folder_.path().toLocal8Bit());
+    qputenv("XDG_DATA_HOME", folder_.path().toLocal8Bit());
     QDir().mkpath(QFileInfo(PortLink()).path());
     QSettings settings(SettingsFile(), QSettings::IniFormat);
     settings.setValue(QStringLiteral("Configuration/Port"), QStringLiteral("COM1"));
@@ -225,6 +227,11 @@ bool ConsoleRun::AllCameUp() const {
 
 void ConsoleRun::RunFor(int milliseconds) {
     static_cast<void>(RunUntil([] { return false; }, milliseconds));
+}
+
+void ConsoleRun::LookAway(int milliseconds) {
+    watch_.stop();
+    QTimer::singleShot(milliseconds, &watch_, [this] { watch_.start(); });
 }
 
 void ConsoleRun::LeaveAlone(int milliseconds) {

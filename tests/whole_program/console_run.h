@@ -104,6 +104,8 @@ class ConsoleRun {
     static void RunFor(int milliseconds);
     /// Lets the console run for so long by itself: nothing here looks on, or uses the processor.
     void LeaveAlone(int milliseconds);
+    /// Looks on no more for so long, while the console goes on with what it does.
+    void LookAway(int milliseconds);
     /// Lets the console run until `done`; False after `limit` milliseconds.
     static bool RunUntil(const std::function<bool()>& done, int limit);
     /// Closes the main window.

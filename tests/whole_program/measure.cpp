@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -27,6 +26,7 @@
 #include "link/port.h"
 #include "platform/qt/text_qt.h"
 #include "whole_program/console_run.h"
+#include "whole_program/measure_load.h"
 #include "whole_program/measure_uploads.h"
 #include "whole_program/sim_process.h"
 
@@ -37,15 +37,6 @@ using Clock = std::chrono::steady_clock;
 
 double Milliseconds(Clock::duration duration) {
     return std::chrono::duration<double, std::milli>(duration).count();
-}
-
-double ProcessorSeconds() {
-    rusage usage{};
-    ::getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
 /// Seconds since this process was started, exec and loading of libraries included.
@@ -64,30 +55,30 @@ double SecondsSinceStart() {
     return up - std::stod(field) / static_cast<double>(::sysconf(_SC_CLK_TCK));
 }
 
-/// A network of ten loggers, and the book to it.
+constexpr int Sites = 30;
+
+/// A network of loggers, and the book to it.
 void WriteSite(const QString& folder, const QString& book) {
-    std::ofstream net(FromQt(QDir(folder).filePath(QStringLiteral("ten.net"))));
+    std::ofstream net(FromQt(QDir(folder).filePath(QStringLiteral("sites.net"))));
     std::ofstream entries(FromQt(book));
     net << "[network]\nstart = now\nbaud = 38400\n";
-    for (int i = 0; i < 10; ++i) {
-        net << "[logger]\nname = Site " << i << "\nchannel = 10\nmac = 00A09600000" << i
+    for (int i = 0; i < Sites; ++i) {
+        const std::string mac = "00A0960000" + std::to_string(10 + i);
+        net << "[logger]\nname = Site " << i << "\nchannel = 10\nmac = " << mac
             << "\nrecords = 1000\n";
         for (int channel = 0; channel < 8; ++channel) {
             net << "[analog]\nunits = Feet\nlimits = 0 20\nsignal = sine mean=10 swing=5 hours=1\n";
         }
-        entries << "\"Site " << i << "\", 10, 00A09600000" << i << "\r\n";
+        entries << "\"Site " << i << "\", 10, " << mac << "\r\n";
     }
 }
 
 void PrintLoad(const char* what, ConsoleRun& console, int milliseconds,
                const std::function<void()>& step) {
-    const double before = ProcessorSeconds();
-    const auto start = Clock::now();
+    const Load load;
     step();
     console.LeaveAlone(milliseconds);
-    const double share =
-        100 * (ProcessorSeconds() - before) / (Milliseconds(Clock::now() - start) / 1000);
-    std::printf("%-58s %8.2f %% of a core\n", what, share);
+    load.Print(what);
 }
 
 /// Another end of a pseudo-terminal that answers each request with 24 bytes and notes when they
@@ -182,8 +173,17 @@ void MeasureLargeBook(ConsoleRun& console) {
                 Milliseconds(Clock::now() - start));
 }
 
+/// Opens the windows of these entries, their bars in sight.
+void OpenClients(ConsoleRun& console, int first, int last) {
+    for (int client = first; client <= last; ++client) {
+        const auto window = console.OpenClient(client);
+        console.Click(QStringLiteral("cmdGetSettings"));
+        console.Click(QStringLiteral("cmdMeter"), window.get());
+    }
+}
+
 void Measure(const QString& simulator, const QString& folder, const Home& home, int seconds) {
-    SimProcess sim(simulator, QDir(folder).filePath(QStringLiteral("ten.net")), home.PortLink());
+    SimProcess sim(simulator, QDir(folder).filePath(QStringLiteral("sites.net")), home.PortLink());
     ConsoleRun console;
     const double before = SecondsSinceStart();
     double usable = 0;
@@ -199,15 +199,17 @@ void Measure(const QString& simulator, const QString& folder, const Home& home, 
     constexpr double Splash = 1;
     std::printf("%-58s %8.2f s (and %.2f s of splash)\n",
                 "from the start of Load to the connect dialog", usable - before - Splash, Splash);
-    for (int client = 1; client <= 10; ++client) {
-        console.OpenClient(client);
-        console.Click(QStringLiteral("cmdGetSettings"));
-    }
+    constexpr int Few = 10;
+    OpenClients(console, 1, Few);
     PrintLoad("connected and idle, ten windows open", console, seconds * 1000, [] {});
     PrintLoad("sampling continuously, ten windows open", console, seconds * 1000,
               [&] { console.Click(QStringLiteral("cmdSampleContinuously")); });
     console.Click(QStringLiteral("cmdSampleContinuously"));
     ConsoleRun::RunFor(2000);
+    OpenClients(console, Few + 1, Sites);
+    PrintLoad("connected and idle, thirty windows with bars open", console, seconds * 1000, [] {});
+    console.Choose(QStringLiteral("mnuTrace"));
+    PrintLoad("the same, and the trace", console, seconds * 1000, [] {});
     console.Window().CloseAllChildForms();
     MeasureLargeBook(console);
     console.Close();
@@ -226,12 +228,12 @@ int main(int argc, char** argv) {
     std::printf("%-58s %8.2f s\n", "from exec to the application object",
                 whole_program::SecondsSinceStart());
     const QTemporaryDir folder;
-    const QString book = folder.filePath(QStringLiteral("ten.obk"));
+    const QString book = folder.filePath(QStringLiteral("sites.obk"));
     whole_program::WriteSite(folder.path(), book);
     const whole_program::Home home(book);
     const QString simulator = QString::fromLocal8Bit(argv[1]);
     whole_program::MeasureReplies(home);
-    whole_program::MeasureUploads(simulator, folder.filePath(QStringLiteral("ten.net")), home);
+    whole_program::MeasureUploads(simulator, folder.filePath(QStringLiteral("sites.net")), home);
     whole_program::Measure(simulator, folder.path(), home, argc > 2 ? std::atoi(argv[2]) : 60);
     return 0;
 }

@@ -3,7 +3,10 @@
 #include <QElapsedTimer>
 #include <algorithm>
 #include <cstdio>
+#include <memory>
+#include <string>
 
+#include "whole_program/measure_load.h"
 #include "whole_program/sim_process.h"
 
 namespace whole_program {
@@ -11,6 +14,8 @@ namespace whole_program {
 namespace {
 
 constexpr int BitsPerByte = 10;
+/// At this rate the bytes come one by one, and the upload lasts long.
+constexpr int SlowestBaud = 9600;
 /// What an exchange takes beside its bytes on the line: twice through the air, and the logger.
 constexpr double SecondsPerExchange = 0.013;
 
@@ -85,10 +90,30 @@ void MeasureUpload(int baud, SimProcess& sim, ConsoleRun& console) {
     console.Click(QStringLiteral("cmdGetHistory"));
 }
 
+/// What some seconds in the midst of an upload cost, with nothing beside it that wakes.
+void MeasureLoad(int baud, ConsoleRun& console) {
+    constexpr int Milliseconds = 5000;
+    console.When([] { return UploadForm() != nullptr; },
+                 [&console, baud] {
+                     console.LookAway(Milliseconds);
+                     const auto load = std::make_shared<Load>();
+                     QTimer::singleShot(Milliseconds, UploadForm(), [load, baud] {
+                         const std::string what = "upload at " + std::to_string(baud) + " baud";
+                         load->Print(what.c_str());
+                     });
+                 });
+    console.When(
+        [] { return UploadForm()->findChild<QWidget*>(QStringLiteral("cmdOkay"))->isEnabled(); },
+        [&] { console.Click(QStringLiteral("cmdOkay"), UploadForm()); });
+    console.OnForm(QStringLiteral("frmHistory"),
+                   [&console](QWidget& form) { console.Click(QStringLiteral("cmdOK"), &form); });
+    console.Click(QStringLiteral("cmdGetHistory"));
+}
+
 }  // namespace
 
 void MeasureUploads(const QString& simulator, const QString& network, const Home& home) {
-    for (const int baud : {9600, 38400, 115200}) {
+    for (const int baud : {SlowestBaud, 38400, 115200}) {
         SimProcess sim(simulator, network, home.PortLink(),
                        {QStringLiteral("--baud"), QString::number(baud)});
         ConsoleRun console;
@@ -96,6 +121,9 @@ void MeasureUploads(const QString& simulator, const QString& network, const Home
         console.OpenClient(1);
         console.Click(QStringLiteral("cmdGetSettings"));
         MeasureUpload(baud, sim, console);
+        if (baud == SlowestBaud) {
+            MeasureLoad(baud, console);
+        }
         console.Close();
     }
 }

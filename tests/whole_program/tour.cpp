@@ -20,7 +20,9 @@
 namespace whole_program {
 
 Tour::Tour(const QString& simulator, const QString& data, QString screenshots)
-    : House(QDir(data).filePath(QStringLiteral("site.obk"))),
+    : Simulator(simulator),
+      Data(data),
+      House(QDir(data).filePath(QStringLiteral("site.obk"))),
       Sim(simulator, QDir(data).filePath(QStringLiteral("site.net")), House.PortLink()),
       screenshots_(std::move(screenshots)) {}
 
@@ -122,6 +124,7 @@ int Take(Tour& tour) {
     TakeReadings(tour);
     OperateNetwork(tour);
     FetchHistories(tour);
+    KeepWhatCame(tour);
     ShowFlows(tour);
     SetUpLoggers(tour);
     MakeFlowTable(tour);
@@ -138,10 +141,14 @@ int RunTour(const QStringList& arguments) {
     const QCommandLineOption data(QStringLiteral("data"), {}, QStringLiteral("folder"));
     const QCommandLineOption screenshots(QStringLiteral("screenshots"), {},
                                          QStringLiteral("folder"));
-    parser.addOptions({simulator, data, screenshots});
+    const QCommandLineOption second(QStringLiteral("second-console"), {}, QStringLiteral("entry"));
+    parser.addOptions({simulator, data, screenshots, second});
     parser.addHelpOption();
     parser.process(arguments);
     try {
+        if (parser.isSet(second)) {
+            return RunSecondConsole(parser.value(second).toInt());
+        }
         Tour tour(parser.value(simulator), parser.value(data), parser.value(screenshots));
         return Take(tour);
     } catch (const std::exception& failure) {

@@ -42,6 +42,9 @@ class Tour {
 
     [[nodiscard]] int Failures() const { return failures_; }
 
+    const QString Simulator;  ///< its program
+    const QString Data;       ///< the folder of the site
+
     Home House;
     SimProcess Sim;
     ConsoleRun Console;
@@ -59,12 +62,21 @@ void TakeReadings(Tour& tour);
 void OperateNetwork(Tour& tour);
 /// Uploads histories over a bad link, packs one, saves it.
 void FetchHistories(Tour& tour);
+/// Uploads histories that overlap, kills a console in the middle of one, and makes of what stayed a
+/// plot, a report, files and a copy.
+void KeepWhatCame(Tour& tour);
 /// Shows a pipe, a flume, a weir and a table with their flows.
 void ShowFlows(Tour& tour);
 /// Changes a logger's settings, carries them to another by file, calibrates a channel.
 void SetUpLoggers(Tour& tour);
 /// Makes a flow table from a device's dimensions and has a logger's flow shown by it.
 void MakeFlowTable(Tour& tour);
+
+// ----- another console
+
+/// A console in a process of its own, there to be killed: uploads from the entry with that number
+/// and prints again and again how many records it has by then. Exit status 0 once all came.
+int RunSecondConsole(int client);
 
 }  // namespace whole_program
 

@@ -1,5 +1,6 @@
 #include "platform/qt/named_controls.h"
 
+#include <QDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -55,4 +56,10 @@ QPushButton* NamedButton(QWidget* parent, const QString& name, const QString& te
     button->setObjectName(name);
     new EnterPresses(button);
     return button;
+}
+
+void TakeIconsOffButtons(const QDialog& dialog) {
+    for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
+        button->setIcon({});
+    }
 }

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+class QDialog;
 class QLabel;
 class QPushButton;
 class QWidget;
@@ -18,5 +19,9 @@ class QWidget;
 /// A button; an "&" in the text marks its key. While it has the focus Enter presses it, whichever
 /// button is the default one; an Enter that is still held from an earlier press does not.
 [[nodiscard]] QPushButton* NamedButton(QWidget* parent, const QString& name, const QString& text);
+
+/// Takes the pictures off the buttons of a dialog: a style gives them to some boxes and not to
+/// others.
+void TakeIconsOffButtons(const QDialog& dialog);
 
 #endif  // ORVIA_PLATFORM_QT_NAMED_CONTROLS_H

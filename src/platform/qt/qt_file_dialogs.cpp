@@ -9,6 +9,7 @@
 
 #include "common/file_rewrite.h"
 #include "platform/qt/file_query.h"
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 namespace {
@@ -44,6 +45,7 @@ class SavingDialog final : public QFileDialog {
         // A window that goes takes dialog and box with it, so neither is touched behind it.
         const QPointer<QMessageBox> box(
             new QMessageBox(QMessageBox::Warning, windowTitle(), reason, QMessageBox::Ok, this));
+        TakeIconsOffButtons(*box);
         box->exec();
         delete box.data();
     }
@@ -74,6 +76,7 @@ std::optional<std::string> Ask(const FileQuery& query, Modes modes) {
     const QPointer<Dialog> dialog(new Dialog(QApplication::activeWindow()));
     modes(*dialog);
     Fill(*dialog, query);
+    TakeIconsOffButtons(*dialog);
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (dialog.isNull()) {
         return std::nullopt;

@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QStandardPaths>
+#include <QSysInfo>
 
 #include "common/path_text.h"
 #include "platform/qt/text_qt.h"
@@ -11,10 +13,33 @@ QtHost::QtHost()
 #ifndef _WIN32
       localMachine_([this] { return PortsOfSystem(port_.PortsFolder()); }),
 #endif
-      host_{
-          port_,    pump_,         boxes_,
-          dialogs_, store_,        clock_,
-          help_,    localMachine_, FolderWithoutSeparator(QCoreApplication::applicationDirPath())} {
+      inquiry_(port_.PortsFolder()),
+      archive_({.File = ArchiveFile()}),
+      host_{.MSComm1 = port_,
+            .Events = pump_,
+            .Boxes = boxes_,
+            .Dialogs = dialogs_,
+            .Store = store_,
+            .Clock = clock_,
+            .Help = help_,
+            .LocalMachine = localMachine_,
+            .Inquiry = inquiry_,
+            .Sound = sound_,
+            .AppPath = FolderWithoutSeparator(QCoreApplication::applicationDirPath()),
+            .Archive = &archive_,
+            .SystemText = FromQt(QSysInfo::prettyProductName() + QStringLiteral(", ") +
+                                 QSysInfo::currentCpuArchitecture() + QStringLiteral(", Qt ") +
+                                 QLatin1String(qVersion()))} {
+}
+
+QString ArchiveFile() {
+#ifdef _WIN32
+    // Where it goes along with a user who works at several computers.
+    const QString folder = QDir::fromNativeSeparators(qEnvironmentVariable("APPDATA"));
+#else
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+#endif
+    return folder + QStringLiteral("/Orvia/archive.sqlite");
 }
 
 std::string FolderWithoutSeparator(const QString& folder) {

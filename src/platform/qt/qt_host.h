@@ -2,6 +2,7 @@
 #define ORVIA_PLATFORM_QT_QT_HOST_H
 
 #include "platform/host.h"
+#include "platform/qt/qt_bell.h"
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_file_dialogs.h"
 #include "platform/qt/qt_help_viewer.h"
@@ -11,9 +12,11 @@
 #else
 #include "platform/qt/qt_ports.h"
 #endif
+#include "platform/qt/qt_port_inquiry.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_settings_store.h"
 #include "platform/qt/qt_system_clock.h"
+#include "platform/qt/sql_archive.h"
 
 /// The host of the running program. Needs the application object, and goes before it.
 class QtHost final {
@@ -37,8 +40,14 @@ class QtHost final {
 #else
     PortsRegistry localMachine_;
 #endif
+    QtPortInquiry inquiry_;
+    QtBell sound_;
+    SqlArchive archive_;
     Host host_;
 };
+
+/// The file that the archive of this user lies in; its folder may be missing.
+[[nodiscard]] QString ArchiveFile();
 
 /// A folder in the system's separators without one at its end; a root keeps none.
 [[nodiscard]] std::string FolderWithoutSeparator(const QString& folder);

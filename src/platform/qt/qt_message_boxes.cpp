@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/qt/named_controls.h"
 #include "platform/qt/text_qt.h"
 
 namespace {
@@ -97,6 +98,20 @@ class LineBox final : public QMessageBox {
     }
 
  private:
+    /// They are wrapped where a line is easy to read; what is copied from them is a line of its
+    /// own.
+    void FitDetails(int most) {
+        constexpr int Characters = 76;
+        if (auto* details = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
+            details->setTextFormat(Qt::PlainText);
+            details->setTextInteractionFlags(Qt::TextSelectableByMouse |
+                                             Qt::TextSelectableByKeyboard);
+            details->setWordWrap(true);
+            const int wide = Characters * details->fontMetrics().averageCharWidth();
+            details->setMinimumWidth(std::min(wide, most / 2));
+        }
+    }
+
     void FitText() {
         auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
         const int most = screen()->availableGeometry().width();
@@ -104,6 +119,7 @@ class LineBox final : public QMessageBox {
             return;
         }
         label->setWordWrap(false);
+        FitDetails(most);
         layout()->activate();
         const int needed = layout()->totalMinimumSize().width();
         label->setWordWrap(needed > most);
@@ -129,10 +145,12 @@ void SetTitle(QMessageBox& shown, const std::string& title) {
 void Fill(QMessageBox& shown, const BoxContent& box, const ButtonSet& buttons) {
     shown.setTextFormat(Qt::PlainText);
     shown.setText(ToQt(box.Text));
+    shown.setInformativeText(ToQt(box.Details));
     shown.setIcon(IconOf(box.Icon));
     shown.setStandardButtons(buttons.All);
     shown.setDefaultButton(buttons.Default);
     shown.setEscapeButton(buttons.Closing);
+    TakeIconsOffButtons(shown);
     SetTitle(shown, box.Title);
 }
 

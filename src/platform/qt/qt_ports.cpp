@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/device_name.h"
 #include "platform/qt/port_devices.h"
 #include "platform/qt/text_qt.h"
 
@@ -20,13 +21,14 @@ constexpr Registry::Key FirstDeviceKey = 3;
 const std::string RootPath = "Enum\\FTDIBUS";
 const std::string BusName = "Ports";
 
-using KnownDevices = QMap<QString, QString>;  // descriptions by canonical path
+using KnownDevices = QMap<QString, std::string>;  // names by canonical path
 
 KnownDevices DevicesOfSystem() {
     KnownDevices devices;
     const auto known = QSerialPortInfo::availablePorts();
     for (const QSerialPortInfo& info : known) {
-        devices.insert(QFileInfo(info.systemLocation()).canonicalFilePath(), info.description());
+        devices.insert(QFileInfo(info.systemLocation()).canonicalFilePath(),
+                       DeviceName(FromQt(info.manufacturer()), FromQt(info.description())));
     }
     return devices;
 }
@@ -48,9 +50,8 @@ std::vector<NamedPort> PortsOfSystem(const QString& portsFolder) {
         if (!Exists(device, QDir(portsFolder).filePath(port), known)) {
             continue;
         }
-        const QString description = known.value(device).trimmed();
-        const QString name = description.isEmpty() ? QStringLiteral("Serial port") : description;
-        ports.push_back({FromQt(port), FromQt(name + QStringLiteral(" (%1)").arg(device))});
+        const std::string name = known.value(device, DeviceName({}, {}));
+        ports.push_back({FromQt(port), name + " (" + FromQt(device) + ")"});
     }
     return ports;
 }

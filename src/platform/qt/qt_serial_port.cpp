@@ -7,6 +7,7 @@
 #include "common/number_text.h"
 #include "platform/qt/port_devices.h"
 #include "platform/qt/port_hang_up.h"
+#include "platform/qt/port_wake.h"
 #include "platform/qt/text_qt.h"
 
 namespace {
@@ -88,6 +89,8 @@ void QtSerialPort::Open() {
                     ") cannot be opened: " + FromQt(port_.errorString()));
     }
     errorsInARow_ = 0;
+    wakeAtOpen_ = WakeCount(port_);
+    expected_ = 1;
 }
 
 void QtSerialPort::Close() {
@@ -106,6 +109,13 @@ void QtSerialPort::Close() {
 void QtSerialPort::SetDTREnable(bool enable) {
     if (PortOpen()) {
         port_.setDataTerminalReady(enable);
+    }
+}
+
+void QtSerialPort::Expect(int count) {
+    if (PortOpen() && count != expected_) {
+        expected_ = count;
+        SetWakeCount(port_, count > 1 ? count : wakeAtOpen_);
     }
 }
 
@@ -137,6 +147,13 @@ void QtSerialPort::Output(std::span<const std::uint8_t> bytes) {
 }
 
 void QtSerialPort::LookForHangUp() {
+    if (PortOpen() && expected_ > 1) {
+        TakeReceived();
+    }
+    // Looking may have found out that the device is gone.
+    if (PortOpen() && expected_ > 1) {
+        Keep(TakeWaiting(port_));
+    }
     if (PortOpen() && HasHungUp(port_)) {
         Close();
     }
@@ -144,10 +161,15 @@ void QtSerialPort::LookForHangUp() {
 
 void QtSerialPort::TakeReceived() {
     const QByteArray arrived = port_.readAll();
-    if (failed_) {
-        return;
+    if (!failed_) {
+        Keep(arrived);
     }
-    errorsInARow_ = 0;
+}
+
+void QtSerialPort::Keep(const QByteArray& arrived) {
+    if (!arrived.isEmpty()) {
+        errorsInARow_ = 0;
+    }
     const std::size_t room = MaxWaiting - received_.size();
     const auto count = std::min(room, static_cast<std::size_t>(arrived.size()));
     received_.insert(received_.end(), arrived.begin(),

@@ -30,6 +30,7 @@ class QtSerialPort final : public SerialPort {
     [[nodiscard]] bool PortOpen() const override;
     void SetPortOpen(bool open) override;
     void SetDTREnable(bool enable) override;
+    void Expect(int count) override;
     [[nodiscard]] int InBufferCount() const override;
     void ClearInBuffer() override;
     [[nodiscard]] Bytes Input(int InputLen) override;
@@ -40,6 +41,7 @@ class QtSerialPort final : public SerialPort {
     void Open();
     void Close();
     void TakeReceived();
+    void Keep(const QByteArray& arrived);
     void OnError(QSerialPort::SerialPortError error);
     void SettleError();
 
@@ -48,6 +50,8 @@ class QtSerialPort final : public SerialPort {
     std::string settings_ = "9600,N,8,1";
     LineSettings line_;
     std::deque<std::uint8_t> received_;
+    int expected_ = 1;      // bytes that the system tells of together
+    int wakeAtOpen_ = 1;    // how it told of them before it was asked
     int errorsInARow_ = 0;  // since a byte last went through
     bool failed_ = false;   // closed for the program, the device not yet let go
     QTimer settle_;         // runs once, when the port's own signal has returned

@@ -4,16 +4,12 @@
 
 #include "platform/qt/text_qt.h"
 
-namespace {
-
 // The C locale's short date has month names and blanks. No country's short format is like it.
-QString DateFormat(const QLocale& locale) {
+QString ShortDateFormat(const QLocale& locale) {
     const QString format = locale.dateFormat(QLocale::ShortFormat);
     return format == QLocale::c().dateFormat(QLocale::ShortFormat) ? QStringLiteral("MM/dd/yyyy")
                                                                    : format;
 }
-
-}  // namespace
 
 QtSystemClock::QtSystemClock(const QLocale& locale) : locale_(locale) {}
 
@@ -27,7 +23,7 @@ LocalTime QtSystemClock::Now() const {
 
 std::string QtSystemClock::DateText(const LocalTime& time) const {
     const QDate date = QDate(time.Year, 1, 1).addMonths(time.Month - 1).addDays(time.Day - 1);
-    return FromQt(locale_.toString(date, DateFormat(locale_)));
+    return FromQt(locale_.toString(date, ShortDateFormat(locale_)));
 }
 
 std::string QtSystemClock::TimeText(const LocalTime& time) const {

@@ -5,6 +5,9 @@
 
 #include "platform/host.h"
 
+/// The system's short form of a date. Where the system has no country, month/day/year.
+[[nodiscard]] QString ShortDateFormat(const QLocale& locale);
+
 /// The local clock, and dates and times in the system's short formats. The system's format decides
 /// on two or four digits of the year. Where the system has no country (the C and POSIX locales), a
 /// date is month/day/year and a time has 24 hours: 11/15/2026, 23:11:05.

@@ -25,8 +25,9 @@ AcceleratedHost::AcceleratedHost() {
 
 Host AcceleratedHost::AsHost(const std::string& appPath) {
     Host host = Virtual.AsHost(appPath);
-    return {host.MSComm1, pump_,     host.Boxes,        host.Dialogs, host.Store,
-            host.Clock,   host.Help, host.LocalMachine, host.AppPath, TickMilliseconds};
+    return {host.MSComm1, pump_,      host.Boxes,   host.Dialogs,
+            host.Store,   host.Clock, host.Help,    host.LocalMachine,
+            host.Inquiry, host.Sound, host.AppPath, TickMilliseconds};
 }
 
 bool AcceleratedHost::RunUntil(const std::function<bool()>& done, int limit) {

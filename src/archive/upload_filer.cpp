@@ -1,0 +1,191 @@
+#include "archive/upload_filer.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "archive/archive_rows.h"
+#include "archive/archive_transaction.h"
+#include "archive/archive_words.h"
+
+namespace {
+
+/// Ticks between two portions: less than half a second, so that a kill costs less than one.
+constexpr int TicksPerPortion = 4;
+/// A portion of so many records does not wait for its time.
+constexpr std::size_t LargestPortion = 4096;
+
+ArchiveOutcome OutcomeOf(UploadOutcome outcome) {
+    switch (outcome) {
+        case UploadOutcome::Complete:
+            return ArchiveOutcome::Complete;
+        case UploadOutcome::Stopped:
+            return ArchiveOutcome::Stopped;
+        default:
+            return ArchiveOutcome::Failed;
+    }
+}
+
+/// Whether it is worth while to open the archive anew behind such trouble.
+bool IsLost(ArchiveTrouble kind) {
+    return kind != ArchiveTrouble::Locked && kind != ArchiveTrouble::Full &&
+           kind != ArchiveTrouble::Gone;
+}
+
+}  // namespace
+
+void UploadFiler::Began(const UploadStart& start) {
+    filing_ = std::make_unique<Filing>();
+    trouble_.reset();
+    filing_->Start = start;
+    filing_->Begin = store_.Now();
+    Portion();
+}
+
+void UploadFiler::Took(std::span<const HistoryRecord> records) {
+    if (!filing_ || filing_->Outcome) {
+        return;
+    }
+    for (const HistoryRecord& record : records) {
+        filing_->Pending.push_back(IdentityOf(record, filing_->Alike.Next(record)));
+    }
+    filing_->Received += static_cast<std::int64_t>(records.size());
+    if (filing_->Pending.size() >= LargestPortion) {
+        Portion();
+    }
+}
+
+void UploadFiler::Ended(UploadOutcome outcome) {
+    if (filing_ && !filing_->Outcome) {
+        filing_->Outcome = outcome;
+        filing_->Row.End = store_.Now();
+        filing_->Blocked = false;
+        Portion();
+    }
+}
+
+void UploadFiler::Tick() {
+    if (!filing_) {
+        return;
+    }
+    ++filing_->Ticks;
+    const bool due = !filing_->Pending.empty() || filing_->Outcome || filing_->Row.Id == 0;
+    if (due && filing_->Ticks >= TicksPerPortion) {
+        Portion();
+    }
+}
+
+void UploadFiler::Settle() {
+    if (filing_) {
+        filing_->Blocked = false;
+        Portion();
+    }
+    filing_.reset();
+    if (trouble_ && told_ != trouble_->Kind) {
+        told_ = trouble_->Kind;
+        boxes_.Show({.Text = TroubleText(trouble_->Kind, store_.Place(), trouble_->Words),
+                     .Title = ArchiveTitle,
+                     .Icon = BoxIcon::Exclamation});
+    }
+}
+
+/// Files what is pending; all of it is in the archive then, or trouble is noted.
+void UploadFiler::Portion() {
+    filing_->Ticks = 0;
+    if (filing_->Blocked) {
+        return;
+    }
+    if (!TryPortion()) {
+        TakeBack();
+        return;
+    }
+    trouble_.reset();
+    told_.reset();
+    if (filing_->Outcome) {
+        filing_.reset();
+    }
+}
+
+bool UploadFiler::TryPortion() {
+    try {
+        store_.Open();
+        WritePortion();
+        return true;
+    } catch (const ArchiveFault& fault) {
+        trouble_ = {.Kind = fault.Kind(), .Words = fault.what()};
+    } catch (const std::exception& fault) {
+        trouble_ = {.Kind = ArchiveTrouble::Other, .Words = fault.what()};
+    }
+    return false;
+}
+
+/// Behind a portion that was not committed.
+void UploadFiler::TakeBack() {
+    if (filing_->Row.Id == 0) {
+        filing_->Merge.reset();
+    }
+    if (filing_->Merge) {
+        filing_->Merge->Forget();
+    }
+    filing_->Blocked = trouble_->Kind != ArchiveTrouble::Locked;
+    if (IsLost(trouble_->Kind)) {
+        store_.Close();
+    }
+}
+
+void UploadFiler::WritePortion() {
+    ArchiveTransaction transaction(store_, ArchiveTransaction::Kind::Writing);
+    Filing& filing = *filing_;
+    ArchiveLogger logger = LoggerRow(filing.Start);
+    ArchiveUpload row = filing.Row;
+    if (row.Id == 0) {
+        AddRow(filing, logger, row);
+        filing.Merge = std::make_unique<SeriesMerge>(store_, row.Id, row.Begin);
+    }
+    filing.Merge->File(filing.Pending, logger);
+    store_.UpdateLogger(logger);
+    row.Received = filing.Received;
+    if (filing.Outcome) {
+        row.Outcome = OutcomeOf(*filing.Outcome);
+    }
+    store_.UpdateUpload(row);
+    transaction.Commit();
+    filing.Row = row;
+    filing.Pending.clear();
+}
+
+void UploadFiler::AddRow(const Filing& filing, ArchiveLogger& logger, ArchiveUpload& row) {
+    const auto last = store_.LastBegin(logger.Id);
+    row.Logger = logger.Id;
+    // What runs now is behind all that is filed, wherever clocks have been set meanwhile.
+    row.Begin = last ? std::max(filing.Begin, *last + 1) : filing.Begin;
+    row.Firmware = filing.Start.Logger.FirmwareVersion;
+    row.Name = filing.Start.Name;
+    row.Settings = SettingsId(logger.Id, filing.Start);
+    row.Said = filing.Start.Records;
+    store_.AddUpload(row);
+    ++logger.Uploads;
+}
+
+/// The row of the upload's logger, under its name of today.
+ArchiveLogger UploadFiler::LoggerRow(const UploadStart& start) {
+    auto logger = store_.FindLogger(start.Mac);
+    if (!logger) {
+        logger = ArchiveLogger{.Mac = start.Mac, .Name = start.Name};
+        store_.AddLogger(*logger);
+    }
+    logger->Name = start.Name;
+    return *logger;
+}
+
+/// Settings that are like some of the logger's are not kept twice.
+std::int64_t UploadFiler::SettingsId(std::int64_t logger, const UploadStart& start) {
+    ArchiveSettings settings = SettingsRow(start.Logger, start.Table);
+    for (const ArchiveSettings& kept : store_.SettingsOf(logger)) {
+        settings.Id = kept.Id;
+        if (settings == kept) {
+            return kept.Id;
+        }
+    }
+    store_.AddSettings(logger, settings);
+    return settings.Id;
+}

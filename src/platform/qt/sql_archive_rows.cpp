@@ -1,0 +1,230 @@
+// Loggers, settings and uploads of an archive in a file.
+
+#include <QString>
+#include <array>
+#include <utility>
+
+#include "common/mac_text.h"
+#include "platform/qt/sql_archive.h"
+
+namespace {
+
+constexpr std::array<std::pair<ArchiveOutcome, const char*>, 3> Outcomes = {
+    {{ArchiveOutcome::Complete, "complete"},
+     {ArchiveOutcome::Stopped, "stopped"},
+     {ArchiveOutcome::Failed, "failed"}}};
+
+std::optional<std::string> OutcomeText(const std::optional<ArchiveOutcome>& outcome) {
+    for (const auto& [known, text] : Outcomes) {
+        if (outcome == known) {
+            return text;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<ArchiveOutcome> OutcomeOf(const std::string& text) {
+    for (const auto& [known, name] : Outcomes) {
+        if (text == name) {
+            return known;
+        }
+    }
+    return std::nullopt;
+}
+
+std::array<std::uint8_t, 6> MacOf(const std::string& text) {
+    std::array<std::uint8_t, 6> mac = {};
+    const QByteArray bytes = QByteArray::fromHex(QByteArray::fromStdString(text));
+    for (std::size_t i = 0; i < mac.size() && static_cast<qsizetype>(i) < bytes.size(); ++i) {
+        mac[i] = static_cast<std::uint8_t>(bytes[static_cast<qsizetype>(i)]);
+    }
+    return mac;
+}
+
+ArchiveLogger LoggerRow(const SqlRows& row) {
+    return {.Id = row->Integer(0),
+            .Mac = MacOf(row->Text(1)),
+            .Name = row->Text(2),
+            .Records = row->Integer(3),
+            .Uploads = row->Integer(4),
+            .Revision = row->Integer(5)};
+}
+
+ArchiveUpload UploadRow(const SqlRows& row) {
+    ArchiveUpload upload{
+        .Id = row->Integer(0), .Logger = row->Integer(1), .Begin = row->Integer(2)};
+    if (!row->IsNull(3)) {
+        upload.End = row->Integer(3);
+    }
+    upload.Outcome = OutcomeOf(row->Text(4));
+    upload.Firmware = static_cast<std::int32_t>(row->Integer(5));
+    upload.Name = row->Text(6);
+    upload.Settings = row->Integer(7);
+    upload.Said = row->Integer(8);
+    upload.Received = row->Integer(9);
+    return upload;
+}
+
+ArchiveSettings SettingsRow(const SqlRows& row) {
+    const auto number = [&row](int column) {
+        return static_cast<std::int32_t>(row->Integer(column));
+    };
+    return {.Id = row->Integer(0),
+            .Image = row->Blob(1),
+            .Firmware = number(2),
+            .AnalogChannels = number(3),
+            .PulseChannels = number(4),
+            .SampleOnDemand = number(5),
+            .FlowDecimals = number(6),
+            .VelocityDecimals = number(7),
+            .EquationOffset = row->Real(8),
+            .EquationExponent = row->Real(9),
+            .EquationMultiplier = row->Real(10),
+            .DeviceName = row->Text(11),
+            .Points = {}};
+}
+
+// A name is written and read as bytes, so that each comes back as it was.
+constexpr const char* AllLoggers =
+    "SELECT id, mac, CAST(name AS BLOB), records, uploads, revision FROM loggers "
+    "ORDER BY name, id";
+constexpr const char* LoggerByMac =
+    "SELECT id, mac, CAST(name AS BLOB), records, uploads, revision FROM loggers "
+    "WHERE mac = CAST(? AS TEXT)";
+constexpr const char* LoggerById =
+    "SELECT id, mac, CAST(name AS BLOB), records, uploads, revision FROM loggers WHERE id = ?";
+constexpr const char* InsertLogger =
+    "INSERT INTO loggers(mac, name, records, uploads, revision) "
+    "VALUES(CAST(? AS TEXT), CAST(? AS TEXT), ?, ?, ?) RETURNING id";
+constexpr const char* ChangeLogger =
+    "UPDATE loggers SET name = CAST(? AS TEXT), records = ?, uploads = ?, revision = ? "
+    "WHERE id = ?";
+
+constexpr const char* SettingsOfLogger =
+    "SELECT id, image, firmware, analog_channels, pulse_channels, sample_on_demand, "
+    "flow_decimals, velocity_decimals, equation_offset, equation_exponent, equation_multiplier, "
+    "CAST(device AS BLOB) FROM settings WHERE logger = ? ORDER BY id";
+constexpr const char* PointsOfSettings =
+    "SELECT level, flow FROM points WHERE settings = ? ORDER BY number";
+constexpr const char* InsertSettings =
+    "INSERT INTO settings(logger, image, firmware, analog_channels, pulse_channels, "
+    "sample_on_demand, flow_decimals, velocity_decimals, equation_offset, equation_exponent, "
+    "equation_multiplier, device) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, CAST(? AS TEXT)) "
+    "RETURNING id";
+constexpr const char* InsertPoint =
+    "INSERT INTO points(settings, number, level, flow) VALUES(?, ?, ?, ?)";
+
+constexpr const char* UploadsOfLogger =
+    "SELECT id, logger, begun, ended, outcome, firmware, CAST(name AS BLOB), settings, said, "
+    "received FROM uploads WHERE logger = ? ORDER BY begun";
+constexpr const char* InsertUpload =
+    "INSERT INTO uploads(logger, begun, ended, outcome, firmware, name, settings, said, received) "
+    "VALUES(?, ?, ?, CAST(? AS TEXT), ?, CAST(? AS TEXT), ?, ?, ?) RETURNING id";
+constexpr const char* ChangeUpload =
+    "UPDATE uploads SET ended = ?, outcome = CAST(? AS TEXT), received = ? WHERE id = ?";
+
+}  // namespace
+
+std::vector<ArchiveLogger> SqlArchive::Loggers() {
+    std::vector<ArchiveLogger> loggers;
+    for (SqlRows rows(Prepared(AllLoggers)); rows.Next();) {
+        loggers.push_back(LoggerRow(rows));
+    }
+    return loggers;
+}
+
+std::optional<ArchiveLogger> SqlArchive::FindLogger(const std::array<std::uint8_t, 6>& mac) {
+    SqlRows rows(Prepared(LoggerByMac), MacText(mac));
+    return rows.Next() ? std::optional(LoggerRow(rows)) : std::nullopt;
+}
+
+std::optional<ArchiveLogger> SqlArchive::LoggerOf(std::int64_t id) {
+    SqlRows rows(Prepared(LoggerById), id);
+    return rows.Next() ? std::optional(LoggerRow(rows)) : std::nullopt;
+}
+
+void SqlArchive::AddLogger(ArchiveLogger& logger) {
+    SqlRows rows(Prepared(InsertLogger), MacText(logger.Mac), logger.Name, logger.Records,
+                 logger.Uploads, logger.Revision);
+    static_cast<void>(rows.Next());
+    logger.Id = rows->Integer(0);
+}
+
+void SqlArchive::UpdateLogger(const ArchiveLogger& logger) {
+    Prepared(ChangeLogger)
+        .Run(logger.Name, logger.Records, logger.Uploads, logger.Revision, logger.Id);
+}
+
+void SqlArchive::DeleteLogger(std::int64_t logger) {
+    Prepared("DELETE FROM points WHERE settings IN (SELECT id FROM settings WHERE logger = ?)")
+        .Run(logger);
+    Prepared("DELETE FROM settings WHERE logger = ?").Run(logger);
+    Prepared("DELETE FROM uploads WHERE logger = ?").Run(logger);
+    Prepared("DELETE FROM loggers WHERE id = ?").Run(logger);
+}
+
+std::vector<ArchiveSettings> SqlArchive::SettingsOf(std::int64_t logger) {
+    std::vector<ArchiveSettings> all;
+    for (SqlRows rows(Prepared(SettingsOfLogger), logger); rows.Next();) {
+        all.push_back(SettingsRow(rows));
+    }
+    for (ArchiveSettings& settings : all) {
+        for (SqlRows rows(Prepared(PointsOfSettings), settings.Id); rows.Next();) {
+            settings.Points.push_back({rows->Real(0), rows->Real(1)});
+        }
+    }
+    return all;
+}
+
+void SqlArchive::AddSettings(std::int64_t logger, ArchiveSettings& settings) {
+    {
+        SqlRows rows(Prepared(InsertSettings), logger, settings.Image, settings.Firmware,
+                     settings.AnalogChannels, settings.PulseChannels, settings.SampleOnDemand,
+                     settings.FlowDecimals, settings.VelocityDecimals, settings.EquationOffset,
+                     settings.EquationExponent, settings.EquationMultiplier, settings.DeviceName);
+        static_cast<void>(rows.Next());
+        settings.Id = rows->Integer(0);
+    }
+    std::int32_t number = 0;
+    for (const ArchivePoint& point : settings.Points) {
+        Prepared(InsertPoint).Run(settings.Id, ++number, point.Level, point.Flow);
+    }
+}
+
+std::vector<ArchiveUpload> SqlArchive::UploadsOf(std::int64_t logger) {
+    std::vector<ArchiveUpload> uploads;
+    for (SqlRows rows(Prepared(UploadsOfLogger), logger); rows.Next();) {
+        uploads.push_back(UploadRow(rows));
+    }
+    return uploads;
+}
+
+std::optional<std::int64_t> SqlArchive::LastBegin(std::int64_t logger) {
+    SqlRows rows(Prepared("SELECT max(begun) FROM uploads WHERE logger = ?"), logger);
+    return rows.Next() && !rows->IsNull(0) ? std::optional(rows->Integer(0)) : std::nullopt;
+}
+
+std::vector<std::int64_t> SqlArchive::UploadsBegunBehind(std::int64_t logger, std::int64_t begin) {
+    std::vector<std::int64_t> ids;
+    SqlRows rows(Prepared("SELECT id FROM uploads WHERE logger = ? AND begun > ?"), logger, begin);
+    while (rows.Next()) {
+        ids.push_back(rows->Integer(0));
+    }
+    return ids;
+}
+
+void SqlArchive::AddUpload(ArchiveUpload& upload) {
+    SqlRows rows(Prepared(InsertUpload), upload.Logger, upload.Begin, upload.End,
+                 OutcomeText(upload.Outcome), upload.Firmware, upload.Name, upload.Settings,
+                 upload.Said, upload.Received);
+    static_cast<void>(rows.Next());
+    upload.Id = rows->Integer(0);
+}
+
+void SqlArchive::UpdateUpload(const ArchiveUpload& upload) {
+    SqlStatement& change = Prepared(ChangeUpload);
+    change.Run(upload.End, OutcomeText(upload.Outcome), upload.Received, upload.Id);
+    if (change.Changed() != 1) {
+        throw ArchiveFault(ArchiveTrouble::Gone, "");
+    }
+}

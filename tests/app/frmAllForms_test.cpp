@@ -1,0 +1,185 @@
+// A walk over the forms that looks for what an eye, a keyboard or a screen reader stumbles over.
+#include <QDialog>
+#include <QTabBar>
+#include <map>
+#include <set>
+
+#include "app/frmMain_fixture.h"
+#include "platform/qt/text_qt.h"
+#include "support/qt/form_look.h"
+
+namespace testing_support {
+namespace {
+
+struct DeskCase {
+    const char* Name;
+    bool Dark;
+    int Points;
+};
+
+/// Palette and font of the desktop, there before any window is made.
+class Desk : public ::testing::WithParamInterface<DeskCase> {
+ protected:
+    Desk() : palette_(QApplication::palette()), font_(QApplication::font()) {
+        const QColor ground = GetParam().Dark ? QColor(53, 53, 53) : QColor(239, 239, 239);
+        QPalette palette(ground, ground);
+        palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+        if (GetParam().Dark) {
+            palette.setColor(QPalette::Base, QColor(35, 35, 35));
+        }
+        QApplication::setPalette(palette);
+        QFont font = font_;
+        font.setPointSize(GetParam().Points > 0 ? GetParam().Points : font.pointSize());
+        QApplication::setFont(font);
+    }
+    ~Desk() override {
+        QApplication::setPalette(palette_);
+        QApplication::setFont(font_);
+    }
+
+ private:
+    QPalette palette_;
+    QFont font_;
+};
+
+/// What looks like a fault and is meant so.
+const std::set<std::string> Meant{
+    // The viewer's own buttons keep their order; the plot's came later, and stands apart.
+    "frmHistory: tab goes back: cmdOptions to cmdPlot"};
+
+class AllForms : public Desk, public MainWindowTest {
+ protected:
+    AllForms() {
+        simulator::LoggerSetup site = BasicSite(4);
+        site.HistoryRecords = 60;
+        host_.Virtual.Network.AddLogger(site);
+        const std::string path = host_.Virtual.Store.Values["Configuration/AddressBook"];
+        WriteFile(path,
+                  "\"Hill Tanks\", 10, 00A096000001\r\n\"Weir & Pond\", 10, 00A096000004\r\n");
+        QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { Watch(); });
+        watch_.start(2);
+    }
+    ~AllForms() override { watch_.stop(); }
+
+    /// Looks at a form as it stands.
+    void Look(const QWidget& form, const std::string& page = {}) {
+        QCoreApplication::processEvents();
+        const std::string name = FromQt(form.objectName());
+        looked_.insert(name);
+        for (const std::string& fault : FaultsOf(form)) {
+            if (Meant.count(name + ": " + fault) == 0) {
+                ADD_FAILURE() << name << " " << page << ": " << fault;
+            }
+        }
+    }
+
+    /// Looks at each of its pages, if it has some.
+    void LookAtPages(QDialog& dialog) {
+        auto* tabs = dialog.findChild<QTabBar*>();
+        for (int page = tabs != nullptr ? tabs->count() - 1 : 0; page >= 0; --page) {
+            if (tabs != nullptr) {
+                tabs->setCurrentIndex(page);
+            }
+            Look(dialog, tabs != nullptr ? FromQt(tabs->tabText(page)) : std::string());
+        }
+    }
+
+    void Trigger(const char* name) { Find<QAction>(name).trigger(); }
+
+    std::set<std::string> looked_;
+
+ private:
+    void Watch() {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || !dialog->isVisible() || dialog == last_) {
+            last_ = dialog;
+            return;
+        }
+        const std::string name = FromQt(dialog->objectName());
+        auto* okay = dialog->findChild<QPushButton*>(QStringLiteral("cmdOkay"));
+        if (okay != nullptr && !okay->isEnabled()) {
+            return;
+        }
+        last_ = dialog;
+        const int visit = ++visits_[name];
+        // Behind the watch's own turn: what is pressed may run until a further dialog is left.
+        QMetaObject::invokeMethod(
+            dialog, [this, dialog, name, visit] { Handle(*dialog, name, visit); },
+            Qt::QueuedConnection);
+    }
+
+    void Handle(QDialog& dialog, const std::string& name, int visit) {
+        static const std::map<std::string, std::vector<const char*>> Presses{
+            {"frmConnect", {"cmdSetup", "cmdConnect"}},
+            {"frmSetup", {"cmdCalibrate(0)", "cmdCancel"}},
+            {"frmGetHistoryData", {"cmdOkay"}},
+            {"frmHistory", {"cmdOptions", "cmdOK"}}};
+        if (visit == 1) {
+            LookAtPages(dialog);
+        }
+        if (name == "frmSelectClient") {
+            QTest::keyClick(dialog.findChild<QWidget*>(QStringLiteral("lstClients")),
+                            Qt::Key_Return);
+            return;
+        }
+        const auto presses = Presses.find(name);
+        if (presses == Presses.end() || visit > static_cast<int>(presses->second.size())) {
+            dialog.reject();
+            return;
+        }
+        const char* press = presses->second[static_cast<std::size_t>(visit - 1)];
+        auto* button = dialog.findChild<QPushButton*>(QLatin1String(press));
+        if (button == nullptr) {
+            ADD_FAILURE() << "no " << press << " in " << name;
+            dialog.reject();
+            return;
+        }
+        button->click();
+    }
+
+    QTimer watch_;
+    const QDialog* last_ = nullptr;
+    std::map<std::string, int> visits_;
+};
+
+TEST_P(AllForms, HaveNothingToStumbleOver) {
+    Start([](frmConnect&) {});
+    ASSERT_EQ(state_.LinkRecord.Connected, True);
+    ClickClient(2);
+    Click("cmdGetSettings");
+    for (const char* view : {"cmdSmall", "cmdMedium", "cmdWide", "cmdMeter"}) {
+        WindowOf(2)->findChild<QPushButton*>(QLatin1String(view))->click();
+        Look(*window_, view);
+    }
+    for (const char* row : {"mnuAbout", "mnuAddClient2", "mnuEditClient2"}) {
+        Trigger(row);
+    }
+    for (const char* button : {"cmdSignalLevel", "cmdGetHistory", "cmdSetup"}) {
+        Click(button);
+    }
+    Trigger("mnuGetSettingsFACW");
+    Look(*window_, "with the log");
+    Trigger("mnuNewFlowTable");
+    Look(Find<QWidget>("frmRating"));
+    Trigger("mnuTrace");
+    Look(Find<QWidget>("frmTrace"));
+    Trigger("mnuSupport");
+    LookAtPages(Find<QDialog>("frmSupport"));
+    window_->resize(1024, 560);
+    Look(*window_, "on a small screen");
+    for (const char* form :
+         {"frmMain", "frmConnect", "frmConnectSetup", "frmAbout", "frmAddClient1",
+          "frmSelectClient", "frmEditClient", "frmSignalLevel", "frmGetHistoryData", "frmHistory",
+          "frmHistoryOptions", "frmSetup", "frmCalibrate", "frmRating", "frmTrace", "frmSupport"}) {
+        EXPECT_EQ(looked_.count(form), 1U) << form << " was not looked at";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Desks, AllForms,
+                         ::testing::Values(DeskCase{"Light", false, 0}, DeskCase{"Dark", true, 0},
+                                           DeskCase{"LightLarge", false, 18},
+                                           DeskCase{"DarkLarge", true, 18}),
+                         [](const auto& desk) { return desk.param.Name; });
+
+}  // namespace
+}  // namespace testing_support
