@@ -43,9 +43,22 @@ Object& Find(QObject& parent, const QString& name) {
 
 /// The host with another clock.
 Host WithClock(const Host& host, SystemClock& clock) {
-    return {host.MSComm1, host.Events, host.Boxes,        host.Dialogs, host.Store,
-            clock,        host.Help,   host.LocalMachine, host.AppPath, host.TickMilliseconds,
-            host.Archive};
+    return {.MSComm1 = host.MSComm1,
+            .Events = host.Events,
+            .Boxes = host.Boxes,
+            .Dialogs = host.Dialogs,
+            .Store = host.Store,
+            .Clock = clock,
+            .Help = host.Help,
+            .LocalMachine = host.LocalMachine,
+            .Inquiry = host.Inquiry,
+            .Sound = host.Sound,
+            .AppPath = host.AppPath,
+            .TickMilliseconds = host.TickMilliseconds,
+            .Archive = host.Archive,
+            .SystemText = host.SystemText,
+            .SaveFolder = host.SaveFolder,
+            .UserFolder = host.UserFolder};
 }
 
 [[noreturn]] void GiveUp(const char* what) {
