@@ -124,6 +124,7 @@ int Take(Tour& tour) {
     TakeReadings(tour);
     OperateNetwork(tour);
     FetchHistories(tour);
+    ShowTrace(tour);
     KeepWhatCame(tour);
     ShowFlows(tour);
     SetUpLoggers(tour);

@@ -62,6 +62,8 @@ void TakeReadings(Tour& tour);
 void OperateNetwork(Tour& tour);
 /// Uploads histories over a bad link, packs one, saves it.
 void FetchHistories(Tour& tour);
+/// Looks afterwards at what went over the link, and at the report for support.
+void ShowTrace(Tour& tour);
 /// Uploads histories that overlap, kills a console in the middle of one, and makes of what stayed a
 /// plot, a report, files and a copy.
 void KeepWhatCame(Tour& tour);
