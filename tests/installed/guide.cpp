@@ -91,7 +91,7 @@ void Guide::Await(const QString& what, const std::function<bool()>& holds) {
 
 QString Guide::AwaitBox() {
     AwaitUnder(true, QStringLiteral("a message box"), [] { return ShownBox() != nullptr; });
-    const QString words = There([] { return WordsOf(*ShownBox()); });
+    QString words = There([] { return WordsOf(*ShownBox()); });
     There([] {
         QMetaObject::invokeMethod(ShownBox(), "accept", Qt::QueuedConnection);
         return 0;
