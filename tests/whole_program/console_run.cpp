@@ -205,6 +205,7 @@ void ConsoleRun::Select(QWidget& form, const QString& name, const QString& begin
     }
     list.setFocus();
     list.setCurrentIndex(item);
+    Q_EMIT list.activated(item);  // as a choice by hand does
 }
 
 QString ConsoleRun::TextOf(QWidget& parent, const QString& name) {
@@ -289,7 +290,9 @@ void ConsoleRun::Look() {
 }
 
 void ConsoleRun::AnswerBox(QMessageBox& box) {
-    boxes_ << box.windowTitle() + QStringLiteral(": ") + box.text();
+    const QString details = box.informativeText();
+    boxes_ << box.windowTitle() + QStringLiteral(": ") + box.text() +
+                  (details.isEmpty() ? QString() : QLatin1Char('\n') + details);
     QAbstractButton* button = box.defaultButton();
     if (!answers_.empty() && box.button(answers_.front()) != nullptr) {
         button = box.button(answers_.front());

@@ -8,18 +8,18 @@ namespace whole_program {
 namespace {
 
 void Connect(Tour& tour) {
-    ConsoleRun& console = tour.Console;
-    console.OnForm(QStringLiteral("frmConnect"), [&](QWidget& form) {
+    tour.Console.OnForm(QStringLiteral("frmConnect"), [&](QWidget& form) {
+        tour.Console.OnForm(QStringLiteral("frmConnectSetup"), [&](QWidget& setup) {
+            ConsoleRun::Select(setup, QStringLiteral("cmbPort"), QStringLiteral("COM1"));
+            tour.Keep(QStringLiteral("connection-settings"), &setup);
+            tour.Console.Click(QStringLiteral("cmdOK"), &setup);
+        });
+        tour.Console.Click(QStringLiteral("cmdSetup"), &form);
         tour.Keep(QStringLiteral("connect"), &form);
-        console.Click(QStringLiteral("cmdSetup"), &form);
-        console.Click(QStringLiteral("cmdConnect"), &form);
+        tour.Console.Click(QStringLiteral("cmdConnect"), &form);
     });
-    console.OnForm(QStringLiteral("frmConnectSetup"), [&](QWidget& form) {
-        tour.Keep(QStringLiteral("connection-settings"), &form);
-        console.Click(QStringLiteral("cmdCancel"), &form);
-    });
-    console.Start(QString());
-    const Link& link = console.State().LinkRecord;
+    tour.Console.Click(QStringLiteral("cmdConnect"));
+    const Link& link = tour.Console.State().LinkRecord;
     Tour::Say(QStringLiteral("Connected: %1, system id %2")
                   .arg(link.Connected != False)
                   .arg(link.ServerSystemID));
