@@ -112,7 +112,6 @@ sys.stdin.read()"
 read -r port <&"${COPROC[0]}"
 user ln -s "$port" /home/technician/.config/Orvia/ports/COM2
 
-exec 3<>"$scratch/display"
 Xvfb -displayfd 3 -screen 0 1280x900x24 -ac -nolisten tcp 2>/dev/null 3>"$scratch/display" &
 until [ -s "$scratch/display" ]; do sleep 0.1; done
 display=:$(head -1 "$scratch/display")
