@@ -6,7 +6,8 @@
 #
 # Installs what is missing, builds in build/package, where the next time only what changed is built
 # again, and ends with the checks: lintian without errors and warnings, hardening, desktop files,
-# metainfo, manual pages, and a walk through the console in a fresh system. JOBS says how many compilers run at once.
+# metainfo, manual pages, and a walk through the console in a fresh system. JOBS says how many
+# compilers run at once.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -36,6 +37,8 @@ find "$tree" -mindepth 1 -maxdepth 1 ! -name 'obj-*' -exec rm -rf {} +
 git ls-files -z --cached --others --exclude-standard |
     tar --create --null --files-from=- --ignore-failed-read --warning=no-failed-read |
     tar --extract --directory="$tree"
+# Without a second package of debug symbols, which takes a minute to pack.
+export DEB_BUILD_OPTIONS="${DEB_BUILD_OPTIONS:-} noautodbgsym"
 (cd "$tree" && dpkg-buildpackage -b -us -uc -nc -j"${JOBS:-$(nproc)}")
 mv "$build/$deb" dist/
 
