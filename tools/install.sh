@@ -14,7 +14,7 @@ if [ "${1:-}" = "--debian" ]; then
     packages=(
         dpkg-dev debhelper librsvg2-bin
         lintian devscripts desktop-file-utils appstream man-db xz-utils
-        debootstrap
+        blhc debootstrap
     )
 fi
 known=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' 2>/dev/null | awk '$2=="installed"{print $1}')
