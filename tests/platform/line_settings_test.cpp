@@ -1,4 +1,4 @@
-#include "platform/qt/line_settings.h"
+#include "platform/line_settings.h"
 
 #include <gtest/gtest.h>
 
@@ -9,22 +9,22 @@ namespace {
 TEST(LineSettings, ReadsAllFourParts) {
     const LineSettings settings = ReadLineSettings("38400,N,8,1");
     EXPECT_EQ(settings.BaudRate, 38400);
-    EXPECT_EQ(settings.Parity, QSerialPort::NoParity);
-    EXPECT_EQ(settings.DataBits, QSerialPort::Data8);
-    EXPECT_EQ(settings.StopBits, QSerialPort::OneStop);
+    EXPECT_EQ(settings.Parity, LineParity::None);
+    EXPECT_EQ(settings.DataBits, 8);
+    EXPECT_EQ(settings.StopBits, LineStopBits::One);
 }
 
 TEST(LineSettings, ReadsParityInEitherCase) {
-    EXPECT_EQ(ReadLineSettings("9600,e,7,2").Parity, QSerialPort::EvenParity);
-    EXPECT_EQ(ReadLineSettings("9600,O,7,2").Parity, QSerialPort::OddParity);
-    EXPECT_EQ(ReadLineSettings("9600,M,7,2").Parity, QSerialPort::MarkParity);
-    EXPECT_EQ(ReadLineSettings("9600,s,7,2").Parity, QSerialPort::SpaceParity);
+    EXPECT_EQ(ReadLineSettings("9600,e,7,2").Parity, LineParity::Even);
+    EXPECT_EQ(ReadLineSettings("9600,O,7,2").Parity, LineParity::Odd);
+    EXPECT_EQ(ReadLineSettings("9600,M,7,2").Parity, LineParity::Mark);
+    EXPECT_EQ(ReadLineSettings("9600,s,7,2").Parity, LineParity::Space);
 }
 
 TEST(LineSettings, ReadsDataAndStopBits) {
-    EXPECT_EQ(ReadLineSettings("9600,N,5,1.5").DataBits, QSerialPort::Data5);
-    EXPECT_EQ(ReadLineSettings("9600,N,5,1.5").StopBits, QSerialPort::OneAndHalfStop);
-    EXPECT_EQ(ReadLineSettings("9600,N,7,2").StopBits, QSerialPort::TwoStop);
+    EXPECT_EQ(ReadLineSettings("9600,N,5,1.5").DataBits, 5);
+    EXPECT_EQ(ReadLineSettings("9600,N,5,1.5").StopBits, LineStopBits::OneAndHalf);
+    EXPECT_EQ(ReadLineSettings("9600,N,7,2").StopBits, LineStopBits::Two);
 }
 
 TEST(LineSettings, TakesAnyBaudRate) {

@@ -4,12 +4,10 @@
 #include <QFileInfo>
 #include <array>
 
-#include "common/fault.h"
-#include "common/number_text.h"
+#include "platform/qt/text_qt.h"
 
 namespace {
 
-#ifndef Q_OS_WIN
 struct DeviceFamily {
     int FirstNumber;
     int LastNumber;
@@ -37,20 +35,11 @@ QString Canonical(const QString& device) {
     const QString path = QFileInfo(device).canonicalFilePath();
     return path.isEmpty() ? device : path;
 }
-#endif
 
 }  // namespace
 
 QString DeviceOfPort(int number, const QString& portsFolder) {
-    if (number < FirstPort || number > LastPort) {
-        throw Fault("there is no port COM" + IntegerToText(number));
-    }
-    const QString name = QStringLiteral("COM%1").arg(number);
-#ifdef Q_OS_WIN
-    static_cast<void>(portsFolder);
-    return name;
-#else
+    const QString name = ToQt(ComPortName(number));
     const QString linked = LinkedDevice(QDir(portsFolder).filePath(name));
     return Canonical(linked.isEmpty() ? FixedDevice(number) : linked);
-#endif
 }

@@ -13,11 +13,12 @@
 #include "platform/qt/text_qt.h"
 
 QtHost::QtHost()
-    : port_(QDir(store_.Folder()).filePath(QStringLiteral("ports"))),
+    :
 #ifndef _WIN32
+      port_(QDir(store_.Folder()).filePath(QStringLiteral("ports"))),
       localMachine_([this] { return PortsOfSystem(port_.PortsFolder()); }),
-#endif
       inquiry_(port_.PortsFolder()),
+#endif
       archive_({.File = ArchiveFile()}),
       host_{.MSComm1 = port_,
             .Events = pump_,

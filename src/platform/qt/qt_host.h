@@ -7,16 +7,18 @@
 #include "platform/qt/qt_file_dialogs.h"
 #include "platform/qt/qt_help_viewer.h"
 #include "platform/qt/qt_message_boxes.h"
-#ifdef _WIN32
-#include "platform/qt/qt_registry_windows.h"
-#else
-#include "platform/qt/qt_ports.h"
-#endif
-#include "platform/qt/qt_port_inquiry.h"
-#include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_settings_store.h"
 #include "platform/qt/qt_system_clock.h"
 #include "platform/qt/sql_archive.h"
+#ifdef _WIN32
+#include "platform/win/win_port_inquiry.h"
+#include "platform/win/win_registry.h"
+#include "platform/win/win_serial_port.h"
+#else
+#include "platform/qt/qt_port_inquiry.h"
+#include "platform/qt/qt_ports.h"
+#include "platform/qt/qt_serial_port.h"
+#endif
 
 /// The host of the running program. Needs the application object, and goes before it.
 class QtHost final {
@@ -29,18 +31,20 @@ class QtHost final {
 
  private:
     QtSettingsStore store_;
+#ifdef _WIN32
+    WinSerialPort port_;
+    WinRegistry localMachine_;
+    WinPortInquiry inquiry_;
+#else
     QtSerialPort port_;
+    PortsRegistry localMachine_;
+    QtPortInquiry inquiry_;
+#endif
     QtEventPump pump_;
     QtMessageBoxes boxes_;
     QtFileDialogs dialogs_;
     QtSystemClock clock_;
     QtHelpViewer help_;
-#ifdef _WIN32
-    WindowsRegistry localMachine_;
-#else
-    PortsRegistry localMachine_;
-#endif
-    QtPortInquiry inquiry_;
     QtBell sound_;
     SqlArchive archive_;
     Host host_;

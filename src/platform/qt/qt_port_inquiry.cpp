@@ -1,19 +1,5 @@
 #include "platform/qt/qt_port_inquiry.h"
 
-#include <QFileInfo>
-#include <algorithm>
-#include <cstring>
-#include <fstream>
-#include <iterator>
-#include <utility>
-
-#include "common/number_text.h"
-#include "common/path_text.h"
-#include "common/text.h"
-#include "platform/qt/port_devices.h"
-#include "platform/qt/text_qt.h"
-
-#ifndef Q_OS_WIN
 #include <dirent.h>
 #include <fcntl.h>
 #include <grp.h>
@@ -21,10 +7,21 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QFileInfo>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstring>
+#include <fstream>
+#include <iterator>
 #include <memory>
-#endif
+#include <utility>
+
+#include "common/number_text.h"
+#include "common/path_text.h"
+#include "common/text.h"
+#include "platform/qt/port_devices.h"
+#include "platform/qt/text_qt.h"
 
 QtPortInquiry::QtPortInquiry(QString portsFolder, InquiryPlaces places)
     : portsFolder_(std::move(portsFolder)), places_(std::move(places)) {}
@@ -41,18 +38,6 @@ int OwnerOfLock(const std::string& contents) {
     }
     return 0;
 }
-
-#ifdef Q_OS_WIN
-
-PortCondition QtPortInquiry::ConditionOf(int /*number*/) {
-    return {};
-}
-
-std::map<int, PortUser> QtPortInquiry::UsedPorts() {
-    return {};
-}
-
-#else
 
 namespace {
 
@@ -240,5 +225,3 @@ std::map<int, PortUser> QtPortInquiry::UsedPorts() {
     });
     return used;
 }
-
-#endif

@@ -28,6 +28,32 @@ bool MayEndThePort(QSerialPort::SerialPortError error) {
     }
 }
 
+QSerialPort::Parity ParityOf(LineParity parity) {
+    switch (parity) {
+        case LineParity::Even:
+            return QSerialPort::EvenParity;
+        case LineParity::Odd:
+            return QSerialPort::OddParity;
+        case LineParity::Mark:
+            return QSerialPort::MarkParity;
+        case LineParity::Space:
+            return QSerialPort::SpaceParity;
+        default:
+            return QSerialPort::NoParity;
+    }
+}
+
+QSerialPort::StopBits StopBitsOf(LineStopBits bits) {
+    switch (bits) {
+        case LineStopBits::OneAndHalf:
+            return QSerialPort::OneAndHalfStop;
+        case LineStopBits::Two:
+            return QSerialPort::TwoStop;
+        default:
+            return QSerialPort::OneStop;
+    }
+}
+
 }  // namespace
 
 QtSerialPort::QtSerialPort(QString portsFolder) : portsFolder_(std::move(portsFolder)) {
@@ -83,9 +109,9 @@ void QtSerialPort::Open() {
     const QString device = DeviceOfPort(number_, portsFolder_);
     port_.setPortName(device);
     port_.setBaudRate(line_.BaudRate);
-    port_.setParity(line_.Parity);
-    port_.setDataBits(line_.DataBits);
-    port_.setStopBits(line_.StopBits);
+    port_.setParity(ParityOf(line_.Parity));
+    port_.setDataBits(static_cast<QSerialPort::DataBits>(line_.DataBits));
+    port_.setStopBits(StopBitsOf(line_.StopBits));
     if (!port_.open(QIODevice::ReadWrite)) {
         throw Fault("COM" + IntegerToText(number_) + " (" + FromQt(device) +
                     ") cannot be opened: " + FromQt(port_.errorString()));

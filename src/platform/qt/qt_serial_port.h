@@ -8,7 +8,7 @@
 
 #include "platform/host.h"
 #include "platform/line_pace.h"
-#include "platform/qt/line_settings.h"
+#include "platform/line_settings.h"
 
 /// The serial port over the system's own. Bytes come and go while events run.
 class QtSerialPort final : public SerialPort {

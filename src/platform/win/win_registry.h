@@ -1,12 +1,10 @@
-#ifndef ORVIA_PLATFORM_QT_QT_REGISTRY_WINDOWS_H
-#define ORVIA_PLATFORM_QT_QT_REGISTRY_WINDOWS_H
-
-#ifdef _WIN32
+#ifndef ORVIA_PLATFORM_WIN_WIN_REGISTRY_H
+#define ORVIA_PLATFORM_WIN_WIN_REGISTRY_H
 
 #include "platform/host.h"
 
-/// The system's registry, its branch of the local machine, read in the system's code page.
-class WindowsRegistry final : public Registry {
+/// The system's registry, its branch of the local machine.
+class WinRegistry final : public Registry {
  public:
     [[nodiscard]] std::int32_t PlatformId() const override;
     [[nodiscard]] std::optional<Key> OpenKey(const std::string& path) override;
@@ -15,6 +13,4 @@ class WindowsRegistry final : public Registry {
     void CloseKey(Key key) override;
 };
 
-#endif
-
-#endif  // ORVIA_PLATFORM_QT_QT_REGISTRY_WINDOWS_H
+#endif  // ORVIA_PLATFORM_WIN_WIN_REGISTRY_H
