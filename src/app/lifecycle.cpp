@@ -5,6 +5,7 @@
 #include "app/stored_settings.h"
 #include "app/version.h"
 #include "common/fault.h"
+#include "common/file_path.h"
 #include "common/number_text.h"
 #include "common/path_text.h"
 #include "console/book_operations.h"
@@ -72,7 +73,7 @@ void WriteVersionFile(Flag errorTrapping, std::string_view appPath, WindowSize s
     if (errorTrapping != False) {
         return;
     }
-    std::ofstream file(NativePath(JoinPath(appPath, "orvia.ini")), std::ios::binary);
+    std::ofstream file(FilePath(JoinPath(appPath, "orvia.ini")), std::ios::binary);
     file << "VERSION = " << VersionText() << "\r\n"
          << "WIDTH = " << IntegerToText(size.Width) << "\r\n"
          << "HEIGHT = " << IntegerToText(size.Height) << "\r\n";

@@ -7,6 +7,7 @@
 
 #include "archive/archive_list.h"
 #include "archive/archive_words.h"
+#include "common/file_path.h"
 #include "common/number_text.h"
 #include "common/path_text.h"
 #include "common/text.h"
@@ -42,17 +43,17 @@ void ArchiveCare::BackUp(const std::string& path) {
 CareResult ArchiveCare::CopyTo(const std::string& path) {
     namespace fs = std::filesystem;
     std::error_code failed;
-    if (fs::equivalent(NativePath(path), NativePath(store_.Place()), failed)) {
+    if (fs::equivalent(FilePath(path), FilePath(store_.Place()), failed)) {
         return {.Good = false, .Text = "That file is the archive itself. Choose another name."};
     }
     // A back-up that is replaced stays until the new one is whole.
     const std::string fresh = path + ".new";
-    fs::remove(NativePath(fresh), failed);
+    fs::remove(FilePath(fresh), failed);
     store_.BackUp(fresh, [] {});
-    fs::rename(NativePath(fresh), NativePath(path), failed);
+    fs::rename(FilePath(fresh), FilePath(path), failed);
     if (failed) {
         const std::string why = failed.message();
-        fs::remove(NativePath(fresh), failed);
+        fs::remove(FilePath(fresh), failed);
         throw ArchiveFault(ArchiveTrouble::NoFolder, path + ": " + why);
     }
     return {.Good = true, .Text = "Backed up to " + path};

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "common/file_path.h"
 #include "common/path_text.h"
 
 namespace {
@@ -28,7 +29,7 @@ bool AppendZeros(const std::filesystem::path& path, std::uintmax_t count) {
 
 }  // namespace
 
-FileRewrite::FileRewrite(std::string_view path) : path_(NativePath(path)) {
+FileRewrite::FileRewrite(std::string_view path) : path_(FilePath(path)) {
     if (!TakesFile(path)) {
         return;
     }

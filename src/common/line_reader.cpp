@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "common/file_path.h"
 #include "common/path_text.h"
 
 namespace {
@@ -75,7 +76,7 @@ bool OpenTextFile(std::string_view path, std::uintmax_t largest, TextFile& file)
     if (!IsRegularFile(path)) {
         return false;
     }
-    const std::filesystem::path native(NativePath(path));
+    const std::filesystem::path native = FilePath(path);
     std::error_code failure;
     file.Size = std::filesystem::file_size(native, failure);
     if (failure || file.Size > largest) {

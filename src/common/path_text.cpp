@@ -1,7 +1,8 @@
 #include "common/path_text.h"
 
-#include <filesystem>
 #include <system_error>
+
+#include "common/file_path.h"
 
 std::size_t LastSeparator(std::string_view path) {
     const std::size_t found = path.find_last_of("\\/");
@@ -35,11 +36,12 @@ namespace {
 
 /// What stands at `path`, "none" for what no system would open.
 std::filesystem::file_type TypeAt(std::string_view path) {
-    if (path.empty() || path.find('\0') != std::string_view::npos) {
+    const bool isDevice = Separator == '\\' && NamesDevice(path);
+    if (path.empty() || isDevice || path.find('\0') != std::string_view::npos) {
         return std::filesystem::file_type::none;
     }
     std::error_code ignored;
-    return std::filesystem::status(std::filesystem::path(NativePath(path)), ignored).type();
+    return std::filesystem::status(FilePath(path), ignored).type();
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <utility>
 
+#include "common/file_path.h"
 #include "common/line_reader.h"
 #include "common/path_text.h"
 #include "common/text.h"
@@ -136,7 +137,7 @@ bool RatingSession::Write(const std::string& path) {
     if (!TakesFile(path)) {
         return false;
     }
-    std::ofstream file(std::filesystem::path(NativePath(path)), std::ios::binary);
+    std::ofstream file(FilePath(path), std::ios::binary);
     WriteRatingTable(file, Device(), Made());
     file.close();
     return !file.fail();

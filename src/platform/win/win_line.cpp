@@ -108,9 +108,12 @@ struct WinLine::Calls {
         // A wait for bytes ends by this alone.
         SetCommMask(Port, 0);
         CancelIoEx(Port, nullptr);
+        const ULONGLONG end = GetTickCount64() + EndPatience;
         bool ended = true;
         for (const Call call : {WaitCall, ReadCall, WriteCall}) {
-            ended = EndsWithin(call, EndPatience) && ended;
+            const ULONGLONG now = GetTickCount64();
+            const auto left = static_cast<DWORD>(now < end ? end - now : 0);
+            ended = EndsWithin(call, left) && ended;
         }
         return ended;
     }

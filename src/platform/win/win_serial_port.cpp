@@ -1,5 +1,7 @@
 #include "platform/win/win_serial_port.h"
 
+#include <QDeadlineTimer>
+
 #include "common/fault.h"
 
 namespace {
@@ -60,8 +62,10 @@ void WinSerialPort::Close() {
     for (const auto& signal : opened_->Signals) {
         signal->setEnabled(false);
     }
-    if (opened_->Line.IsSending()) {
-        opened_->Calls.AwaitWrite(LeavePatience);
+    const QDeadlineTimer patience(LeavePatience);
+    while (opened_->Line.IsSending() && !patience.hasExpired()) {
+        opened_->Calls.AwaitWrite(static_cast<int>(patience.remainingTime()));
+        opened_->Line.OnSignal();
     }
     opened_.reset();
 }
