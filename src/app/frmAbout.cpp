@@ -7,6 +7,7 @@
 
 #include "app/lifecycle.h"
 #include "platform/qt/named_controls.h"
+#include "platform/qt/pictures.h"
 #include "platform/qt/text_qt.h"
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
@@ -17,7 +18,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     auto* picture = new QLabel(this);
     picture->setObjectName(QStringLiteral("Picture1"));
     picture->setAccessibleName(QStringLiteral("Picture of the program"));
-    picture->setPixmap(QIcon(QStringLiteral(":/icons/orvia.svg"))
+    picture->setPixmap(Picture(QStringLiteral("orvia"))
                            .pixmap(QSize(PictureSize, PictureSize), devicePixelRatioF()));
     auto* version = new QLabel(ToQt("Orvia\nVersion " + VersionText()), this);
     version->setObjectName(QStringLiteral("lblVersion"));

@@ -32,6 +32,7 @@
 #include "link/frmConnect.h"
 #include "link/sampling.h"
 #include "link/supervision.h"
+#include "platform/qt/pictures.h"
 #include "platform/qt/status_line.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
@@ -53,8 +54,8 @@ QColor ToQt(Colour colour) {
 
 /// The picture as it stands on the selected row too, where the style would tint it until it is lost
 /// in the highlight.
-QIcon ListPicture(const QString& file) {
-    const QIcon drawn(file);
+QIcon ListPicture(const QString& name) {
+    const QIcon drawn = Picture(name);
     QIcon picture;
     for (const int side : {16, 20, 24, 32, 48, 64}) {
         const QPixmap pixels = drawn.pixmap(QSize(side, side), 1.0);
@@ -66,9 +67,9 @@ QIcon ListPicture(const QString& file) {
 
 const QIcon& ListIcon(std::uint8_t icon) {
     static const std::map<std::uint8_t, QIcon> Icons{
-        {IconNoWindow, ListPicture(QStringLiteral(":/icons/client-closed.svg"))},
-        {IconWindowOpen, ListPicture(QStringLiteral(":/icons/client-open.svg"))},
-        {IconAddressed, ListPicture(QStringLiteral(":/icons/client-active.svg"))}};
+        {IconNoWindow, ListPicture(QStringLiteral("client-closed"))},
+        {IconWindowOpen, ListPicture(QStringLiteral("client-open"))},
+        {IconAddressed, ListPicture(QStringLiteral("client-active"))}};
     return Icons.at(icon);
 }
 
@@ -129,7 +130,7 @@ frmMain::frmMain(SharedState& state)
       signalForms_(*this, state.Outside.Sound) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(::ToQt(ApplicationTitle()));
-    setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));
+    setWindowIcon(Picture(QStringLiteral("orvia")));
     BuildTopPanel();
     BuildLeftPanel();
     BuildButtonBar();

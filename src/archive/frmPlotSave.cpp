@@ -4,10 +4,10 @@
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSvgGenerator>
 #include <algorithm>
 
 #include "archive/frmPlotChart.h"
+#include "archive/frmPlotVector.h"
 #include "common/file_rewrite.h"
 
 namespace {
@@ -22,13 +22,8 @@ void WritePng(const PlotChart& chart, QIODevice& file) {
 }
 
 void WriteSvg(const PlotChart& chart, QIODevice& file) {
-    constexpr int DotsPerInch = 96;
-    QSvgGenerator svg;
-    svg.setOutputDevice(&file);
-    svg.setResolution(DotsPerInch);
-    svg.setSize(chart.size());
-    svg.setViewBox(QRect(QPoint(0, 0), chart.size()));
-    QPainter painter(&svg);
+    VectorSheet sheet(file, chart.size());
+    QPainter painter(&sheet);
     painter.setFont(chart.font());
     chart.PaintOn(painter, QRectF(QPointF(0, 0), QSizeF(chart.size())));
 }

@@ -12,6 +12,7 @@
 
 #include "client/layout.h"
 #include "platform/qt/frame_press.h"
+#include "platform/qt/pictures.h"
 #include "platform/qt/text_qt.h"
 #include "records/address_book.h"
 
@@ -97,8 +98,8 @@ std::string frmClient::LoggerTimeCaption() const {
 }
 
 void frmClient::ShowIcon(std::uint8_t icon) {
-    setWindowIcon(QIcon(icon == IconAddressed ? QStringLiteral(":/icons/client-active.svg")
-                                              : QStringLiteral(":/icons/client-open.svg")));
+    setWindowIcon(Picture(icon == IconAddressed ? QStringLiteral("client-active")
+                                                : QStringLiteral("client-open")));
 }
 
 bool frmClient::GetStatus() {

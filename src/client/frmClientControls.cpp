@@ -15,6 +15,7 @@
 #include "client/frmClientText.h"
 #include "client/layout.h"
 #include "platform/qt/named_controls.h"
+#include "platform/qt/pictures.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
 
@@ -154,8 +155,7 @@ void frmClientControls::MakeButtons() {
         button->setAccessibleName(name);
         button->setToolTip(
             QStringLiteral("%1 (%2)").arg(name, key.toString(QKeySequence::NativeText)));
-        button->setIcon(
-            QIcon(QStringLiteral(":/icons/client-%1.svg").arg(QLatin1String(icons[mode]))));
+        button->setIcon(Picture(QStringLiteral("client-%1").arg(QLatin1String(icons[mode]))));
         button->setShortcut(key);
         button->setCheckable(true);
         button->setFocusPolicy(Qt::StrongFocus);

@@ -10,6 +10,7 @@
 
 #include "platform/qt/frame_press.h"
 #include "platform/qt/named_controls.h"
+#include "platform/qt/pictures.h"
 #include "platform/qt/text_qt.h"
 
 frmLog::frmLog() {
@@ -17,7 +18,7 @@ frmLog::frmLog() {
     constexpr int Lines = 17;
     setObjectName(QStringLiteral("frmLog"));
     setWindowTitle(QStringLiteral("Multiple Client Operation Log"));
-    setWindowIcon(QIcon(QStringLiteral(":/icons/orvia.svg")));
+    setWindowIcon(Picture(QStringLiteral("orvia")));
     setAttribute(Qt::WA_DeleteOnClose, false);
     auto* content = new QWidget;
     txtLog_ = new QPlainTextEdit(content);

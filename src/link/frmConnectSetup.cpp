@@ -13,6 +13,7 @@
 #include "link/book_choice.h"
 #include "link/connect_setup.h"
 #include "platform/qt/named_controls.h"
+#include "platform/qt/pictures.h"
 #include "platform/qt/text_qt.h"
 
 // The pictures lie in a static library, which keeps them only for who asks.
@@ -134,8 +135,7 @@ void frmConnectSetup::ShowPort(int item, const std::string& entry, const std::st
     cmbPort_->setItemData(item, use, Qt::AccessibleDescriptionRole);
     cmbPort_->setItemData(item, use.isEmpty() ? use : Qt::convertFromPlainText(use),
                           Qt::ToolTipRole);
-    cmbPort_->setItemIcon(
-        item, use.isEmpty() ? QIcon() : QIcon(QStringLiteral(":/icons/port-in-use.svg")));
+    cmbPort_->setItemIcon(item, use.isEmpty() ? QIcon() : Picture(QStringLiteral("port-in-use")));
 }
 
 void frmConnectSetup::FillIn() {
