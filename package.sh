@@ -3,6 +3,7 @@
 #
 #   ./package.sh            the Debian package, dist/orvia_VERSION_amd64.deb
 #   ./package.sh debian     the same
+#   ./package.sh windows    the installer for 64-bit Windows, dist/orvia-VERSION-setup.exe
 #
 # Installs what is missing, builds in build/package, where the next time only what changed is built
 # again, and ends with the checks: lintian without errors and warnings, hardening, desktop files,
@@ -13,8 +14,9 @@ cd "$(dirname "$0")"
 
 case "${1:-debian}" in
     debian) ;;
+    windows) exec packaging/windows/package.sh ;;
     *)
-        echo "usage: ./package.sh [debian]" >&2
+        echo "usage: ./package.sh [debian|windows]" >&2
         exit 2
         ;;
 esac

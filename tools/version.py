@@ -15,7 +15,6 @@ ROOT = Path(__file__).resolve().parent.parent
 TOLD = {
     "debian/changelog": r"\Aorvia \(([^)]+)\)",
     "packaging/desktop/org.example.orvia.metainfo.xml": r'<release version="([^"]+)"',
-    "packaging/orvia.manifest": r'<assemblyIdentity [^>]*version="([^"]+)\.0"',
 }
 
 

@@ -82,26 +82,41 @@ void AcceptFile(QFileDialog& dialog, const QString& path) {
 
 }  // namespace
 
-Home::Home(const QString& book) {
-    qputenv("XDG_CONFIG_HOME", folder_.path().toLocal8Bit());
-    qputenv("XDG_DATA_HOME", folder_.path().toLocal8Bit());
-    QDir().mkpath(QFileInfo(PortLink()).path());
-    QSettings settings(SettingsFile(), QSettings::IniFormat);
-    settings.setValue(QStringLiteral("Configuration/Port"), QStringLiteral("COM1"));
-    settings.setValue(QStringLiteral("Configuration/Baud"), QStringLiteral("38400"));
-    if (!book.isEmpty()) {
-        QFile::copy(book, Book());
-        QFile::setPermissions(Book(), QFile::ReadOwner | QFile::WriteOwner);
-        settings.setValue(QStringLiteral("Configuration/AddressBook"), Book());
+void FirstSettings::Write(const QString& folder) const {
+#ifdef _WIN32
+    static_cast<void>(folder);
+    QSettings settings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvia"),
+                       QStringLiteral("Orvia"));
+#else
+    QDir().mkpath(folder + QStringLiteral("/Orvia/ports"));
+    QSettings settings(folder + QStringLiteral("/Orvia/Orvia.conf"), QSettings::IniFormat);
+#endif
+    settings.setValue(QStringLiteral("Configuration/Port"), Port);
+    settings.setValue(QStringLiteral("Configuration/Baud"), Baud);
+    if (!Book.isEmpty()) {
+        settings.setValue(QStringLiteral("Configuration/AddressBook"), Book);
     }
 }
 
-QString Home::PortLink() const {
-    return PathOf(QStringLiteral("Orvia/ports/COM1"));
+Home::Home(const QString& book) {
+    for (const char* place : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "APPDATA"}) {
+        qputenv(place, folder_.path().toLocal8Bit());
+    }
+    FirstSettings first;
+    if (!book.isEmpty()) {
+        QFile::copy(book, Book());
+        QFile::setPermissions(Book(), QFile::ReadOwner | QFile::WriteOwner);
+        first.Book = Book();
+    }
+    first.Write(folder_.path());
 }
 
-QString Home::SettingsFile() const {
-    return PathOf(QStringLiteral("Orvia/Orvia.conf"));
+QString Home::PortLink() const {
+#ifdef _WIN32
+    return QStringLiteral("COM1");
+#else
+    return PathOf(QStringLiteral("Orvia/ports/COM1"));
+#endif
 }
 
 QString Home::Book() const {

@@ -20,14 +20,24 @@
 
 namespace whole_program {
 
+/// The settings with which a console begins. On Windows they lie in the registry, and each console
+/// that starts there has to be given its own just before.
+struct FirstSettings {
+    QString Port = QStringLiteral("COM1");
+    QString Baud = QStringLiteral("38400");
+    QString Book = {};
+
+    /// `folder` is the one that holds the folders of the console's settings and of its data.
+    void Write(const QString& folder) const;
+};
+
 /// A home of its own for the console's settings, with "COM1" standing for a pseudo-terminal.
 class Home {
  public:
     /// `book` is an address book, of which the home gets a copy to work on; may be empty.
     explicit Home(const QString& book);
-    /// Where the link to the pseudo-terminal belongs.
+    /// Where the link to the pseudo-terminal belongs; on Windows the port itself.
     [[nodiscard]] QString PortLink() const;
-    [[nodiscard]] QString SettingsFile() const;
     [[nodiscard]] QString Book() const;
     /// The path of a file in this home.
     [[nodiscard]] QString PathOf(const QString& name) const { return folder_.filePath(name); }

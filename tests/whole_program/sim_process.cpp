@@ -6,8 +6,6 @@ namespace whole_program {
 
 namespace {
 
-constexpr int Patience = 10000;  // milliseconds
-
 double Number(const QStringList& words, qsizetype at) {
     return words.value(at).toDouble();
 }
@@ -15,29 +13,21 @@ double Number(const QStringList& words, qsizetype at) {
 }  // namespace
 
 SimProcess::SimProcess(const QString& program, const QString& network, const QString& link,
-                       const QStringList& options) {
-    process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.start(program, QStringList{network, QStringLiteral("--link"), link,
-                                        QStringLiteral("--control"), QStringLiteral("-")} +
-                                options);
-    const QString first = ReadLine();
+                       const QStringList& options)
+    : channel_(
+          StartSimulator(program, QStringList{network, QStringLiteral("--link"), link,
+                                              QStringLiteral("--control"), QStringLiteral("-")} +
+                                      options)) {
+    const QString first = channel_->Hear();
     if (!first.startsWith(QLatin1String("ready"))) {
         throw std::runtime_error("the simulator did not start: " + first.toStdString());
     }
 }
 
-SimProcess::~SimProcess() {
-    process_.write("quit\n");
-    if (!process_.waitForFinished(Patience)) {
-        process_.kill();
-        process_.waitForFinished(Patience);
-    }
-}
-
 QStringList SimProcess::Ask(const QString& command) {
-    process_.write(command.toUtf8() + '\n');
+    channel_->Say(command);
     QStringList lines;
-    for (QString line = ReadLine(); line != QLatin1String("ok"); line = ReadLine()) {
+    for (QString line = channel_->Hear(); line != QLatin1String("ok"); line = channel_->Hear()) {
         if (line.isNull() || line.startsWith(QLatin1String("error"))) {
             throw std::runtime_error((command + QStringLiteral(": ") + line).toStdString());
         }
@@ -69,15 +59,6 @@ Truth SimProcess::TruthBy(const QString& command) {
         }
     }
     return truth;
-}
-
-QString SimProcess::ReadLine() {
-    while (!process_.canReadLine()) {
-        if (!process_.waitForReadyRead(Patience)) {
-            return {};
-        }
-    }
-    return QString::fromUtf8(process_.readLine()).trimmed();
 }
 
 }  // namespace whole_program

@@ -1,10 +1,12 @@
 #ifndef ORVIA_TESTS_WHOLE_PROGRAM_SIM_PROCESS_H
 #define ORVIA_TESTS_WHOLE_PROGRAM_SIM_PROCESS_H
 
-#include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <memory>
 #include <vector>
+
+#include "whole_program/sim_channel.h"
 
 namespace whole_program {
 
@@ -23,7 +25,6 @@ class SimProcess {
     /// Starts it; throws std::runtime_error if it does not come up.
     SimProcess(const QString& program, const QString& network, const QString& link,
                const QStringList& options = {});
-    ~SimProcess();
 
     /// Sends a command and returns the lines of its answer; throws if it says error.
     QStringList Ask(const QString& command);
@@ -34,9 +35,8 @@ class SimProcess {
 
  private:
     [[nodiscard]] Truth TruthBy(const QString& command);
-    QString ReadLine();
 
-    QProcess process_;
+    std::unique_ptr<SimChannel> channel_;
 };
 
 }  // namespace whole_program

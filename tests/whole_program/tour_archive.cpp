@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QSettings>
 #include <QTest>
 
 #include "platform/qt/sql_archive.h"
@@ -216,17 +215,30 @@ void UploadOverlapping(Tour& tour) {
 
 // ----- one that is killed
 
+#ifdef _WIN32
+const QString SecondPort = QStringLiteral("COM2");
+#else
+const QString SecondPort = QStringLiteral("COM1");
+#endif
+
 /// A home for a console beside the first, with the first one's archive.
 QString MakeSecondHome(const Tour& tour) {
     const QString folder = tour.House.PathOf(QStringLiteral("second"));
-    QDir().mkpath(folder + QStringLiteral("/Orvia/ports"));
+    QDir().mkpath(folder);
     const QString book = folder + QStringLiteral("/site.obk");
     QFile::copy(tour.Data + QStringLiteral("/site.obk"), book);
-    QSettings settings(folder + QStringLiteral("/Orvia/Orvia.conf"), QSettings::IniFormat);
-    settings.setValue(QStringLiteral("Configuration/Port"), QStringLiteral("COM1"));
-    settings.setValue(QStringLiteral("Configuration/Baud"), QStringLiteral("9600"));
-    settings.setValue(QStringLiteral("Configuration/AddressBook"), book);
+    FirstSettings{.Port = SecondPort, .Baud = QStringLiteral("9600"), .Book = book}.Write(folder);
     return folder;
+}
+
+/// Where the second console's port leads.
+QString SecondLink(const QString& home) {
+#ifdef _WIN32
+    static_cast<void>(home);
+    return SecondPort;
+#else
+    return home + QStringLiteral("/Orvia/ports/") + SecondPort;
+#endif
 }
 
 /// What a console told again and again of the records that it had.
@@ -245,8 +257,7 @@ Told ReadCounts(const QByteArray& output) {
 Told KillUpload(Tour& tour) {
     constexpr int Enough = 400;  // of 1440 records
     const QString home = MakeSecondHome(tour);
-    const SimProcess sim(tour.Simulator, tour.Data + QStringLiteral("/site.net"),
-                         home + QStringLiteral("/Orvia/ports/COM1"),
+    const SimProcess sim(tour.Simulator, tour.Data + QStringLiteral("/site.net"), SecondLink(home),
                          {QStringLiteral("--baud"), QStringLiteral("9600")});
     QProcess console;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
