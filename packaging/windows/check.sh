@@ -22,7 +22,9 @@ shots=$build/shots
 rm -rf "$shots"
 mkdir -p "$shots"
 export LC_ALL=C.UTF-8
-trap 'wineserver -k || true' EXIT
+# The server tells all that it holds when it is ended.
+end_server() { wineserver -k >/dev/null 2>&1 || true; sleep 1; }
+trap end_server EXIT
 
 step() { echo "== $*"; }
 fail() { echo "$*" >&2; exit 1; }
@@ -99,15 +101,24 @@ LIST
 wine64 orvia-windows-ports.exe | tr -d '\r' >"$build/ports.txt"
 diff "$build/ports.expected" "$build/ports.txt"
 
-step "the tour"
+step "the port"
 ports=$WINEPREFIX/ports
-post=$WINEPREFIX/post
-mkdir -p "$ports" "$post"
+mkdir -p "$ports"
 for number in 1 2; do
     wine64 reg add 'HKLM\Software\Wine\Ports' /v "COM$number" /d "$ports/com$number" /f >/dev/null
 done
-# The server maps ports when it starts.
-wineserver -k
+# The server maps ports when it starts, and is told by a terminal that hangs up, upon which it says a lot.
+end_server
+"$here/echo_port.py" "$ports/com1" >/dev/null &
+sleep 1
+LD_PRELOAD=$ORVIA_PTYMODEM wine64 orvia-windows-line.exe >"$build/line.txt" 2>/dev/null ||
+    { cat "$build/line.txt"; fail "the port is not right"; }
+grep -v "a reply is what was sent" "$build/line.txt"
+end_server
+
+step "the tour"
+post=$WINEPREFIX/post
+mkdir -p "$post"
 mkfifo "$post/open"
 "$here/sim_post.py" "$post" "$simulator" "$ports" <"$post/open" &
 exec 3>"$post/open"
@@ -118,7 +129,7 @@ exec 3>&-
 step "screens of 100, 150 and 200 %"
 for percent in 100 150 200; do
     wine64 reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d $((96 * percent / 100)) /f >/dev/null
-    wineserver -k
+    end_server
     wine64 "$program" &
     sleep 12
     import -window root "$shots/screen-$percent.png"

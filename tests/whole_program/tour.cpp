@@ -121,10 +121,10 @@ void CloseInOrder(Tour& tour) {
 }
 
 int Take(Tour& tour) {
-    TryPorts(tour);
+    const int refusals = TryPorts(tour);
     TakeReadings(tour);
     OperateNetwork(tour);
-    LookBack(tour);
+    LookBack(tour, refusals);
     FetchHistories(tour);
     KeepWhatCame(tour);
     ShowFlows(tour);

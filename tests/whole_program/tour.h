@@ -56,14 +56,15 @@ class Tour {
 
 // ----- the stations, in the order of the tour
 
-/// Opens the console and tries ports that cannot be opened, each for another reason.
-void TryPorts(Tour& tour);
+/// Opens the console and tries ports that cannot be opened, each for another reason; their number.
+[[nodiscard]] int TryPorts(Tour& tour);
 /// Connects, gets samples of three sites, samples one of them continuously.
 void TakeReadings(Tour& tour);
 /// Adds, edits, drags and deletes a radio; works on all open windows; aims an antenna.
 void OperateNetwork(Tour& tour);
-/// Asks a logger that does not answer, and looks at the trace and the report for support.
-void LookBack(Tour& tour);
+/// Asks a logger that does not answer, and looks at the trace, in which so many ports were refused,
+/// and the report for support.
+void LookBack(Tour& tour, int refusals);
 /// Uploads histories over a bad link, packs one, saves it.
 void FetchHistories(Tour& tour);
 /// Uploads histories that overlap, kills a console in the middle of one, and makes of what stayed a
