@@ -18,7 +18,7 @@ const std::string Green = "Gr\xC3\xBCn \xE6\x9D\xB1";
 
 TEST(FilePath, TakesTextAsUtf8) {
     const std::u8string wanted = u8"Gr\u00FCn \u6771";
-    EXPECT_EQ(FilePath(Green).u8string(), wanted);
+    EXPECT_TRUE(FilePath(Green).u8string() == wanted);
 }
 
 TEST(FilePath, ABookInAFolderBeyondAsciiIsWrittenFoundAndRead) {
@@ -37,7 +37,7 @@ TEST(FilePath, ABookInAFolderBeyondAsciiIsWrittenFoundAndRead) {
     // It has the name that the system shows, not one of other characters.
     const std::filesystem::path found =
         std::filesystem::directory_iterator(FilePath(folder))->path();
-    EXPECT_EQ(found.filename().u8string(), u8"Gr\u00FCn \u6771.obk");
+    EXPECT_TRUE(found.filename().u8string() == u8"Gr\u00FCn \u6771.obk");
 }
 
 TEST(Devices, AreKnownInAnyFolderCaseAndWithAnyExtension) {

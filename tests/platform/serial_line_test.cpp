@@ -57,7 +57,7 @@ class FakeCalls final : public LineCalls {
         return works ? CallState::Done : CallState::Failed;
     }
     void Purge() override { held.clear(); }
-    bool IsThere() override { return works; }
+    bool IsThere() override { return works && there; }
 
     void Arrive(const Bytes& bytes) {
         held.insert(held.end(), bytes.begin(), bytes.end());
@@ -65,6 +65,7 @@ class FakeCalls final : public LineCalls {
     }
 
     bool works = true;
+    bool there = true;
     bool told = false;  // that a byte has come
     bool waits = false;
     bool reads = false;
@@ -160,6 +161,15 @@ TEST_F(SerialLineTest, ADeviceThatGoesIsSeenByItsSignal) {
 TEST_F(SerialLineTest, ADeviceThatGoesWithoutASignalIsSeenByTheTick) {
     line.Start();
     calls.works = false;
+    line.Look();
+    EXPECT_TRUE(line.Failed());
+}
+
+TEST_F(SerialLineTest, ADeviceThatGoesAndEndsNoCallIsSeenByTheTick) {
+    line.Start();
+    calls.there = false;
+    line.OnSignal();
+    EXPECT_FALSE(line.Failed());
     line.Look();
     EXPECT_TRUE(line.Failed());
 }
