@@ -57,12 +57,20 @@ TEST_F(FileRewriteTest, KeepsTheFileItself) {
     fs::create_hard_link(path_, link);
     EXPECT_TRUE(RewriteFile(path_, longer_));
     EXPECT_TRUE(FileContents(link) == longer_);
+}
+
+#ifndef _WIN32
+
+TEST_F(FileRewriteTest, KeepsASymbolicLinkToTheFile) {
+    Begin(old_);
     const std::string symbolic = JoinPath(folder_, "symbolic");
     fs::create_symlink(path_, symbolic);
-    EXPECT_TRUE(RewriteFile(symbolic, old_));
-    ExpectFile(old_);
+    EXPECT_TRUE(RewriteFile(symbolic, longer_));
+    ExpectFile(longer_);
     EXPECT_TRUE(fs::is_symlink(symbolic));
 }
+
+#endif
 
 TEST_F(FileRewriteTest, StepsOfALongerTextLeaveTheOldOneOrTheNewOne) {
     Begin(old_);
@@ -107,8 +115,8 @@ TEST_F(FileRewriteTest, AFileThatIsNotWrittenAfterAllIsAsItWas) {
 
 TEST_F(FileRewriteTest, AskingWhetherItCanBeWrittenChangesNothing) {
     Begin(old_);
-    const auto then = fs::file_time_type::clock::now() - std::chrono::hours(1);
-    fs::last_write_time(path_, then);
+    fs::last_write_time(path_, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    const auto then = fs::last_write_time(path_);  // as fine as the system keeps it
     EXPECT_TRUE(CanRewrite(path_));
     ExpectFile(old_);
     EXPECT_EQ(fs::last_write_time(path_), then);
