@@ -247,8 +247,8 @@ void frmMain::SetCommandStates(const CommandStates& states) {
     statesShown_ = states;
 }
 
-void frmMain::SetStatus(const std::string& text) {
-    lblStatus_->Tell(text);
+void frmMain::SetStatus(const std::string& text, bool failed) {
+    lblStatus_->Tell(text, failed);
 }
 
 void frmMain::SetAddressBookName(const std::string& text) {
