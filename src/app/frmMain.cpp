@@ -19,6 +19,7 @@
 #include "app/contrast.h"
 #include "app/frmAbout.h"
 #include "app/frmSplash.h"
+#include "app/help_pages.h"
 #include "app/lifecycle.h"
 #include "app/window_place.h"
 #include "client/frmClient.h"
@@ -123,6 +124,7 @@ frmMain::frmMain(SharedState& state)
       contexts_(state, *this),
       clients_(contexts_.Clients(*this)),
       helpFile_(HelpFile(state.Outside.AppPath)),
+      helpKey_([this](const std::vector<std::string>& names) { ShowHelpOn(names); }),
       entryForms_(state.Book, state.Boxes, *this),
       signalForms_(*this, state.Outside.Sound) {
     setObjectName(QStringLiteral("frmMain"));
@@ -364,6 +366,12 @@ SupportSource frmMain::Support() const {
             .Book = state_.Book,
             .Recorder = state_.Recorder,
             .Log = log_->Text()};
+}
+
+void frmMain::ShowHelpOn(const std::vector<std::string>& names) {
+    if (!helpFile_.empty()) {
+        state_.Outside.Help.Open(HelpTopic(helpFile_, HelpPageAt(names)));
+    }
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

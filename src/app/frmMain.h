@@ -22,6 +22,7 @@
 #include "console/logger_operations.h"
 #include "link/connecting.h"
 #include "link/sampling.h"
+#include "platform/qt/help_key.h"
 #include "records/main_view.h"
 
 class ClientListWidget;
@@ -116,6 +117,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void WithChosenClient(const std::function<void()>& action);
     void ToggleAutoUpdate();
     void ShowRating();
+    void ShowHelpOn(const std::vector<std::string>& names);
     void ShowArchive();
     void ShowLivePlot();
     void PlotSeries(std::vector<std::shared_ptr<const NamedSeries>> series, const Period& span);
@@ -139,6 +141,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     const Contexts contexts_;
     ClientContext clients_;
     std::string helpFile_;
+    HelpKey helpKey_;
     EntryForms entryForms_;
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;

@@ -43,7 +43,9 @@ struct SharedState {
                   .AppPath = outside.AppPath,
                   .TickMilliseconds = outside.TickMilliseconds,
                   .Archive = outside.Archive,
-                  .SystemText = outside.SystemText},
+                  .SystemText = outside.SystemText,
+                  .SaveFolder = outside.SaveFolder,
+                  .UserFolder = outside.UserFolder},
           Status(outside.Clock),
           Exchange(LinkRecord, &Status) {
         LinkRecord.Listener = &Recorder;

@@ -111,7 +111,7 @@ void LoadOtherBook(const BookContext& context) {
     const BusyGuard busy(context.operations.OperationBusy);
     const std::string& current = context.settings.AddressBookPath;
     const std::optional<std::string> chosen =
-        context.dialogs.PickExisting(BookQuery("Load Address Book", context.appPath));
+        context.dialogs.PickExisting(BookQuery("Load Address Book", context.startFolder));
     if (chosen && *chosen != current && AskToCloseWindows(context, current)) {
         TakeBook(context, *chosen);
     }
@@ -124,7 +124,7 @@ void CreateBlankBook(const BookContext& context) {
     const BusyGuard busy(context.operations.OperationBusy);
     const std::string& current = context.settings.AddressBookPath;
     const std::optional<std::string> chosen = context.dialogs.PickForSaving(
-        BookQuery("Create New Blank Address Book", context.appPath), true);
+        BookQuery("Create New Blank Address Book", context.startFolder), true);
     if (!chosen || *chosen == current) {
         return;
     }
