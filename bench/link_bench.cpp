@@ -118,7 +118,7 @@ class CountingView final : public MainView {
     int SelectedClient() const override { return 1; }
     std::shared_ptr<ClientWindow> NewClientWindow() override { return nullptr; }
     void CloseAllChildForms() override {}
-    void SetStatus(const std::string& /*text*/) override {}
+    void SetStatus(const std::string& /*text*/, bool /*failed*/) override {}
 
     std::int64_t Icons = 0;
 };

@@ -159,6 +159,8 @@ void frmMain::Load() {
     ReadCatalogues(state_);
     lblAddressBook_->clear();
     show();
+    // In step from here on: what wakes the program for one tick serves the other.
+    Timer1_.start();
     Timer2_.start();
     AwaitPlace();
     ShowConnect();
@@ -250,8 +252,8 @@ void frmMain::SetCommandStates(const CommandStates& states) {
     statesShown_ = states;
 }
 
-void frmMain::SetStatus(const std::string& text) {
-    lblStatus_->Tell(text);
+void frmMain::SetStatus(const std::string& text, bool failed) {
+    lblStatus_->Tell(text, failed);
 }
 
 void frmMain::SetAddressBookName(const std::string& text) {

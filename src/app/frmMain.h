@@ -61,7 +61,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void SetSystemID(const std::string& text) override;
     void ShowLinkFields(bool linked) override;
     void SetCommandStates(const CommandStates& states) override;
-    void SetStatus(const std::string& text) override;
+    void SetStatus(const std::string& text, bool failed) override;
     void SetAddressBookName(const std::string& text) override;
     void ClearClients() override;
     void AddClient(const std::string& name, std::uint8_t icon) override;

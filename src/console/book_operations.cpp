@@ -71,7 +71,8 @@ void TellBookLoaded(OperationStatus& status, const std::string& path, const Addr
     const std::string name = BookBaseName(path);
     status.Came(loaded ? "Address book " + name +
                              " loaded, client radios: " + IntegerToText(book.Entries.UpperBound())
-                       : "Address book " + name + " could not be read");
+                       : "Address book " + name + " could not be read",
+                loaded);
 }
 
 bool SaveAddressBook(const std::string& path, const AddressBook& book) {
@@ -80,7 +81,8 @@ bool SaveAddressBook(const std::string& path, const AddressBook& book) {
 
 void SaveBook(OperationStatus& status, const std::string& path, const AddressBook& book) {
     const bool saved = SaveAddressBook(path, book);
-    status.Came("Address book " + BookBaseName(path) + (saved ? " saved" : " could not be saved"));
+    status.Came("Address book " + BookBaseName(path) + (saved ? " saved" : " could not be saved"),
+                saved);
 }
 
 void SwapClientRadios(AddressBook& book, const ClientWindows& windows, int a, int b) {

@@ -26,7 +26,7 @@ def forget_locks():
     """Consoles that were killed have left locks of pseudo-terminals. Whoever they belong to removes them by the next start;
     another user cannot."""
     for lock in Path("/var/lock").glob("LCK..pts_*"):
-        owner = lock.read_text().split()
+        owner = lock.read_text(errors="replace").split()
         if os.geteuid() == 0 and owner and not Path("/proc", owner[0]).exists():
             lock.unlink()
 
