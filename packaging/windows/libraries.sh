@@ -44,7 +44,9 @@ build_sqlite() {
     rm -rf "$build"
     mkdir -p "$build" "$prefix/include" "$prefix/lib"
     (cd "$build" && "$source/configure" --disable-load-extension >configure.log && make sqlite3.c >make.log)
+    # The driver asks for the tables of columns.
     "$triplet-gcc-posix" -O2 -DSQLITE_OMIT_LOAD_EXTENSION -DSQLITE_THREADSAFE=1 \
+        -DSQLITE_ENABLE_COLUMN_METADATA \
         -c "$build/sqlite3.c" -o "$build/sqlite3.o"
     rm -f "$prefix/lib/libsqlite3.a"
     "$triplet-ar" rcs "$prefix/lib/libsqlite3.a" "$build/sqlite3.o"
@@ -56,6 +58,9 @@ build_sqlite() {
 build_qtbase() {
     local source build=$cache/build/qtbase
     source=$(fetch qt6-base)
+    # Gui has the letters of DirectWrite with Direct2D only, which its printing does not ask.
+    sed -i 's/^#if QT_CONFIG(directwrite)$/& \&\& QT_CONFIG(direct2d)/' \
+        "$source/src/printsupport/platform/windows/qprintengine_win.cpp"
     # Pen tablets need a header that Debian leaves out.
     cmake -G Ninja -S "$source" -B "$build" \
         -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" \
