@@ -30,10 +30,12 @@ step() { echo "== $*"; }
 fail() { echo "$*" >&2; exit 1; }
 # A path as programs under wine have it.
 drive() { local path="Z:${1//\//\\}"; echo "$path"; }
-WINEPATH=$(drive "$ORVIA_WINDOWS_PREFIX/bin")
-for folder in "$@"; do WINEPATH="$WINEPATH;$(drive "$folder")"; done
-export WINEPATH
-export QT_PLUGIN_PATH; QT_PLUGIN_PATH=$(drive "$ORVIA_WINDOWS_PREFIX/plugins")
+# Programs of the build find their libraries where those were built. What is installed has its own.
+libraries=$(drive "$ORVIA_WINDOWS_PREFIX/bin")
+for folder in "$@"; do libraries="$libraries;$(drive "$folder")"; done
+built() {
+    WINEPATH=$libraries QT_PLUGIN_PATH=$(drive "$ORVIA_WINDOWS_PREFIX/plugins") wine64 "$@"
+}
 
 step "a new wine"
 wine64 wineboot -i
@@ -43,17 +45,36 @@ for font in "MS Shell Dlg" "MS Shell Dlg 2" "MS Sans Serif" "Segoe UI" Tahoma; d
     wine64 reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d "DejaVu Sans" /f >/dev/null
 done
 
+files() { (cd "$WINEPREFIX/drive_c" && find . -type f | LC_ALL=C sort); }
+has_key() { wine64 reg query "$1" >/dev/null 2>&1; }
+value_of() { wine64 reg query "$1" /v "$2" 2>/dev/null | tr -d '\r' | sed -n "s/^ *$2 *REG_SZ *//p"; }
+# The desktop's own files come by and by.
+files >"$build/files.before"
+classes='HKCU\Software\Classes'
+keys='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvia'
+wine64 reg add "$classes\\.set" /ve /d Another.Program /f >/dev/null
+
 step "silent installation"
-installed() { find "$WINEPREFIX/drive_c" -ipath '*/orvia/*' -type f | sort; }
 wine64 "$setup" /S /CurrentUser
 program=$(find "$WINEPREFIX/drive_c/users" -name orvia.exe)
 [ -n "$program" ] || fail "nothing was installed"
 folder=$(dirname "$program")
-echo "$(installed | wc -l) files in $folder"
-keys='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvia'
-wine64 reg query "$keys" | tr -d '\r' >"$build/uninstall.txt"
+echo "$(find "$folder" -type f | wc -l) files, $(du -sh "$folder" | cut -f1), in $folder"
+for file in orvia.exe uninstall.exe Orvia.chm flumes.lst platforms/qwindows.dll sqldrivers/qsqlite.dll; do
+    [ -s "$folder/$file" ] || fail "$file is missing"
+done
 for value in DisplayName DisplayVersion Publisher UninstallString QuietUninstallString; do
-    grep -qw "$value" "$build/uninstall.txt" || fail "the list of programs has no $value"
+    [ -n "$(value_of "$keys" $value)" ] || fail "the list of programs has no $value"
+done
+[ "$(value_of "$keys" DisplayVersion)" = "$("$root/tools/version.py")" ] || fail "the list of programs has another version"
+link=$(find "$WINEPREFIX/drive_c" -name Orvia.lnk)
+[ -n "$link" ] || fail "the menu has no Orvia"
+has_key "$classes\\Orvia.AddressBook" || fail ".obk has no name"
+wine64 reg query "$classes\\.set" /ve | grep -q Another.Program || fail "another program's .set was taken"
+x86_64-w64-mingw32-windres -J coff -i "$program" -O rc 2>/dev/null >"$build/resources.rc"
+for words in "\"FileVersion\", \"$("$root/tools/version.py")" '"CompanyName", "Orvia maintainers' \
+    '>UTF-8<' 'PerMonitorV2' '<longPathAware.*true'; do
+    grep -qa -- "$words" "$build/resources.rc" "$program" || fail "the program does not say $words"
 done
 
 step "an upgrade while the console runs"
@@ -61,12 +82,36 @@ wine64 "$program" &
 console=$!
 sleep 10
 kill -0 $console || fail "the installed console does not stay"
+files >"$build/files.running"
 status=0
 wine64 "$setup" /S /CurrentUser || status=$?
 [ $status -eq 3 ] || fail "the upgrade ended with $status"
+files | diff "$build/files.running" - || fail "the refused upgrade touched files"
+status=0
+wine64 "$folder/uninstall.exe" /S /CurrentUser || status=$?
+sleep 3
+[ -e "$program" ] || fail "the console was taken away while it ran"
 wine64 taskkill /f /im orvia.exe >/dev/null
 wait $console || true
 wine64 "$setup" /S /CurrentUser
+
+step "a folder with a blank, and another one after it"
+for name in "My Programs" "Other Programs"; do
+    wine64 "$setup" /S /CurrentUser /D="C:\\$name\\Orvia two"
+    [ "$(find "$WINEPREFIX/drive_c" -name orvia.exe)" = "$WINEPREFIX/drive_c/$name/Orvia two/orvia.exe" ] ||
+        fail "not installed in $name, or the older version stayed"
+done
+take_away() { # FOLDER
+    wine64 "$1/uninstall.exe" /CurrentUser /S
+    for _ in $(seq 30); do
+        [ -e "$1/uninstall.exe" ] || return 0
+        sleep 1
+    done
+    fail "the console is not taken away from $1"
+}
+take_away "$WINEPREFIX/drive_c/Other Programs/Orvia two"
+wine64 "$setup" /S /CurrentUser
+[ -e "$program" ] || fail "not installed in the usual folder again"
 
 step "tests"
 cd "$build/bin"
@@ -76,7 +121,7 @@ for tests in *_tests.exe; do
         simulator_tests.exe) continue ;;
     esac
     echo "-- $tests"
-    wine64 "$tests" --gtest_brief=1 </dev/null
+    built "$tests" --gtest_brief=1 </dev/null
 done
 
 step "list of ports, from a registry like a machine's"
@@ -98,7 +143,7 @@ COM5 - USB Serial Port
 COM12 - Grünes Funkgerät
 COM3 - Standard 56000 bps Modem
 LIST
-wine64 orvia-windows-ports.exe | tr -d '\r' >"$build/ports.txt"
+built orvia-windows-ports.exe | tr -d '\r' >"$build/ports.txt"
 diff "$build/ports.expected" "$build/ports.txt"
 
 step "the port"
@@ -111,7 +156,7 @@ done
 end_server
 "$here/echo_port.py" "$ports/com1" >/dev/null &
 sleep 1
-LD_PRELOAD=$ORVIA_PTYMODEM wine64 orvia-windows-line.exe >"$build/line.txt" 2>/dev/null ||
+LD_PRELOAD=$ORVIA_PTYMODEM built orvia-windows-line.exe >"$build/line.txt" 2>/dev/null ||
     { cat "$build/line.txt"; fail "the port is not right"; }
 grep -v "a reply is what was sent" "$build/line.txt"
 end_server
@@ -122,8 +167,15 @@ mkdir -p "$post"
 mkfifo "$post/open"
 "$here/sim_post.py" "$post" "$simulator" "$ports" <"$post/open" &
 exec 3>"$post/open"
-LD_PRELOAD=$ORVIA_PTYMODEM wine64 orvia-tour.exe --simulator "$(drive "$post")" \
+LD_PRELOAD=$ORVIA_PTYMODEM built orvia-tour.exe --simulator "$(drive "$post")" \
     --data "$(drive "$root/data/demo")" --screenshots "$(drive "$shots")"
+
+step "the installed console takes a walk"
+wine64 reg delete 'HKCU\Software\Orvia' /f >/dev/null
+env LD_PRELOAD="$ORVIA_PTYMODEM" QT_PLUGIN_PATH="$(drive "$build/guide")" QT_QPA_GENERIC_PLUGINS=orviaguide \
+    ORVIA_GUIDE_POST="$(drive "$post")" ORVIA_GUIDE_PRACTICE="$(drive "$root/data/demo")" \
+    ORVIA_GUIDE_PICTURES="$(drive "$shots")" wine64 "$program" | tee "$build/walk.txt"
+grep -q "The console did all of it" "$build/walk.txt" || fail "the walk did not end"
 exec 3>&-
 
 step "screens of 100, 150 and 200 %"
@@ -139,13 +191,17 @@ done
 
 step "silent removal"
 echo "1,2" >"$folder/mine.csv"
-wine64 "$folder/uninstall.exe" /CurrentUser /S
-for _ in $(seq 30); do
-    [ -e "$folder/uninstall.exe" ] || break
-    sleep 1
-done
+take_away "$folder"
 sleep 2
-left=$(installed | grep -v '/AppData/Roaming/' || true)
-[ "$left" = "$folder/mine.csv" ] || fail "what stayed: $left"
-! wine64 reg query "$keys" >/dev/null 2>&1 || fail "the list of programs still has it"
-echo "nothing but the operator's file stayed"
+# What wine's own desktop keeps is not the console's.
+files | LC_ALL=C comm -13 "$build/files.before" - | grep -v '^\./windows/' >"$build/files.left" || true
+own=".${folder#"$WINEPREFIX/drive_c"}/mine.csv"
+left=$(grep -vxF "$own" "$build/files.left" | grep -v "^\./users/[^/]*/AppData/Roaming/Orvia/\|^\./users/[^/]*/Grün 東/" || true)
+[ -z "$left" ] || fail "what stayed: $left"
+grep -qxF "$own" "$build/files.left" || fail "the operator's file is gone"
+for key in "$keys" "$classes\\Orvia.AddressBook" "$classes\\Orvia.Setup" "$classes\\.obk"; do
+    ! has_key "$key" || fail "the registry still has $key"
+done
+wine64 reg query "$classes\\.set" /ve | grep -q Another.Program || fail "another program's .set is gone"
+has_key 'HKCU\Software\Orvia' || fail "the operator's settings are gone"
+echo "nothing but the operator's files stayed: $(wc -l <"$build/files.left")"

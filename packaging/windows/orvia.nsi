@@ -53,24 +53,34 @@ VIAddVersionKey "LegalCopyright" "Orvia maintainers"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
+Var Told   ; the folder that the command line names
+Var Older  ; the folder in which an older version is, or was
+
 ; A program that runs cannot be written over. Refuses before anything is touched.
 !macro RefuseIfRunning un
 Function ${un}RefuseIfRunning
-  ${IfNot} ${FileExists} "$INSTDIR\orvia.exe"
-    Return
+  Exch $1
+  ${If} ${FileExists} "$1\orvia.exe"
+    ClearErrors
+    FileOpen $0 "$1\orvia.exe" a
+    ${If} ${Errors}
+      MessageBox MB_OK|MB_ICONSTOP "Orvia is running, or its folder may not be changed by you.$\r$\nClose Orvia, then start this again." /SD IDOK
+      SetErrorLevel ${RUNS}
+      Quit
+    ${EndIf}
+    FileClose $0
   ${EndIf}
-  ClearErrors
-  FileOpen $0 "$INSTDIR\orvia.exe" a
-  ${If} ${Errors}
-    MessageBox MB_OK|MB_ICONSTOP "Orvia is running, or its folder may not be changed by you.$\r$\nClose Orvia, then start this again." /SD IDOK
-    SetErrorLevel ${RUNS}
-    Quit
-  ${EndIf}
-  FileClose $0
+  Pop $1
 FunctionEnd
 !macroend
 !insertmacro RefuseIfRunning ""
 !insertmacro RefuseIfRunning "un."
+
+; RefuseAt un folder
+!macro RefuseAt UN FOLDER
+  Push "${FOLDER}"
+  Call ${UN}RefuseIfRunning
+!macroend
 
 ; NameType extension type words: gives a kind of file its name and picture. Another program's stays.
 !macro NameType EXTENSION TYPE WORDS
@@ -96,20 +106,32 @@ FunctionEnd
 !macroend
 
 Function .onInit
+  ; Whoever is asked for whom to install forgets the folder of the command line, which stands here until then.
+  StrCpy $Told $INSTDIR
   !insertmacro MULTIUSER_INIT
-  Call RefuseIfRunning
+  ${If} $Told != ""
+    StrCpy $INSTDIR $Told
+  ${EndIf}
+  !insertmacro RefuseAt "" "$INSTDIR"
 FunctionEnd
 
 Function un.onInit
   !insertmacro MULTIUSER_UNINIT
-  Call un.RefuseIfRunning
+  !insertmacro RefuseAt "un." "$INSTDIR"
 FunctionEnd
 
 Section "Orvia"
-  Call RefuseIfRunning
-  ; What an older version had and this one has not goes with that version.
-  ${If} ${FileExists} "$INSTDIR\uninstall.exe"
-    ExecWait '"$INSTDIR\uninstall.exe" /S /$MultiUser.InstallMode _?=$INSTDIR'
+  !insertmacro RefuseAt "" "$INSTDIR"
+  ; What an older version had and this one has not goes with that version, wherever it is.
+  ReadRegStr $Older SHCTX "${UNINSTALL}" "InstallLocation"
+  ${If} $Older == ""
+    StrCpy $Older "$INSTDIR"
+  ${EndIf}
+  !insertmacro RefuseAt "" "$Older"
+  ${If} ${FileExists} "$Older\uninstall.exe"
+    ExecWait '"$Older\uninstall.exe" /S /$MultiUser.InstallMode _?=$Older'
+    Delete "$Older\uninstall.exe"
+    RMDir "$Older"
   ${EndIf}
   SetOverwrite on
   ClearErrors

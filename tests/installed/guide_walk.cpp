@@ -12,7 +12,6 @@
 #include <QFileInfo>
 #include <QSemaphore>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QTextStream>
 #include <cmath>
 #include <cstdio>
@@ -20,6 +19,7 @@
 #include <memory>
 
 #include "installed/guide.h"
+#include "installed/guide_places.h"
 #include "whole_program/sim_process.h"
 
 namespace installed {
@@ -48,30 +48,20 @@ void Hold(bool holds, const QString& otherwise) {
 
 // ----- what the console finds
 
-QString Beside(const QString& name) {
-    return QDir(QCoreApplication::applicationDirPath()).filePath(name);
-}
-
-QString Below(QStandardPaths::StandardLocation place, const QString& name) {
-    return QStandardPaths::writableLocation(place) + QStringLiteral("/Orvia/") + name;
-}
-
 /// Settings and book of the site for practice, as nobody has them before the first start.
 void MakeSettings() {
-    const QString file = Below(QStandardPaths::GenericConfigLocation, QStringLiteral("Orvia.conf"));
-    Hold(!QFile::exists(file), file + QStringLiteral(" is there: this is no empty home"));
-    const QString ports = Below(QStandardPaths::GenericConfigLocation, QStringLiteral("ports"));
-    Hold(QDir().mkpath(ports), ports + QStringLiteral(" cannot be made"));
-    const QString book = QDir::home().filePath(QStringLiteral("site.obk"));
-    Hold(QFile::copy(Beside(QStringLiteral("practice/site.obk")), book),
-         book + QStringLiteral(" cannot be written"));
-    QFile::setPermissions(book, QFile::ReadOwner | QFile::WriteOwner);
+    const std::unique_ptr<QSettings> settings = FirstSettings();
+    Hold(settings != nullptr, QStringLiteral("there are settings: this is no empty home"));
+    const Places places = FindPlaces();
+    Hold(QFile::copy(places.Shipped, places.Book),
+         places.Book + QStringLiteral(" cannot be written"));
+    QFile::setPermissions(places.Book, QFile::ReadOwner | QFile::WriteOwner);
     const QString forbidden = Told("ORVIA_GUIDE_FORBIDDEN");
-    QSettings settings(file, QSettings::IniFormat);
-    settings.setValue(QStringLiteral("Configuration/Port"),
-                      forbidden.isEmpty() ? QStringLiteral("COM1") : forbidden);
-    settings.setValue(QStringLiteral("Configuration/Baud"), QStringLiteral("38400"));
-    settings.setValue(QStringLiteral("Configuration/AddressBook"), book);
+    settings->setValue(QStringLiteral("Configuration/Port"),
+                       forbidden.isEmpty() ? QStringLiteral("COM1") : forbidden);
+    settings->setValue(QStringLiteral("Configuration/Baud"), QStringLiteral("38400"));
+    settings->setValue(QStringLiteral("Configuration/AddressBook"),
+                       QDir::toNativeSeparators(places.Book));
 }
 
 /// The text of a control, where windows are.
@@ -83,9 +73,7 @@ QString TextIn(const QString& form, const QString& control) {
 
 class Walk {
  public:
-    Walk()
-        : sim_(Beside(QStringLiteral("orvia-sim")), Beside(QStringLiteral("practice/site.net")),
-               Below(QStandardPaths::GenericConfigLocation, QStringLiteral("ports/COM1"))) {}
+    Walk() : sim_(places_.Simulator, places_.Network, places_.Link) {}
 
     void Take();
 
@@ -111,6 +99,7 @@ class Walk {
         guide_.Keep(Told("ORVIA_GUIDE_PICTURES"), form, name);
     }
 
+    const Places places_ = FindPlaces();
     SimProcess sim_;
     Guide guide_;
 };
@@ -264,8 +253,7 @@ void Walk::Upload() {
     Operate(QStringLiteral("cmdGetHistory"));
     guide_.Press(upload, QStringLiteral("cmdOkay"));
     guide_.Press(QStringLiteral("frmHistory"), QStringLiteral("cmdOK"));
-    const QFileInfo archive(
-        Below(QStandardPaths::GenericDataLocation, QStringLiteral("archive.sqlite")));
+    const QFileInfo archive(places_.Archive);
     guide_.Await(QStringLiteral("the main window"),
                  [] { return QApplication::activeModalWidget() == nullptr; });
     Hold(archive.size() > 0, archive.filePath() + QStringLiteral(" was not made"));
