@@ -58,9 +58,10 @@ build_sqlite() {
 build_qtbase() {
     local source build=$cache/build/qtbase
     source=$(fetch qt6-base)
-    # Gui has the letters of DirectWrite with Direct2D only, which its printing does not ask.
-    sed -i 's/^#if QT_CONFIG(directwrite)$/& \&\& QT_CONFIG(direct2d)/' \
-        "$source/src/printsupport/platform/windows/qprintengine_win.cpp"
+    # Gui has the letters of DirectWrite with Direct2D only, which others do not ask.
+    sed -i 's/^ *#\(if\|elif\) QT_CONFIG(directwrite3\{0,1\})$/& \&\& QT_CONFIG(direct2d)/' \
+        "$source/src/printsupport/platform/windows/qprintengine_win.cpp" \
+        "$source/src/plugins/platforms/windows/qwindowsintegration.cpp"
     # Pen tablets need a header that Debian leaves out.
     cmake -G Ninja -S "$source" -B "$build" \
         -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" \
