@@ -373,6 +373,8 @@ TEST_P(ReportFormOutput, AFileThatCannotBeWrittenIsTold) {
     EXPECT_EQ(LabelText("lblState"), "");
 }
 
+#ifndef _WIN32
+
 TEST_P(ReportFormOutput, AFileThatWasThereStaysWhenTheDiskIsFull) {
     Open();
     const std::string before(500, 'x');
@@ -389,6 +391,8 @@ TEST_P(ReportFormOutput, AFileThatWasThereStaysWhenTheDiskIsFull) {
     EXPECT_NE(FileContents(PathOf("old.file")), before);
     EXPECT_THAT(Boxes(), SizeIs(1));
 }
+
+#endif
 
 TEST_P(ReportFormOutput, NothingIsWrittenWhenTheQuestionIsCancelled) {
     Open();
