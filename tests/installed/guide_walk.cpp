@@ -5,6 +5,7 @@
 //     ORVIA_GUIDE_DEVICE     name of an own flume that the list has to offer
 //     ORVIA_GUIDE_FORBIDDEN  a port whose device the user may not use
 //     ORVIA_GUIDE_PICTURES   folder for pictures of the windows
+//     ORVIA_GUIDE_LOG        file for all that is said, where a program with windows says nothing
 #include <QAction>
 #include <QDir>
 #include <QFile>
@@ -298,6 +299,11 @@ void Guard(const std::function<void()>& walk) {
 }  // namespace
 
 void StartWalk() {
+    if (const QByteArray log = Told("ORVIA_GUIDE_LOG").toLocal8Bit(); !log.isEmpty()) {
+        Hold(std::freopen(log.constData(), "w", stdout) != nullptr &&
+                 std::freopen(log.constData(), "a", stderr) != nullptr,
+             QStringLiteral("the log cannot be written"));
+    }
     Guard(MakeSettings);
     auto ready = std::make_shared<QSemaphore>();
     QThread* thread = QThread::create([ready] {
