@@ -12,9 +12,14 @@ void SerialLine::OnSignal() {
         return;
     }
     FinishWait();
+    const std::size_t before = received_.size();
     FinishRead();
     FinishWrite();
     Listen();
+    if (received_.size() > before) {
+        // The system lets a read wait, and tells of bytes by it: so one shall wait again.
+        ReadAll();
+    }
 }
 
 void SerialLine::Look() {

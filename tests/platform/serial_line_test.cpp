@@ -29,15 +29,17 @@ class FakeCalls final : public LineCalls {
     }
     bool BeginRead() override {
         EXPECT_FALSE(reads);
+        ++begunReads;
         reads = works;
         reading = std::exchange(held, {});
         return works;
     }
     CallState EndRead(Bytes& into) override {
         EXPECT_TRUE(reads);
-        if (works && readsAreLate) {
+        if (works && readsAreLate && readsEnd == 0) {
             return CallState::Pending;
         }
+        readsEnd = std::max(readsEnd - 1, 0);
         reads = false;
         into.insert(into.end(), reading.begin(), reading.end());
         return works ? CallState::Done : CallState::Failed;
@@ -70,9 +72,11 @@ class FakeCalls final : public LineCalls {
     bool waits = false;
     bool reads = false;
     bool readsAreLate = false;
+    int readsEnd = 0;  // so many of the late ones end
     bool writesEnd = false;
     bool endsWaitsAtOnce = false;
     int begunWaits = 0;
+    int begunReads = 0;
     std::size_t takes = 1000;
     Bytes coming;  // as the next wait begins
     Bytes held;
@@ -156,6 +160,42 @@ TEST_F(SerialLineTest, AReadThatWaitsThroughAPurgeBringsWhatComesBehindIt) {
     calls.readsAreLate = false;
     line.OnSignal();
     EXPECT_EQ(line.Take(0), Bytes{4});
+}
+
+// Such a system tells of bytes by the read, and sooner than by the wait.
+TEST_F(SerialLineTest, WhereReadsWaitOneWaitsAgainBehindEachThatBroughtBytes) {
+    calls.readsAreLate = true;
+    line.Start();
+    for (std::uint8_t byte = 1; byte < 4; ++byte) {
+        EXPECT_TRUE(calls.reads);
+        calls.reading = {byte};
+        calls.readsEnd = 1;
+        line.OnSignal();
+        EXPECT_EQ(line.Take(0), Bytes{byte});
+    }
+    EXPECT_TRUE(calls.reads);
+    EXPECT_TRUE(calls.waits);
+    EXPECT_EQ(calls.begunWaits, 1);
+}
+
+// Each read is a signal of its own, also one that ends at once: one for each signal were a storm.
+TEST_F(SerialLineTest, ASignalWithoutBytesReadsNothing) {
+    line.Start();
+    const int begun = calls.begunReads;
+    for (int i = 0; i < 10; ++i) {
+        line.OnSignal();
+    }
+    EXPECT_EQ(calls.begunReads, begun);
+}
+
+TEST_F(SerialLineTest, AReadThatWaitedForNothingIsNotBegunAgainAtOnce) {
+    calls.readsAreLate = true;
+    line.Start();
+    const int begun = calls.begunReads;
+    calls.readsEnd = 1;
+    line.OnSignal();
+    EXPECT_EQ(calls.begunReads, begun);
+    EXPECT_FALSE(line.Failed());
 }
 
 TEST_F(SerialLineTest, ATickTakesInWhatNoSignalToldOf) {
