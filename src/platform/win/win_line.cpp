@@ -81,6 +81,11 @@ struct WinLine::Calls {
     }
 
     CallState End(Call call, DWORD& count) {
+        // Its event is the last thing that a call does. One whose result is there before, the
+        // system may still take for one under way, and would refuse to begin another.
+        if (!HasOverlappedIoCompleted(Of(call)) || !EndsWithin(call, 0)) {
+            return CallState::Pending;
+        }
         if (GetOverlappedResult(Port, Of(call), &count, FALSE) == FALSE) {
             if (GetLastError() == ERROR_IO_INCOMPLETE) {
                 return CallState::Pending;
