@@ -29,7 +29,7 @@ class FileDialogsTest : public ::testing::Test {
     }
 
     [[nodiscard]] std::string At(const std::string& name) const {
-        return FromQt(QDir::toNativeSeparators(folder.path() + QLatin1Char('/'))) + name;
+        return FromQt(QDir::toNativeSeparators(QDir(folder.path()).filePath(ToQt(name))));
     }
 
     [[nodiscard]] FileQuery Query(const std::string& initial) const {

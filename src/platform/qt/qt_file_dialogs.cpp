@@ -33,8 +33,9 @@ class SavingDialog final : public QFileDialog {
     using QFileDialog::QFileDialog;
 
     void accept() override {
-        // A dialog of the system itself is closed by now; it has looked at the path.
-        if (!testOption(DontUseNativeDialog)) {
+        // A dialog of the system itself stands in place of this one, and is closed by now; it has
+        // looked at the path.
+        if (testAttribute(Qt::WA_DontShowOnScreen)) {
             return QFileDialog::accept();
         }
         const QStringList files = selectedFiles();
