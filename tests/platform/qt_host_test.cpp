@@ -11,6 +11,7 @@
 #include <QUrl>
 
 #include "common/help_file.h"
+#include "common/path_text.h"
 #include "platform/qt/text_qt.h"
 
 namespace {
@@ -41,6 +42,8 @@ TEST(HostTest, FilesGoBesideAProgramWhoseFolderTakesThem) {
     EXPECT_TRUE(QDir(folder.path()).isEmpty()) << "nothing is left of the try";
 }
 
+#ifndef _WIN32
+// On Windows no variable moves the folder for documents.
 TEST(HostTest, FilesGoToTheDocumentsWhereTheProgramsFolderTakesNone) {
     const QTemporaryDir home;
     const QByteArray before = qgetenv("HOME");
@@ -54,19 +57,27 @@ TEST(HostTest, FilesGoToTheDocumentsWhereTheProgramsFolderTakesNone) {
     before.isNull() ? qunsetenv("HOME") : qputenv("HOME", before);
     configured.isNull() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", configured);
 }
+#endif
 
 TEST(HostTest, TheArchiveLiesInTheUsersDataFolderAndIsNotMadeBeforeItIsNeeded) {
     const QTemporaryDir folder;
-    const QByteArray before = qgetenv("XDG_DATA_HOME");
-    qputenv("XDG_DATA_HOME", folder.path().toLocal8Bit());
+#ifdef _WIN32
+    const char* const variable = "APPDATA";
+#else
+    const char* const variable = "XDG_DATA_HOME";
+#endif
+    const QByteArray before = qgetenv(variable);
+    qputenv(variable, folder.path().toLocal8Bit());
     QtHost owner;
     ASSERT_NE(owner.Services().Archive, nullptr);
-    EXPECT_EQ(owner.Services().UserFolder, FromQt(folder.path()) + "/Orvia");
-    EXPECT_EQ(owner.Services().Archive->Place(), FromQt(folder.path()) + "/Orvia/archive.sqlite");
+    const std::string own =
+        FromQt(QDir::toNativeSeparators(folder.filePath(QStringLiteral("Orvia"))));
+    EXPECT_EQ(owner.Services().UserFolder, own);
+    EXPECT_EQ(owner.Services().Archive->Place(), JoinPath(own, "archive.sqlite"));
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
     owner.Services().Archive->Open();
     EXPECT_TRUE(QFile::exists(folder.path() + QStringLiteral("/Orvia/archive.sqlite")));
-    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+    before.isNull() ? qunsetenv(variable) : qputenv(variable, before);
 }
 
 TEST(HostTest, HelpOpensAsALocalFile) {
