@@ -2,6 +2,7 @@
 // driver of an input device.
 //
 //     QT_PLUGIN_PATH=build/dev/guide QT_QPA_GENERIC_PLUGINS=orviaguide orvia
+#include <QCoreApplication>
 #include <QGenericPlugin>
 
 #include "installed/guide.h"
@@ -12,6 +13,8 @@ class GuidePlugin final : public QGenericPlugin {
 
  public:
     QObject* create(const QString& /*key*/, const QString& /*options*/) override {
+        // In a dialog of the system itself there is nobody to type.
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         installed::StartWalk();
         return new QObject;
     }

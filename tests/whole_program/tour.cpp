@@ -169,5 +169,7 @@ int RunTour(const QStringList& arguments) {
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false);
+    // Names are typed into the toolkit's own dialogs; in one of the system there is nobody to type.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     return whole_program::RunTour(QCoreApplication::arguments());
 }
