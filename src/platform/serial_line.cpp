@@ -4,6 +4,7 @@
 #include <utility>
 
 void SerialLine::Start() {
+    ReadAll();
     Listen();
 }
 
@@ -15,11 +16,11 @@ void SerialLine::OnSignal() {
     const std::size_t before = received_.size();
     FinishRead();
     FinishWrite();
-    Listen();
     if (received_.size() > before) {
         // The system lets a read wait, and tells of bytes by it: so one shall wait again.
         ReadAll();
     }
+    Listen();
 }
 
 void SerialLine::Look() {
@@ -72,14 +73,14 @@ void SerialLine::FinishWrite() {
     BeginSending();
 }
 
-/// Waits for bytes unless that is under way, then reads what came before the wait began. A device
-/// that ends every wait at once is left alone until the next tick.
+/// Waits for bytes unless that is under way, then reads what came before the wait began. A read
+/// that waits is as good. A device that ends every wait at once is left alone until the next tick.
 void SerialLine::Listen() {
     if (failed_ || emptyWaits_ > MostEmptyWaits) {
         failed_ = failed_ || !calls_.IsThere();
         return;
     }
-    if (!waits_) {
+    if (!waits_ && !reads_) {
         waits_ = calls_.BeginWait();
         failed_ = !waits_;
         ReadAll();
@@ -116,10 +117,14 @@ Bytes SerialLine::Take(std::size_t most) {
 
 void SerialLine::Purge() {
     // What a read has brought goes as well; one that still waits will bring what comes from now on.
+    const bool waited = reads_;
     FinishRead();
     received_.clear();
     if (!failed_) {
         calls_.Purge();
+    }
+    if (waited) {
+        ReadAll();
     }
 }
 

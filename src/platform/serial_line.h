@@ -38,7 +38,8 @@ class LineCalls {
 };
 
 /// Reads and writes an open port by such calls. A wait for bytes is always under way; what has come
-/// is read behind its beginning, so that no byte falls between reading and waiting.
+/// is read behind its beginning, so that no byte falls between reading and waiting. Where the
+/// system lets a read wait, that takes the wait's place.
 class SerialLine {
  public:
     /// Bytes that wait unread at most; what comes beyond is lost, as on a full hardware buffer.
