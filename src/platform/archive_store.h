@@ -95,6 +95,18 @@ struct ArchiveUpload {
     bool operator==(const ArchiveUpload&) const = default;
 };
 
+/// A round that collected from many loggers by itself. Times are milliseconds since 1970, UTC.
+struct ArchiveRound {
+    std::int64_t Id = 0;
+    std::int64_t Begin = 0;
+    std::optional<std::int64_t> End = {};  ///< none: it runs still, or was killed
+    std::int64_t Loggers = 0;              ///< that had their turn
+    std::int64_t Done = 0;                 ///< those of which all came
+    std::string Log = {};
+    std::string Digest = {};  ///< what needs a person; empty if nothing does
+    bool operator==(const ArchiveRound&) const = default;
+};
+
 /// A record of a series.
 struct ArchiveRecord {
     static constexpr std::size_t Channels = 10;
@@ -196,6 +208,14 @@ class ArchiveStore {
     virtual void OpenRoom(std::int64_t logger, std::int64_t place, std::int64_t by) = 0;
     /// Deletes up to `most` of them; how many it were.
     virtual int DeleteRecords(std::int64_t logger, int most) = 0;
+
+    // Rounds.
+    /// The newest first.
+    [[nodiscard]] virtual std::vector<ArchiveRound> Rounds(int most) = 0;
+    /// Adds it, which gives it its Id, or keeps what has changed in it.
+    virtual void KeepRound(ArchiveRound& round) = 0;
+    /// Deletes those that began before that.
+    virtual void DropRounds(std::int64_t before) = 0;
 
     // Care. These may take long, and may be called on a thread of their own while the archive is in
     // use; `meanwhile` is called there some times a second until they are done.

@@ -77,6 +77,10 @@ class SqlArchive final : public ArchiveStore {
     void OpenRoom(std::int64_t logger, std::int64_t place, std::int64_t by) override;
     int DeleteRecords(std::int64_t logger, int most) override;
 
+    [[nodiscard]] std::vector<ArchiveRound> Rounds(int most) override;
+    void KeepRound(ArchiveRound& round) override;
+    void DropRounds(std::int64_t before) override;
+
     void BackUp(const std::string& path, const Meanwhile& meanwhile) override;
     [[nodiscard]] std::vector<std::string> Check(const Meanwhile& meanwhile) override;
     [[nodiscard]] std::int64_t SizeInBytes() override;

@@ -76,7 +76,19 @@ CREATE TABLE records(
 CREATE INDEX records_by_time ON records(logger, time);
 )sql";
 
-constexpr std::array<const char*, 1> Steps = {VersionOne};
+constexpr const char* VersionTwo = R"sql(
+CREATE TABLE rounds(
+  id INTEGER PRIMARY KEY AUTOINCREMENT,
+  begun INTEGER NOT NULL,
+  ended INTEGER,
+  loggers INTEGER NOT NULL,
+  done INTEGER NOT NULL,
+  log TEXT NOT NULL,
+  digest TEXT NOT NULL);
+CREATE INDEX rounds_by_begin ON rounds(begun);
+)sql";
+
+constexpr std::array<const char*, 2> Steps = {VersionOne, VersionTwo};
 
 // The header of a file, its numbers with the high byte first.
 constexpr qsizetype HeaderSize = 100;
