@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "common/bytes.h"
 #include "platform/archive_store.h"
@@ -208,6 +209,29 @@ class Bell {
     virtual void Ring() = 0;
 };
 
+/// Starts other programs, which run beside this one. No shell takes part: what is given is handed
+/// over as it stands.
+class CommandRunner {
+ public:
+    virtual ~CommandRunner() = default;
+
+    /// Starts `program` with these arguments, and gives it `input` to read. False if it could not
+    /// be started.
+    [[nodiscard]] virtual bool Start(const std::string& program,
+                                     const std::vector<std::string>& arguments,
+                                     const std::string& input) = 0;
+};
+
+/// Whether the user's desktop session starts the program.
+class SessionStart {
+ public:
+    virtual ~SessionStart() = default;
+
+    [[nodiscard]] virtual bool IsOn() const = 0;
+    /// False if it stays as it is.
+    [[nodiscard]] virtual bool Switch(bool on) = 0;
+};
+
 /// The host: a reference to each, the program's folder and the length of a tick.
 struct Host {
     SerialPort& MSComm1;
@@ -225,6 +249,9 @@ struct Host {
     ArchiveStore* Archive = nullptr;  ///< keeps what is uploaded; without it nothing is kept
     /// Name and version of the system and of what the program runs on.
     std::string SystemText = {};
+    CommandRunner* Commands = nullptr;  ///< without it no other program is started
+    SessionStart* AtStart = nullptr;    ///< without it there is no desktop session
+    std::string DataFolder = {};        ///< of the user's data, may be missing; empty: none
 };
 
 #endif  // ORVIA_PLATFORM_HOST_H

@@ -15,6 +15,13 @@ QtHost::QtHost()
 #endif
       inquiry_(port_.PortsFolder()),
       archive_({.File = ArchiveFile()}),
+#ifdef _WIN32
+      atStart_(QCoreApplication::applicationFilePath()),
+#else
+      atStart_(QCoreApplication::applicationFilePath(),
+               QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                   QStringLiteral("/autostart")),
+#endif
       host_{.MSComm1 = port_,
             .Events = pump_,
             .Boxes = boxes_,
@@ -29,17 +36,24 @@ QtHost::QtHost()
             .Archive = &archive_,
             .SystemText = FromQt(QSysInfo::prettyProductName() + QStringLiteral(", ") +
                                  QSysInfo::currentCpuArchitecture() + QStringLiteral(", Qt ") +
-                                 QLatin1String(qVersion()))} {
+                                 QLatin1String(qVersion())),
+            .Commands = &commands_,
+            .AtStart = &atStart_,
+            .DataFolder = FromQt(QDir::toNativeSeparators(DataFolder()))} {
 }
 
-QString ArchiveFile() {
+QString DataFolder() {
 #ifdef _WIN32
     // Where it goes along with a user who works at several computers.
     const QString folder = QDir::fromNativeSeparators(qEnvironmentVariable("APPDATA"));
 #else
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
 #endif
-    return folder + QStringLiteral("/Orvia/archive.sqlite");
+    return folder + QStringLiteral("/Orvia");
+}
+
+QString ArchiveFile() {
+    return DataFolder() + QStringLiteral("/archive.sqlite");
 }
 
 std::string FolderWithoutSeparator(const QString& folder) {

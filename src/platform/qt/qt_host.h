@@ -3,6 +3,7 @@
 
 #include "platform/host.h"
 #include "platform/qt/qt_bell.h"
+#include "platform/qt/qt_command_runner.h"
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_file_dialogs.h"
 #include "platform/qt/qt_help_viewer.h"
@@ -14,6 +15,7 @@
 #endif
 #include "platform/qt/qt_port_inquiry.h"
 #include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_session_start.h"
 #include "platform/qt/qt_settings_store.h"
 #include "platform/qt/qt_system_clock.h"
 #include "platform/qt/sql_archive.h"
@@ -43,8 +45,13 @@ class QtHost final {
     QtPortInquiry inquiry_;
     QtBell sound_;
     SqlArchive archive_;
+    QtCommandRunner commands_;
+    QtSessionStart atStart_;
     Host host_;
 };
+
+/// The folder of this user's data; it may be missing.
+[[nodiscard]] QString DataFolder();
 
 /// The file that the archive of this user lies in; its folder may be missing.
 [[nodiscard]] QString ArchiveFile();
