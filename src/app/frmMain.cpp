@@ -10,6 +10,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTextDocument>
@@ -22,6 +23,7 @@
 #include "app/lifecycle.h"
 #include "app/window_place.h"
 #include "client/frmClient.h"
+#include "collect/frmCollect.h"
 #include "common/fault.h"
 #include "common/help_file.h"
 #include "console/client_list.h"
@@ -140,11 +142,12 @@ frmMain::frmMain(SharedState& state)
     BuildHelpMenu();
     BuildPopup();
     BuildTimers();
+    MakeSchedule();
 }
 
 frmMain::~frmMain() = default;
 
-void frmMain::Load() {
+void frmMain::Load(bool unattended) {
     frmSplash splash;
     splash.show();
     BeginStart(state_, *this);
@@ -158,7 +161,9 @@ void frmMain::Load() {
     show();
     Timer2_.start();
     AwaitPlace();
-    ShowConnect();
+    if (!unattended) {
+        ShowConnect();
+    }
     EndStart(state_, *this);
 }
 
@@ -239,6 +244,7 @@ void frmMain::SetCommandStates(const CommandStates& states) {
     for (QAction* action : forAllActions_) {
         action->setEnabled(states.Operations);
     }
+    mnuCollect_->setEnabled(states.Collection && state_.Filer);
     mnuAutoUpdateFACW_->setEnabled(states.SampleContinuously);
     mnuAutoUpdateFACW_->setChecked(states.AutoUpdateChecked);
     cmdSampleContinuously_->setEnabled(states.SampleContinuously);
@@ -290,6 +296,19 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
     return window;
 }
 
+std::shared_ptr<ClientWindow> frmMain::NewClientWindowBehind() {
+    const QPointer<QMdiSubWindow> active = area_->currentSubWindow();
+    const QPointer<QWidget> focus = QApplication::focusWidget();
+    std::shared_ptr<ClientWindow> window = NewClientWindow();
+    if (!active.isNull()) {
+        area_->setActiveSubWindow(active);
+    }
+    if (!focus.isNull()) {
+        focus->setFocus();
+    }
+    return window;
+}
+
 void frmMain::CloseAllChildForms() {
     CloseDialogs();
     CloseDataWindows();
@@ -298,6 +317,9 @@ void frmMain::CloseAllChildForms() {
     }
     if (support_ != nullptr) {
         support_->Unload();
+    }
+    if (collect_ != nullptr) {
+        collect_->Unload();
     }
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
@@ -319,6 +341,12 @@ void frmMain::ShowClientPopup(const std::string& sampleCaption) {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    // In the middle of an exchange the close would be refused.
+    if (state_.LinkRecord.CommBusy != False && schedule_ &&
+        schedule_->DeferUrgently([this] { close(); })) {
+        event->ignore();
+        return;
+    }
     const WindowSize size{TwipsOfPixels(width()), TwipsOfPixels(height())};
     const bool closes =
         state_.LinkRecord.ShuttingDown != False ||
@@ -428,6 +456,7 @@ void frmMain::Supervise() {
     if (state_.Filer) {
         state_.Filer->Tick();
     }
+    FollowCollection();
     if (togglePostponed_ && state_.SamplingRecord.StepRuns == False) {
         togglePostponed_ = false;
         QMetaObject::invokeMethod(

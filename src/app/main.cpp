@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     QtHost host;
     SharedState state(host.Services());
     frmMain window(state);
-    window.Load();
+    window.Load(QApplication::arguments().contains(QLatin1String(AtStartArgument)));
     const int result = state.LinkRecord.ShuttingDown == False ? QApplication::exec() : 0;
     // Windows closed at the end are let go here; the event loop that would do it has ended.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

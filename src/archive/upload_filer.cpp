@@ -36,6 +36,7 @@ bool IsLost(ArchiveTrouble kind) {
 void UploadFiler::Began(const UploadStart& start) {
     filing_ = std::make_unique<Filing>();
     trouble_.reset();
+    newRecords_ = 0;
     filing_->Start = start;
     filing_->Begin = store_.Now();
     Portion();
@@ -74,12 +75,22 @@ void UploadFiler::Tick() {
     }
 }
 
-void UploadFiler::Settle() {
+void UploadFiler::FileRest() {
     if (filing_) {
         filing_->Blocked = false;
         Portion();
     }
     filing_.reset();
+}
+
+std::optional<std::string> UploadFiler::SettleInWords() {
+    FileRest();
+    return trouble_ ? std::optional(TroubleText(trouble_->Kind, store_.Place(), trouble_->Words))
+                    : std::nullopt;
+}
+
+void UploadFiler::Settle() {
+    FileRest();
     if (trouble_ && told_ != trouble_->Kind) {
         told_ = trouble_->Kind;
         boxes_.Show({.Text = TroubleText(trouble_->Kind, store_.Place(), trouble_->Words),
@@ -141,7 +152,9 @@ void UploadFiler::WritePortion() {
         AddRow(filing, logger, row);
         filing.Merge = std::make_unique<SeriesMerge>(store_, row.Id, row.Begin);
     }
+    const std::int64_t known = logger.Records;
     filing.Merge->File(filing.Pending, logger);
+    const std::int64_t added = logger.Records - known;
     store_.UpdateLogger(logger);
     row.Received = filing.Received;
     if (filing.Outcome) {
@@ -149,6 +162,7 @@ void UploadFiler::WritePortion() {
     }
     store_.UpdateUpload(row);
     transaction.Commit();
+    newRecords_ += added;
     filing.Row = row;
     filing.Pending.clear();
 }

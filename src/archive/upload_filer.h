@@ -25,6 +25,11 @@ class UploadFiler final : public UploadListener {
     void Took(std::span<const HistoryRecord> records) override;
     void Ended(UploadOutcome outcome) override;
     void Settle() override;
+    /// As Settle, for who tells of it in a box's place: what keeps the upload, or a part of it, out
+    /// of the archive, in words; nothing if all of it is there.
+    [[nodiscard]] std::optional<std::string> SettleInWords();
+    /// Records of the last upload that the series had not held.
+    [[nodiscard]] std::int64_t NewRecords() const { return newRecords_; }
 
     /// A tick of the console: files what came when it is time to.
     void Tick();
@@ -57,6 +62,7 @@ class UploadFiler final : public UploadListener {
         std::string Words;
     };
 
+    void FileRest();
     void Portion();
     [[nodiscard]] bool TryPortion();
     void WritePortion();
@@ -68,6 +74,7 @@ class UploadFiler final : public UploadListener {
     ArchiveStore& store_;
     MessageBoxes& boxes_;
     std::unique_ptr<Filing> filing_;  ///< nothing once all of it is in the archive
+    std::int64_t newRecords_ = 0;
     std::optional<Trouble> trouble_;  ///< of the last portion
     std::optional<ArchiveTrouble> told_;
 };
