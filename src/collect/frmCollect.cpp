@@ -13,9 +13,11 @@
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTimeEdit>
+#include <algorithm>
 #include <exception>
 
 #include "collect/collect_words.h"
+#include "collect/plan_settings.h"
 #include "common/mac_text.h"
 #include "common/number_text.h"
 #include "console/entry_texts.h"
@@ -24,12 +26,8 @@
 namespace {
 
 constexpr int MinutesPerHour = 60;
-constexpr int MostRounds = 200;
-
-std::string When(Moment moment, const SystemClock& clock) {
-    const LocalTime time = TimeOfMoment(moment);
-    return clock.DateText(time) + " " + clock.TimeText(time);
-}
+/// Rounds that can be looked at.
+constexpr int MostRounds = 60;
 
 /// A round as the list names it: when it began, as its log tells, and how it went.
 std::string NameOfRound(const ArchiveRound& round) {
@@ -135,10 +133,12 @@ void frmCollect::ShowKept() {
     lblFile_->setText(
         ToQt(file.empty() ? std::string() : "The newest digest always lies in " + file));
     lowest_ = kept_.Limits.LowestValues;
+    const int logger = std::max(cmbLogger_->currentIndex(), 0);
     cmbLogger_->clear();
     for (const ClientRadio& entry : work_.book.Entries) {
         cmbLogger_->addItem(ToQt(InOneLine(ShownName(entry.Name))));
     }
+    cmbLogger_->setCurrentIndex(logger < cmbLogger_->count() ? logger : 0);
     ShowLowest();
     lblState_->clear();
     Changed();
@@ -237,21 +237,25 @@ void frmCollect::RemoveLowest() {
 void frmCollect::Refresh() {
     const CollectSchedule& schedule = work_.schedule;
     const auto next = schedule.NextRound();
-    lblNext_->setText(ToQt(next ? When(*next, work_.outside.Clock) : "none"));
+    lblNext_->setText(ToQt(next ? MomentText(*next) : "none"));
     lblLast_->setText(ToQt(schedule.LastRound().empty() ? "none" : schedule.LastRound()));
     lblRound_->setText(ToQt(schedule.StateText()));
     const bool runs = schedule.RoundRuns() || schedule.RoundWaits();
     cmdNow_->setEnabled(!runs);
     cmdStop_->setEnabled(runs);
-    const std::string shown = schedule.LastRound() + schedule.LogText();
-    if (!listed_ || shown != lastShown_) {
+    const std::string shown = schedule.LastRound() + (schedule.RoundRuns() ? "+" : "");
+    const bool lacksNewest =
+        schedule.RoundRuns() && (rounds_.empty() || rounds_.front().End.has_value());
+    if (!listed_ || shown != lastShown_ || lacksNewest) {
         lastShown_ = shown;
         LoadRounds();
+    } else if (schedule.RoundRuns()) {
+        ShowRound();
     }
 }
 
 void frmCollect::LoadRounds() {
-    const int before = listed_ ? cmbRounds_->currentIndex() : 0;
+    const int before = listed_ ? std::max(cmbRounds_->currentIndex(), 0) : 0;
     const auto newest = rounds_.empty() ? 0 : rounds_.front().Id;
     try {
         ArchiveStore& store = *work_.outside.Archive;
@@ -282,8 +286,9 @@ void frmCollect::ShowRound() {
     const int row = cmbRounds_->currentIndex();
     const bool known = row >= 0 && row < static_cast<int>(rounds_.size());
     const ArchiveRound round = known ? rounds_[static_cast<std::size_t>(row)] : ArchiveRound();
+    const bool runs = row == 0 && work_.schedule.RoundRuns() && !round.End;
     ShowText(*txtDigest_, !known || !round.End   ? ""
                           : round.Digest.empty() ? "Nothing needs a person."
                                                  : round.Digest);
-    ShowText(*txtLog_, round.Log);
+    ShowText(*txtLog_, runs ? work_.schedule.LogText() : round.Log);
 }

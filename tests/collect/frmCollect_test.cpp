@@ -107,7 +107,7 @@ TEST_F(FrmCollectTest, SavesWhatWasChosenAndShowsTheNextRound) {
     EXPECT_EQ(Kept("RegularScope"), "Windows");
     EXPECT_EQ(Kept("RegularSyncTime"), "1");
     // The host's clock stands at Sunday, 15 November 2026.
-    EXPECT_EQ(Control<QLabel>("lblNext").text(), QStringLiteral("11/18/2026 03:30:00"));
+    EXPECT_EQ(Control<QLabel>("lblNext").text(), QStringLiteral("2026-11-18 03:30:00"));
     EXPECT_EQ(Control<QLabel>("lblState").text(), QStringLiteral("Saved"));
     EXPECT_FALSE(Control<QPushButton>("cmdSave").isEnabled());
     EXPECT_EQ(session_.Switched, 0);
@@ -207,6 +207,23 @@ TEST_F(FrmCollectTest, ARoundRunsAtAClickAndItsLogIsRead) {
     EXPECT_TRUE(boxes_.Shown.empty());
     EXPECT_EQ(state_.Windows.NumClientWindows, 0);
     ExpectAtRest();
+}
+
+TEST_F(FrmCollectTest, TheLogOfARoundGrowsWhileItRuns) {
+    Open();
+    Control<QTabWidget>("tabPages").setCurrentIndex(2);
+    bool grew = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        const QString log = Control<QPlainTextEdit>("txtLog").toPlainText();
+        grew = grew || (log.contains(QStringLiteral("Site 1...OK")) &&
+                        !log.contains(QStringLiteral("Round is over")));
+        Find<frmCollect>("frmCollect").ShowOrRaise();
+    });
+    watch.start(5);
+    Press("cmdNow");
+    ASSERT_TRUE(RoundIsOver());
+    EXPECT_TRUE(grew);
 }
 
 TEST_F(FrmCollectTest, AClickOfTheOperatorComesBetweenTwoLoggers) {
