@@ -18,7 +18,7 @@ class CommandRunnerTest : public ::testing::Test {
     /// What a file holds once it holds something.
     [[nodiscard]] QByteArray Await(const QString& path) {
         QByteArray contents;
-        EXPECT_TRUE(testing_support::RunEventsUntil([&] {
+        EXPECT_TRUE(RunEventsUntil([&] {
             QFile file(path);
             contents = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
             return !contents.isEmpty();
