@@ -10,9 +10,9 @@ namespace comm {
 
 namespace {
 
-/// A line at 9600 baud brings as many in 17 ms: what is wrong in them is not seen much later than
+/// A line at 9600 baud brings as many in 50 ms: what is wrong in them is not seen much later than
 /// if each were looked at as it comes.
-constexpr int MostTogether = 16;
+constexpr int MostTogether = 48;
 
 bool GoesOn(const Link& link, std::int16_t wanted) {
     if (link.WaitTicks <= 0) {

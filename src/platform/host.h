@@ -35,9 +35,9 @@ class SerialPort {
     /// Raises or drops DTR; a device without that line ignores it.
     virtual void SetDTREnable(bool enable) = 0;
 
-    /// Tells that whoever waits can do nothing with fewer than so many further bytes: until they
-    /// are in, or a tick looks for them, no event need tell of one. A hint, which a port may
-    /// ignore.
+    /// Tells that whoever waits can do nothing with fewer than so many further bytes: until most of
+    /// them can be in, or a tick looks for them, no event need tell of one. A hint, which a port
+    /// may ignore.
     virtual void Expect(int count) { static_cast<void>(count); }
 
     /// Number of received bytes waiting.

@@ -119,6 +119,7 @@ void frmSupport::MakeReport() {
     while (tabParts_->count() < static_cast<int>(parts_.size())) {
         const auto next = static_cast<std::size_t>(tabParts_->count());
         tabParts_->addTab(ToQt(parts_[next].Name));
+        tabParts_->updateGeometry();  // a hidden bar does not tell of its new height
     }
     lblState_->clear();
     ShowPart();

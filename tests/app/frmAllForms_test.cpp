@@ -1,10 +1,18 @@
 // A walk over the forms that looks for what an eye, a keyboard or a screen reader stumbles over.
 #include <QDialog>
+#include <QLineEdit>
+#include <QScreen>
 #include <QTabBar>
+#include <QTemporaryDir>
 #include <map>
 #include <set>
 
 #include "app/frmMain_fixture.h"
+#include "app/frmSplash.h"
+#include "archive/frmArchive.h"
+#include "archive/frmPlot.h"
+#include "history/frmProgress.h"
+#include "platform/qt/sql_archive.h"
 #include "platform/qt/text_qt.h"
 #include "support/qt/form_look.h"
 
@@ -42,16 +50,26 @@ class Desk : public ::testing::WithParamInterface<DeskCase> {
     QFont font_;
 };
 
+constexpr int SmallestScreen = 1024;
+
 /// What looks like a fault and is meant so.
 const std::set<std::string> Meant{
     // The viewer's own buttons keep their order; the plot's came later, and stands apart.
     "frmHistory: tab goes back: cmdOptions to cmdPlot"};
 
-class AllForms : public Desk, public MainWindowTest {
+/// An archive, there before the console.
+struct ArchiveOfTest {
+    QTemporaryDir Folder;
+    SqlArchive Archive{{.File = Folder.filePath(QStringLiteral("archive.sqlite"))}};
+};
+
+class AllForms : public Desk, private ArchiveOfTest, public MainWindowTest {
  protected:
-    AllForms() {
-        simulator::LoggerSetup site = BasicSite(4);
+    AllForms() : MainWindowTest(&Archive) {
+        simulator::LoggerSetup site = BasicSite(4, 3, 2);
         site.HistoryRecords = 60;
+        site.Settings.Analog[0].Units = "Feet";
+        site.Settings.Flow.Mode = simulator::FlowMode::Manning;
         host_.Virtual.Network.AddLogger(site);
         const std::string path = host_.Virtual.Store.Values["Configuration/AddressBook"];
         WriteFile(path,
@@ -66,6 +84,7 @@ class AllForms : public Desk, public MainWindowTest {
         QCoreApplication::processEvents();
         const std::string name = FromQt(form.objectName());
         looked_.insert(name);
+        LookForSize(form, name + " " + page);
         for (const std::string& fault : FaultsOf(form)) {
             if (Meant.count(name + ": " + fault) == 0) {
                 ADD_FAILURE() << name << " " << page << ": " << fault;
@@ -89,6 +108,18 @@ class AllForms : public Desk, public MainWindowTest {
     std::set<std::string> looked_;
 
  private:
+    /// The main window begins with its own size, whatever the screen; letters of twice the size
+    /// want more than a small one.
+    static void LookForSize(const QWidget& form, const std::string& name) {
+        const QSize room = form.screen()->availableSize();
+        const bool free =
+            name.rfind("frmMain", 0) == 0 || GetParam().Points > 0 || room.width() < SmallestScreen;
+        if (form.isWindow() && !free && form.size().boundedTo(room) != form.size()) {
+            ADD_FAILURE() << name << ": " << form.width() << " x " << form.height()
+                          << " on a screen of " << room.width() << " x " << room.height();
+        }
+    }
+
     void Watch() {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (dialog == nullptr || !dialog->isVisible() || dialog == last_) {
@@ -113,9 +144,14 @@ class AllForms : public Desk, public MainWindowTest {
             {"frmConnect", {"cmdSetup", "cmdConnect"}},
             {"frmSetup", {"cmdCalibrate(0)", "cmdCancel"}},
             {"frmGetHistoryData", {"cmdOkay"}},
+            {"frmAddClient1", {"cmdNext"}},
             {"frmHistory", {"cmdOptions", "cmdOK"}}};
         if (visit == 1) {
             LookAtPages(dialog);
+        }
+        if (name == "frmAddClient1") {
+            dialog.findChild<QLineEdit*>(QStringLiteral("txtClientRadioName"))
+                ->setText(QStringLiteral("Pond"));
         }
         if (name == "frmSelectClient") {
             QTest::keyClick(dialog.findChild<QWidget*>(QStringLiteral("lstClients")),
@@ -147,10 +183,12 @@ TEST_P(AllForms, HaveNothingToStumbleOver) {
     ASSERT_EQ(state_.LinkRecord.Connected, True);
     ClickClient(2);
     Click("cmdGetSettings");
-    for (const char* view : {"cmdSmall", "cmdMedium", "cmdWide", "cmdMeter"}) {
+    for (const char* view : {"cmdSmall", "cmdMedium", "cmdWide", "cmdMeter", "cmdFlow"}) {
         WindowOf(2)->findChild<QPushButton*>(QLatin1String(view))->click();
         Look(*window_, view);
     }
+    Trigger("mnuLivePlot");
+    Look(Find<frmPlot>("frmPlot"), "of a window");
     for (const char* row : {"mnuAbout", "mnuAddClient2", "mnuEditClient2"}) {
         Trigger(row);
     }
@@ -165,12 +203,29 @@ TEST_P(AllForms, HaveNothingToStumbleOver) {
     Look(Find<QWidget>("frmTrace"));
     Trigger("mnuSupport");
     LookAtPages(Find<QDialog>("frmSupport"));
+    Trigger("mnuArchive");
+    auto& archive = Find<frmArchive>("frmArchive");
+    Look(archive);
+    for (const char* button : {"cmdPlot", "cmdReport"}) {
+        archive.findChild<QPushButton*>(QLatin1String(button))->click();
+    }
+    Look(*window_->findChildren<frmPlot*>().last(), "of the archive");
+    Look(Find<QDialog>("frmReport"));
+    frmProgress progress(nullptr);
+    frmSplash splash;
+    for (QWidget* form : {static_cast<QWidget*>(&progress), static_cast<QWidget*>(&splash)}) {
+        form->show();
+        Look(*form);
+    }
     window_->resize(1024, 560);
     Look(*window_, "on a small screen");
     for (const char* form :
-         {"frmMain", "frmConnect", "frmConnectSetup", "frmAbout", "frmAddClient1",
-          "frmSelectClient", "frmEditClient", "frmSignalLevel", "frmGetHistoryData", "frmHistory",
-          "frmHistoryOptions", "frmSetup", "frmCalibrate", "frmRating", "frmTrace", "frmSupport"}) {
+         {"frmMain",           "frmConnect",     "frmConnectSetup",   "frmAbout",
+          "frmAddClient1",     "frmAddClient2",  "frmArchive",        "frmPlot",
+          "frmReport",         "frmProgress",    "frmSplash",         "frmSelectClient",
+          "frmEditClient",     "frmSignalLevel", "frmGetHistoryData", "frmHistory",
+          "frmHistoryOptions", "frmSetup",       "frmCalibrate",      "frmRating",
+          "frmTrace",          "frmSupport"}) {
         EXPECT_EQ(looked_.count(form), 1U) << form << " was not looked at";
     }
 }

@@ -62,8 +62,20 @@ TEST_F(FormLook, FindsAControlWithoutAName) {
 }
 
 TEST_F(FormLook, FindsATabKeyThatGoesBackUp) {
-    first_->move(10, 200);
+    QPushButton third(QStringLiteral("&Between"), &form_);
+    third.setGeometry(10, 200, 100, 30);
+    third.show();
+    EXPECT_THAT(FaultsOf(form_), IsEmpty());
+    second_->move(10, 240);
     EXPECT_THAT(FaultsOf(form_), Contains(StartsWith("tab goes back: ")));
+}
+
+TEST_F(FormLook, TakesTheOrderOfTabForARing) {
+    QPushButton third(QStringLiteral("&Last"), &form_);
+    third.setGeometry(10, 200, 100, 30);
+    third.show();
+    QWidget::setTabOrder(&third, first_);
+    EXPECT_THAT(FaultsOf(form_), IsEmpty());
 }
 
 TEST_F(FormLook, FindsAKeyThatTwoControlsShare) {

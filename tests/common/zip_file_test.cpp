@@ -97,7 +97,8 @@ TEST(ZipFile, ItsFilesComeOutAsTheyWentIn) {
 
 TEST(ZipFile, WithoutFilesItIsItsEndAlone) {
     const std::string bytes = ZipOf({}, {});
-    EXPECT_EQ(bytes, std::string("PK\x05\x06") + std::string(18, '\0'));
+    EXPECT_EQ(bytes.substr(0, 4), "PK\x05\x06");
+    EXPECT_EQ(bytes.substr(4), std::string(18, '\0'));
     EXPECT_TRUE(Reader(bytes).Files());
 }
 

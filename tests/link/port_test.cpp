@@ -74,9 +74,9 @@ TEST_F(PortTest, BytesThatAreFewerThanExpectedAreThereWithTheNextTick) {
     EXPECT_EQ(port_.InBufferCount(), 2);
 }
 
-TEST_F(PortTest, NoMoreThanSixteenBytesAreHeldBack) {
+TEST_F(PortTest, NoMoreThanFortyEightBytesAreHeldBack) {
     ASSERT_TRUE(Open());
-    console_.Outside.Time.In(30 * Millisecond, [this] { port_.Receive(Bytes(15)); });
+    console_.Outside.Time.In(30 * Millisecond, [this] { port_.Receive(Bytes(47)); });
     console_.Outside.Time.In(40 * Millisecond, [this] { port_.Receive(Bytes(1)); });
     std::int16_t byte = -1;
     EXPECT_EQ(Lasts([&] { byte = comm::ReadByteWait(link_, 5, 200); }), 40);

@@ -57,6 +57,13 @@ class FrmSupportTest : public ::testing::Test {
         std::make_unique<frmSupport>([this] { return Source(); }, console_.State.Outside, nullptr);
 };
 
+TEST_F(FrmSupportTest, ItsTabsAreInSight) {
+    form_->ShowOrRaise();
+    const auto* tabs = Control<QTabBar>("tabParts");
+    EXPECT_GE(tabs->height(), tabs->tabRect(0).height());
+    EXPECT_GT(tabs->height(), 0);
+}
+
 TEST_F(FrmSupportTest, ShowsEveryTextThatGoesIn) {
     form_->ShowOrRaise();
     EXPECT_EQ(Control<QTabBar>("tabParts")->count(), 5);

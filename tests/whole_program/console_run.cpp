@@ -43,9 +43,20 @@ Object& Find(QObject& parent, const QString& name) {
 
 /// The host with another clock.
 Host WithClock(const Host& host, SystemClock& clock) {
-    return {host.MSComm1, host.Events, host.Boxes,        host.Dialogs, host.Store,
-            clock,        host.Help,   host.LocalMachine, host.AppPath, host.TickMilliseconds,
-            host.Archive};
+    return {.MSComm1 = host.MSComm1,
+            .Events = host.Events,
+            .Boxes = host.Boxes,
+            .Dialogs = host.Dialogs,
+            .Store = host.Store,
+            .Clock = clock,
+            .Help = host.Help,
+            .LocalMachine = host.LocalMachine,
+            .Inquiry = host.Inquiry,
+            .Sound = host.Sound,
+            .AppPath = host.AppPath,
+            .TickMilliseconds = host.TickMilliseconds,
+            .Archive = host.Archive,
+            .SystemText = host.SystemText};
 }
 
 [[noreturn]] void GiveUp(const char* what) {
@@ -192,6 +203,7 @@ void ConsoleRun::Select(QWidget& form, const QString& name, const QString& begin
     }
     list.setFocus();
     list.setCurrentIndex(item);
+    Q_EMIT list.activated(item);  // as a choice by hand does
 }
 
 QString ConsoleRun::TextOf(QWidget& parent, const QString& name) {
@@ -276,7 +288,9 @@ void ConsoleRun::Look() {
 }
 
 void ConsoleRun::AnswerBox(QMessageBox& box) {
-    boxes_ << box.windowTitle() + QStringLiteral(": ") + box.text();
+    const QString details = box.informativeText();
+    boxes_ << box.windowTitle() + QStringLiteral(": ") + box.text() +
+                  (details.isEmpty() ? QString() : QLatin1Char('\n') + details);
     QAbstractButton* button = box.defaultButton();
     if (!answers_.empty() && box.button(answers_.front()) != nullptr) {
         button = box.button(answers_.front());

@@ -95,7 +95,7 @@ class ConsoleRun {
     void Answer(QMessageBox::StandardButton button) { answers_.push_back(button); }
     /// The next file dialog is given that path.
     void Pick(const QString& path) { picks_.push_back(path); }
-    /// The boxes that came up since the last call, title and text.
+    /// The boxes that came up since the last call: title, text, and what stands below it.
     [[nodiscard]] QStringList TakeBoxes() { return std::exchange(boxes_, {}); }
     /// Whether everything told has come up.
     [[nodiscard]] bool AllCameUp() const;

@@ -121,8 +121,10 @@ void CloseInOrder(Tour& tour) {
 }
 
 int Take(Tour& tour) {
+    TryPorts(tour);
     TakeReadings(tour);
     OperateNetwork(tour);
+    LookBack(tour);
     FetchHistories(tour);
     KeepWhatCame(tour);
     ShowFlows(tour);
@@ -142,12 +144,16 @@ int RunTour(const QStringList& arguments) {
     const QCommandLineOption screenshots(QStringLiteral("screenshots"), {},
                                          QStringLiteral("folder"));
     const QCommandLineOption second(QStringLiteral("second-console"), {}, QStringLiteral("entry"));
-    parser.addOptions({simulator, data, screenshots, second});
+    const QCommandLineOption hold(QStringLiteral("hold-port"));
+    parser.addOptions({simulator, data, screenshots, second, hold});
     parser.addHelpOption();
     parser.process(arguments);
     try {
         if (parser.isSet(second)) {
             return RunSecondConsole(parser.value(second).toInt());
+        }
+        if (parser.isSet(hold)) {
+            return HoldPort();
         }
         Tour tour(parser.value(simulator), parser.value(data), parser.value(screenshots));
         return Take(tour);

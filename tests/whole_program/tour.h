@@ -56,10 +56,14 @@ class Tour {
 
 // ----- the stations, in the order of the tour
 
+/// Opens the console and tries ports that cannot be opened, each for another reason.
+void TryPorts(Tour& tour);
 /// Connects, gets samples of three sites, samples one of them continuously.
 void TakeReadings(Tour& tour);
 /// Adds, edits, drags and deletes a radio; works on all open windows; aims an antenna.
 void OperateNetwork(Tour& tour);
+/// Asks a logger that does not answer, and looks at the trace and the report for support.
+void LookBack(Tour& tour);
 /// Uploads histories over a bad link, packs one, saves it.
 void FetchHistories(Tour& tour);
 /// Uploads histories that overlap, kills a console in the middle of one, and makes of what stayed a
@@ -77,6 +81,9 @@ void MakeFlowTable(Tour& tour);
 /// A console in a process of its own, there to be killed: uploads from the entry with that number
 /// and prints again and again how many records it has by then. Exit status 0 once all came.
 int RunSecondConsole(int client);
+/// A console in a process of its own that has the port until its standard input ends. Exit status 0
+/// if it had it.
+int HoldPort();
 
 }  // namespace whole_program
 

@@ -8,7 +8,15 @@ namespace whole_program {
 namespace {
 
 void Connect(Tour& tour) {
-    tour.Console.Start();
+    tour.Console.OnForm(QStringLiteral("frmConnect"), [&](QWidget& form) {
+        tour.Console.OnForm(QStringLiteral("frmConnectSetup"), [&](QWidget& setup) {
+            ConsoleRun::Select(setup, QStringLiteral("cmbPort"), QStringLiteral("COM1"));
+            tour.Console.Click(QStringLiteral("cmdOK"), &setup);
+        });
+        tour.Console.Click(QStringLiteral("cmdSetup"), &form);
+        tour.Console.Click(QStringLiteral("cmdConnect"), &form);
+    });
+    tour.Console.Click(QStringLiteral("cmdConnect"));
     const Link& link = tour.Console.State().LinkRecord;
     Tour::Say(QStringLiteral("Connected: %1, system id %2")
                   .arg(link.Connected != False)

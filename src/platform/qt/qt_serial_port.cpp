@@ -7,7 +7,6 @@
 #include "common/number_text.h"
 #include "platform/qt/port_devices.h"
 #include "platform/qt/port_hang_up.h"
-#include "platform/qt/port_wake.h"
 #include "platform/qt/text_qt.h"
 
 namespace {
@@ -38,6 +37,9 @@ QtSerialPort::QtSerialPort(QString portsFolder) : portsFolder_(std::move(portsFo
                      [this](QSerialPort::SerialPortError error) { OnError(error); });
     QObject::connect(&settle_, &QTimer::timeout, &port_, [this] { SettleError(); });
     settle_.setSingleShot(true);
+    QObject::connect(&rest_, &QTimer::timeout, &port_, [this] { EndRest(); });
+    rest_.setSingleShot(true);
+    rest_.setTimerType(Qt::PreciseTimer);
 }
 
 QtSerialPort::~QtSerialPort() {
@@ -89,8 +91,7 @@ void QtSerialPort::Open() {
                     ") cannot be opened: " + FromQt(port_.errorString()));
     }
     errorsInARow_ = 0;
-    wakeAtOpen_ = WakeCount(port_);
-    expected_ = 1;
+    pace_.Forget();
 }
 
 void QtSerialPort::Close() {
@@ -104,6 +105,8 @@ void QtSerialPort::Close() {
     received_.clear();
     failed_ = false;
     settle_.stop();
+    rest_.stop();
+    port_.setReadBufferSize(0);
 }
 
 void QtSerialPort::SetDTREnable(bool enable) {
@@ -112,11 +115,30 @@ void QtSerialPort::SetDTREnable(bool enable) {
     }
 }
 
+// While it rests, the port's own buffer is full with a single byte, and nobody listens for others.
 void QtSerialPort::Expect(int count) {
-    if (PortOpen() && count != expected_) {
-        expected_ = count;
-        SetWakeCount(port_, count > 1 ? count : wakeAtOpen_);
+    const std::chrono::milliseconds rest = pace_.RestFor(count);
+    if (count <= 1 && rest_.isActive()) {
+        EndRest();
+    } else if (PortOpen() && rest.count() > 0 && !rest_.isActive()) {
+        port_.setReadBufferSize(1);
+        rest_.start(rest);
     }
+}
+
+/// Takes in what has come meanwhile, and listens again.
+void QtSerialPort::EndRest() {
+    rest_.stop();
+    if (!PortOpen()) {
+        return;
+    }
+    const std::size_t before = received_.size();
+    LinePace pace = pace_;
+    port_.setReadBufferSize(0);
+    TakeReceived();
+    static_cast<void>(port_.waitForReadyRead(0));
+    pace.CameUnseen(std::chrono::steady_clock::now(), static_cast<int>(received_.size() - before));
+    pace_ = pace;
 }
 
 int QtSerialPort::InBufferCount() const {
@@ -147,12 +169,8 @@ void QtSerialPort::Output(std::span<const std::uint8_t> bytes) {
 }
 
 void QtSerialPort::LookForHangUp() {
-    if (PortOpen() && expected_ > 1) {
-        TakeReceived();
-    }
-    // Looking may have found out that the device is gone.
-    if (PortOpen() && expected_ > 1) {
-        Keep(TakeWaiting(port_));
+    if (rest_.isActive()) {
+        EndRest();
     }
     if (PortOpen() && HasHungUp(port_)) {
         Close();
@@ -160,16 +178,19 @@ void QtSerialPort::LookForHangUp() {
 }
 
 void QtSerialPort::TakeReceived() {
-    const QByteArray arrived = port_.readAll();
-    if (!failed_) {
-        Keep(arrived);
+    if (rest_.isActive() && port_.bytesAvailable() <= 1) {
+        return;
     }
+    const QByteArray arrived = port_.readAll();
+    if (failed_ || arrived.isEmpty()) {
+        return;
+    }
+    pace_.Came(std::chrono::steady_clock::now(), static_cast<int>(arrived.size()));
+    Keep(arrived);
 }
 
 void QtSerialPort::Keep(const QByteArray& arrived) {
-    if (!arrived.isEmpty()) {
-        errorsInARow_ = 0;
-    }
+    errorsInARow_ = 0;
     const std::size_t room = MaxWaiting - received_.size();
     const auto count = std::min(room, static_cast<std::size_t>(arrived.size()));
     received_.insert(received_.end(), arrived.begin(),

@@ -7,6 +7,7 @@
 #include <deque>
 
 #include "platform/host.h"
+#include "platform/line_pace.h"
 #include "platform/qt/line_settings.h"
 
 /// The serial port over the system's own. Bytes come and go while events run.
@@ -42,6 +43,7 @@ class QtSerialPort final : public SerialPort {
     void Close();
     void TakeReceived();
     void Keep(const QByteArray& arrived);
+    void EndRest();
     void OnError(QSerialPort::SerialPortError error);
     void SettleError();
 
@@ -50,11 +52,11 @@ class QtSerialPort final : public SerialPort {
     std::string settings_ = "9600,N,8,1";
     LineSettings line_;
     std::deque<std::uint8_t> received_;
-    int expected_ = 1;      // bytes that the system tells of together
-    int wakeAtOpen_ = 1;    // how it told of them before it was asked
+    LinePace pace_;
     int errorsInARow_ = 0;  // since a byte last went through
     bool failed_ = false;   // closed for the program, the device not yet let go
     QTimer settle_;         // runs once, when the port's own signal has returned
+    QTimer rest_;           // runs while expected bytes cannot be in yet
     QSerialPort port_;      // last, so that it goes first
 };
 

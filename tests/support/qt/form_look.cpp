@@ -93,7 +93,7 @@ bool TakesInput(const QWidget& widget) {
 
 void LookForName(const QWidget& widget, Faults& faults) {
     if (!TakesInput(widget) || widget.inherits("QScrollArea") || widget.inherits("QMdiArea") ||
-        widget.inherits("QMdiSubWindow")) {
+        widget.inherits("QMdiSubWindow") || widget.parent()->inherits("QAbstractSpinBox")) {
         return;
     }
     QAccessibleInterface* read =
@@ -129,26 +129,33 @@ void LookForOverlaps(const QWidget& around, Faults& faults) {
     }
 }
 
-/// From one control to the next of the same parent Tab goes down, or to the right in a row.
+bool GoesBack(const QWidget& last, const QWidget& next) {
+    const QRect from = last.geometry();
+    const QRect to = next.geometry();
+    return last.parentWidget() == next.parentWidget() &&
+           (to.bottom() < from.top() ||
+            (to.top() < from.bottom() && from.top() < to.bottom() && to.right() < from.left()));
+}
+
+/// From one control to the next of the same parent Tab goes down, or to the right in a row. The
+/// controls are a ring: from its end it goes back once, wherever in the ring the form stands.
 void LookForTabOrder(const QWidget& form, Faults& faults) {
-    const QWidget* last = nullptr;
-    const QWidget* widget = &form;
-    do {
+    std::vector<const QWidget*> ring;
+    for (const QWidget* widget = form.nextInFocusChain(); widget != nullptr && widget != &form;
+         widget = widget->nextInFocusChain()) {
         if (widget->isVisible() && TakesInput(*widget) && form.isAncestorOf(widget)) {
-            if (last != nullptr && last->parentWidget() == widget->parentWidget()) {
-                const QRect from = last->geometry();
-                const QRect to = widget->geometry();
-                const bool back = to.bottom() < from.top() ||
-                                  (to.top() < from.bottom() && from.top() < to.bottom() &&
-                                   to.right() < from.left());
-                if (back) {
-                    faults.push_back("tab goes back: " + NameOf(*last) + " to " + NameOf(*widget));
-                }
-            }
-            last = widget;
+            ring.push_back(widget);
         }
-        widget = widget->nextInFocusChain();
-    } while (widget != &form && widget != nullptr);
+    }
+    Faults back;
+    for (std::size_t i = 1; i < ring.size(); ++i) {
+        if (GoesBack(*ring[i - 1], *ring[i])) {
+            back.push_back("tab goes back: " + NameOf(*ring[i - 1]) + " to " + NameOf(*ring[i]));
+        }
+    }
+    if (back.size() != 1 || GoesBack(*ring.back(), *ring.front())) {
+        faults.insert(faults.end(), back.begin(), back.end());
+    }
 }
 
 void LookForKeys(const QWidget& form, Faults& faults) {
