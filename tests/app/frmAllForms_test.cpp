@@ -203,6 +203,10 @@ TEST_P(AllForms, HaveNothingToStumbleOver) {
     Look(Find<QWidget>("frmTrace"));
     Trigger("mnuSupport");
     LookAtPages(Find<QDialog>("frmSupport"));
+    Trigger("mnuCollect");
+    Look(*window_, "with the log of a collection");
+    Trigger("mnuCollectRegularly");
+    LookAtPages(Find<QDialog>("frmCollect"));
     Trigger("mnuArchive");
     auto& archive = Find<frmArchive>("frmArchive");
     Look(archive);
@@ -225,7 +229,7 @@ TEST_P(AllForms, HaveNothingToStumbleOver) {
           "frmReport",         "frmProgress",    "frmSplash",         "frmSelectClient",
           "frmEditClient",     "frmSignalLevel", "frmGetHistoryData", "frmHistory",
           "frmHistoryOptions", "frmSetup",       "frmCalibrate",      "frmRating",
-          "frmTrace",          "frmSupport"}) {
+          "frmTrace",          "frmSupport",     "frmCollect"}) {
         EXPECT_EQ(looked_.count(form), 1U) << form << " was not looked at";
     }
 }

@@ -187,10 +187,13 @@ TEST_P(FilerTest, TellsHowManyRecordsWereNew) {
 TEST_P(FilerTest, SettledInWordsItShowsNoBox) {
     Make(SiteWithHistory(25));
     UploadFiler& filer = *Line().console.State.Filer;
+    UploadStart start;
+    start.Name = "Site";
+    start.Records = 1;
     const auto other = bench->NewStore();
     other->Open();
     other->Begin();
-    filer.Began({.Mac = {1}, .Name = "Site", .Records = 1});
+    filer.Began(start);
     filer.Took(std::vector{RecordAt(60)});
     filer.Ended(UploadOutcome::Complete);
     const auto words = filer.SettleInWords();
@@ -198,7 +201,7 @@ TEST_P(FilerTest, SettledInWordsItShowsNoBox) {
     ASSERT_TRUE(words);
     EXPECT_NE(words->find("another program holds it"), std::string::npos) << *words;
     EXPECT_TRUE(Line().Boxes().empty());
-    filer.Began({.Mac = {1}, .Name = "Site", .Records = 1});
+    filer.Began(start);
     filer.Took(std::vector{RecordAt(60)});
     filer.Ended(UploadOutcome::Complete);
     EXPECT_FALSE(filer.SettleInWords());

@@ -1,6 +1,7 @@
 // Rounds and walks of collection under an operator who does anything at any moment, on a network
 // that fails at any moment.
 #include <cstdlib>
+#include <iostream>
 #include <random>
 
 #include "archive/store_fixture.h"
@@ -255,6 +256,7 @@ TEST_P(CollectStormTest, NothingIsLeftBusyAndNoRecordIsLostOrDoubled) {
         ASSERT_EQ(storm.FaultOfArchive(*store), "");
         rounds += storm.RoundsEnded();
     }
+    std::cout << "collect storm: " << storms << " storms, " << rounds << " rounds\n";
     EXPECT_GT(rounds, storms / 2) << "the storms let hardly any round run";
 }
 

@@ -1,4 +1,6 @@
 // What a round costs beside the uploads and tunings that it is made of.
+#include <iostream>
+
 #include "archive/store_fixture.h"
 #include "collect/schedule_bench.h"
 #include "history/upload.h"
