@@ -61,6 +61,7 @@ frmCollect::frmCollect(const CollectWork& work, QWidget* parent) : QDialog(paren
     auto* column = new QVBoxLayout(this);
     tabPages_ = new QTabWidget(this);
     tabPages_->setObjectName(Named("tabPages"));
+    tabPages_->setAccessibleName(QStringLiteral("Pages"));
     tabPages_->addTab(BuildPlanPage(), QStringLiteral("&Rounds"));
     tabPages_->addTab(BuildDigestPage(), QStringLiteral("&Digest"));
     tabPages_->addTab(BuildLogPage(), QStringLiteral("&Logs"));
