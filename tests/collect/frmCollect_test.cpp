@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QDoubleSpinBox>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -16,8 +17,10 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimeEdit>
+#include <iostream>
 
 #include "app/frmMain_fixture.h"
+#include "history/frm_history_fixture.h"
 #include "platform/qt/sql_archive.h"
 #include "platform/qt/text_qt.h"
 #include "support/qt/run_events.h"
@@ -275,6 +278,58 @@ TEST_F(FrmCollectTest, AConsoleStartedByTheSessionShowsNoConnectDialog) {
     EXPECT_EQ(Archive.Rounds(1).at(0).Done, 3);
     EXPECT_FALSE(host_.Virtual.Port.PortOpen());
     EXPECT_TRUE(boxes_.Shown.empty());
+}
+
+/// Three sites with records to collect, and a turn of the event loop that is asked for every few
+/// milliseconds.
+class FrmCollectUnderClicks : public FrmCollectTest {
+ protected:
+    FrmCollectUnderClicks() {
+        std::string book;
+        for (int number = 4; number <= 6; ++number) {
+            simulator::LoggerSetup site = BasicSite(number);
+            site.Logging = false;
+            site.HistoryRecords = 500;
+            host_.Virtual.Network.AddLogger(site);
+            book += "\"Site " + std::to_string(number) + "\", 10, 00A09600000" +
+                    std::to_string(number) + "\r\n";
+        }
+        WriteFile(JoinPath(folder_, "site.obk"), book + "\r\n");
+    }
+
+    /// Collects from all; the longest that a click would have waited, in nanoseconds.
+    [[nodiscard]] qint64 LongestWait() {
+        constexpr int Milliseconds = 7;
+        state_.Outside.Store.Write("Collect", "LastRound", "");
+        QElapsedTimer clock;
+        qint64 due = Milliseconds * 1'000'000;
+        qint64 longest = 0;
+        QTimer click;
+        click.setTimerType(Qt::PreciseTimer);
+        click.setSingleShot(true);
+        QObject::connect(&click, &QTimer::timeout, &click, [&] {
+            longest = std::max(longest, clock.nsecsElapsed() - due);
+            due = clock.nsecsElapsed() + Milliseconds * 1'000'000;
+            click.start(Milliseconds);
+        });
+        clock.start();
+        click.start(Milliseconds);
+        Press("cmdNow");
+        EXPECT_TRUE(
+            host_.RunUntil([this] { return !Kept("LastRound").value_or("").empty(); }, 600));
+        return longest;
+    }
+};
+
+TEST_F(FrmCollectUnderClicks, AClickIsAnsweredDuringARound) {
+    constexpr qint64 Limit = (Sanitized ? 250 : 50) * 1'000'000;
+    Open();
+    const qint64 longest = LongestWithin(Limit, [this] { return LongestWait(); });
+    std::cout << "a click waits " << static_cast<double>(longest) / 1e6
+              << " ms at most during a round\n";
+    EXPECT_LT(longest, Limit);
+    EXPECT_EQ(Archive.Rounds(1).at(0).Done, 3);
+    EXPECT_EQ(Archive.Loggers().size(), 3U);
 }
 
 // ----- pictures

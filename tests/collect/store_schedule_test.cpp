@@ -226,6 +226,16 @@ TEST_P(ScheduleTest, TheOperatorsClickComesBetweenTwoLoggersAndTheRoundGoesOnLat
     EXPECT_EQ(Kept(), 30 * Sites);
 }
 
+TEST_P(ScheduleTest, BehindAClickThatNeedsNoLinkTheRoundWaitsTheSame) {
+    rounds.schedule->StartNow();
+    rounds.console.Outside.Time.In(
+        Second, [&] { EXPECT_TRUE(rounds.schedule->Defer([] { /* a look at the book */ })); });
+    rounds.Seconds(25);
+    EXPECT_EQ(rounds.schedule->LogText().find("Site 2"), std::string::npos);
+    EXPECT_TRUE(rounds.RunOut());
+    EXPECT_EQ(Kept(), 30 * Sites);
+}
+
 TEST_P(ScheduleTest, AClickOutsideOfALoggerIsNotKept) {
     EXPECT_FALSE(rounds.schedule->Defer([] { FAIL(); }));
     EXPECT_FALSE(rounds.schedule->DeferUrgently([] { FAIL(); }));
