@@ -259,7 +259,7 @@ QWidget* frmCollect::BuildLogPage() {
     cmbRounds_ = new QComboBox(page);
     cmbRounds_->setObjectName(Named("cmbRounds"));
     txtDigest_ = ReadText(page, "txtDigest", "Digest of the round");
-    txtLog_ = ReadText(page, "txtLog", "Log of the round");
+    txtLog_ = ReadText(page, "txtRoundLog", "Log of the round");
     auto* row = new QHBoxLayout;
     row->addWidget(CaptionFor(cmbRounds_, Named("lblRounds"), QStringLiteral("Ro&und:")));
     row->addWidget(cmbRounds_, 1);

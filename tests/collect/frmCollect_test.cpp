@@ -193,11 +193,12 @@ TEST_F(FrmCollectTest, ARoundRunsAtAClickAndItsLogIsRead) {
     EXPECT_TRUE(Shows("lblLast", QStringLiteral("3 of 3 loggers done")));
     Control<QTabWidget>("tabPages").setCurrentIndex(2);
     EXPECT_TRUE(host_.RunUntil([this] {
-        return Control<QPlainTextEdit>("txtLog").toPlainText().contains(
-            QStringLiteral("Round is over"));
+        return Control<QPlainTextEdit>("txtRoundLog")
+            .toPlainText()
+            .contains(QStringLiteral("Round is over"));
     }));
     EXPECT_EQ(Control<QComboBox>("cmbRounds").count(), 1);
-    const QString log = Control<QPlainTextEdit>("txtLog").toPlainText();
+    const QString log = Control<QPlainTextEdit>("txtRoundLog").toPlainText();
     EXPECT_TRUE(log.contains(QStringLiteral("Site 3...OK, "))) << log.toStdString();
     EXPECT_EQ(FromQt(log), Archive.Rounds(1).at(0).Log);
     // The loggers of the network stand years behind the computer.
@@ -218,7 +219,7 @@ TEST_F(FrmCollectTest, TheLogOfARoundGrowsWhileItRuns) {
     bool grew = false;
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        const QString log = Control<QPlainTextEdit>("txtLog").toPlainText();
+        const QString log = Control<QPlainTextEdit>("txtRoundLog").toPlainText();
         grew = grew || (log.contains(QStringLiteral("Site 1...OK")) &&
                         !log.contains(QStringLiteral("Round is over")));
         Find<frmCollect>("frmCollect").ShowOrRaise();

@@ -130,6 +130,7 @@ int Take(Tour& tour) {
     ShowFlows(tour);
     SetUpLoggers(tour);
     MakeFlowTable(tour);
+    CollectNetwork(tour);
     CloseInOrder(tour);
     Tour::Say(tour.Failures() == 0
                   ? QStringLiteral("\nEverything is as the simulator was told to answer.")
