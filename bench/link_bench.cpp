@@ -119,7 +119,7 @@ class CountingView final : public MainView {
     std::shared_ptr<ClientWindow> NewClientWindow() override { return nullptr; }
     std::shared_ptr<ClientWindow> NewClientWindowBehind() override { return nullptr; }
     void CloseAllChildForms() override {}
-    void SetStatus(const std::string& /*text*/) override {}
+    void SetStatus(const std::string& /*text*/, bool /*failed*/) override {}
 
     std::int64_t Icons = 0;
 };

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what a bare Debian 12 machine lacks to build, test and show the console. Does nothing,
-# quickly, where all of it is there.
+# Installs what a bare Debian 12 machine lacks to build, test and show the console; with --debian, what
+# it lacks to make and check the package. Does nothing, quickly, where all of it is there.
 set -euo pipefail
 packages=(
     g++ cmake ninja-build ccache git python3 ca-certificates
@@ -10,6 +10,13 @@ packages=(
     clang clang-format clang-tidy libclang-rt-14-dev
     fonts-dejavu-core poppler-utils xvfb xauth
 )
+if [ "${1:-}" = "--debian" ]; then
+    packages=(
+        dpkg-dev debhelper librsvg2-bin
+        lintian devscripts desktop-file-utils appstream man-db xz-utils
+        blhc debootstrap
+    )
+fi
 known=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' 2>/dev/null | awk '$2=="installed"{print $1}')
 missing=()
 for package in "${packages[@]}"; do

@@ -48,7 +48,7 @@ BookContext Contexts::Book() const {
             .view = view_,
             .boxes = state_.Boxes,
             .dialogs = state_.Outside.Dialogs,
-            .appPath = state_.Outside.AppPath,
+            .startFolder = state_.Outside.StartFolder(),
             .status = state_.Status};
 }
 

@@ -20,6 +20,7 @@
 #include "app/contrast.h"
 #include "app/frmAbout.h"
 #include "app/frmSplash.h"
+#include "app/help_pages.h"
 #include "app/lifecycle.h"
 #include "app/window_place.h"
 #include "client/frmClient.h"
@@ -125,6 +126,7 @@ frmMain::frmMain(SharedState& state)
       contexts_(state, *this),
       clients_(contexts_.Clients(*this)),
       helpFile_(HelpFile(state.Outside.AppPath)),
+      helpKey_([this](const std::vector<std::string>& names) { ShowHelpOn(names); }),
       entryForms_(state.Book, state.Boxes, *this),
       signalForms_(*this, state.Outside.Sound) {
     setObjectName(QStringLiteral("frmMain"));
@@ -253,8 +255,8 @@ void frmMain::SetCommandStates(const CommandStates& states) {
     statesShown_ = states;
 }
 
-void frmMain::SetStatus(const std::string& text) {
-    lblStatus_->Tell(text);
+void frmMain::SetStatus(const std::string& text, bool failed) {
+    lblStatus_->Tell(text, failed);
 }
 
 void frmMain::SetAddressBookName(const std::string& text) {
@@ -392,6 +394,12 @@ SupportSource frmMain::Support() const {
             .Book = state_.Book,
             .Recorder = state_.Recorder,
             .Log = log_->Text()};
+}
+
+void frmMain::ShowHelpOn(const std::vector<std::string>& names) {
+    if (!helpFile_.empty()) {
+        state_.Outside.Help.Open(HelpTopic(helpFile_, HelpPageAt(names)));
+    }
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

@@ -23,6 +23,7 @@
 #include "console/logger_operations.h"
 #include "link/connecting.h"
 #include "link/sampling.h"
+#include "platform/qt/help_key.h"
 #include "records/main_view.h"
 
 class ClientListWidget;
@@ -66,7 +67,7 @@ class frmMain final : public QMainWindow,
     void SetSystemID(const std::string& text) override;
     void ShowLinkFields(bool linked) override;
     void SetCommandStates(const CommandStates& states) override;
-    void SetStatus(const std::string& text) override;
+    void SetStatus(const std::string& text, bool failed) override;
     void SetAddressBookName(const std::string& text) override;
     void ClearClients() override;
     void AddClient(const std::string& name, std::uint8_t icon) override;
@@ -123,6 +124,7 @@ class frmMain final : public QMainWindow,
     void WithChosenClient(const std::function<void()>& action);
     void ToggleAutoUpdate();
     void ShowRating();
+    void ShowHelpOn(const std::vector<std::string>& names);
     void ShowArchive();
     void ShowLivePlot();
     void PlotSeries(std::vector<std::shared_ptr<const NamedSeries>> series, const Period& span);
@@ -159,6 +161,7 @@ class frmMain final : public QMainWindow,
     const Contexts contexts_;
     ClientContext clients_;
     std::string helpFile_;
+    HelpKey helpKey_;
     EntryForms entryForms_;
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;

@@ -47,10 +47,14 @@ void AwaitSplash(Link& link) {
 }
 
 void ReadCatalogues(SharedState& state) {
-    const std::string& appPath = state.Outside.AppPath;
-    Catalogues& catalogues = state.CataloguesRecord;
-    config::ReadFlowDeviceList(JoinPath(appPath, "flumes.lst"), appPath, catalogues.FlumeList);
-    config::ReadFlowDeviceList(JoinPath(appPath, "weirs.lst"), appPath, catalogues.WeirList);
+    const auto read = [&outside = state.Outside](std::string_view name, FlowDeviceList& list) {
+        config::ReadFlowDeviceList(JoinPath(outside.AppPath, name), outside.AppPath, list);
+        if (!outside.UserFolder.empty()) {
+            config::AddFlowDeviceList(JoinPath(outside.UserFolder, name), outside.UserFolder, list);
+        }
+    };
+    read("flumes.lst", state.CataloguesRecord.FlumeList);
+    read("weirs.lst", state.CataloguesRecord.WeirList);
 }
 
 void EndStart(SharedState& state, MainView& view) {

@@ -41,9 +41,10 @@
             .TickMilliseconds = host.TickMilliseconds,
             .Archive = host.Archive,
             .SystemText = host.SystemText,
+            .SaveFolder = host.SaveFolder,
+            .UserFolder = host.UserFolder,
             .Commands = host.Commands,
-            .AtStart = host.AtStart,
-            .DataFolder = host.DataFolder};
+            .AtStart = host.AtStart};
 }
 
 /// All that the console's procedures share. main() makes the one there is; windows are handed a

@@ -240,7 +240,7 @@ std::optional<std::string> ArchiveSession::AskForBackUp() {
         {.Title = "Back Up",
          .DefaultExtension = ".sqlite",
          .Filter = "Archives (*.sqlite)|*.sqlite",
-         .InitialName = JoinPath(folder.empty() ? outside.AppPath : folder, name)},
+         .InitialName = JoinPath(folder.empty() ? outside.StartFolder() : folder, name)},
         true);
 }
 

@@ -32,7 +32,7 @@ std::optional<PlotFormat> PlotFormatOf(std::string_view path) {
 
 std::optional<std::string> AskForPlotFile(const std::string& name, const Host& host,
                                           std::string& lastFolder) {
-    const std::string folder = lastFolder.empty() ? host.AppPath : lastFolder;
+    const std::string folder = lastFolder.empty() ? host.StartFolder() : lastFolder;
     auto path = host.Dialogs.PickForSaving(
         {.Title = SavePlotTitle,
          .DefaultExtension = ".png",

@@ -207,7 +207,8 @@ class Collection {
     void Tell() const {
         Status().Came(result_.Outcome == CollectOutcome::NoAnswer
                           ? NameOf(target_) + " did not answer"
-                          : "History of " + NameOf(target_) + ": " + ResultText(result_));
+                          : "History of " + NameOf(target_) + ": " + ResultText(result_),
+                      result_.IsDone());
     }
 
     const CollectContext& context_;

@@ -259,7 +259,7 @@ void CollectSchedule::EndRound(bool wholeWay) {
     last_ = MomentText(mark_.Done) + ", " + result + (wholeWay ? "" : ", ended before its end");
     TrapFault([this] { KeepLastRound(last_, context_.store); });
     Work().radio.status.RoundOver();
-    Work().radio.status.Came("Regular collection: " + result);
+    Work().radio.status.Came("Regular collection: " + result, wholeWay && done == all);
     round_.reset();
     wanted_ = stop_ = false;
     due_.reset();

@@ -24,9 +24,10 @@ void TellRound(OperationStatus& status, const CollectRound& round, bool wholeWay
     }
     status.RoundOver();
     status.Came(std::string("Collect History for all") + (wholeWay ? "" : " was ended") + ": " +
-                IntegerToText(done) + " of " +
-                IntegerToText(static_cast<std::int64_t>(round.Results().size())) + " done" +
-                (failed.empty() ? "" : ", not " + failed));
+                    IntegerToText(done) + " of " +
+                    IntegerToText(static_cast<std::int64_t>(round.Results().size())) + " done" +
+                    (failed.empty() ? "" : ", not " + failed),
+                wholeWay && failed.empty());
 }
 
 /// True if it came to the last logger.

@@ -124,7 +124,7 @@ std::vector<std::string> WordsOfCommand(const std::string& command) {
 }
 
 std::string DigestFile(const Host& host) {
-    return host.DataFolder.empty() ? std::string() : JoinPath(host.DataFolder, "digest.txt");
+    return host.UserFolder.empty() ? std::string() : JoinPath(host.UserFolder, "digest.txt");
 }
 
 std::string Deliver(const std::string& digest, const std::string& when, const Host& host) {
@@ -133,7 +133,7 @@ std::string Deliver(const std::string& digest, const std::string& when, const Ho
     std::string trouble;
     if (!file.empty()) {
         std::error_code failed;
-        std::filesystem::create_directories(NativePath(host.DataFolder), failed);
+        std::filesystem::create_directories(NativePath(host.UserFolder), failed);
         if (!RewriteFile(file, text)) {
             trouble = "The digest could not be written to " + file;
         }

@@ -71,7 +71,8 @@ void TellBookLoaded(OperationStatus& status, const std::string& path, const Addr
     const std::string name = BookBaseName(path);
     status.Came(loaded ? "Address book " + name +
                              " loaded, client radios: " + IntegerToText(book.Entries.UpperBound())
-                       : "Address book " + name + " could not be read");
+                       : "Address book " + name + " could not be read",
+                loaded);
 }
 
 bool SaveAddressBook(const std::string& path, const AddressBook& book) {
@@ -80,7 +81,8 @@ bool SaveAddressBook(const std::string& path, const AddressBook& book) {
 
 void SaveBook(OperationStatus& status, const std::string& path, const AddressBook& book) {
     const bool saved = SaveAddressBook(path, book);
-    status.Came("Address book " + BookBaseName(path) + (saved ? " saved" : " could not be saved"));
+    status.Came("Address book " + BookBaseName(path) + (saved ? " saved" : " could not be saved"),
+                saved);
 }
 
 void SwapClientRadios(AddressBook& book, const ClientWindows& windows, int a, int b) {
@@ -109,7 +111,7 @@ void LoadOtherBook(const BookContext& context) {
     const BusyGuard busy(context.operations.OperationBusy);
     const std::string& current = context.settings.AddressBookPath;
     const std::optional<std::string> chosen =
-        context.dialogs.PickExisting(BookQuery("Load Address Book", context.appPath));
+        context.dialogs.PickExisting(BookQuery("Load Address Book", context.startFolder));
     if (chosen && *chosen != current && AskToCloseWindows(context, current)) {
         TakeBook(context, *chosen);
     }
@@ -122,7 +124,7 @@ void CreateBlankBook(const BookContext& context) {
     const BusyGuard busy(context.operations.OperationBusy);
     const std::string& current = context.settings.AddressBookPath;
     const std::optional<std::string> chosen = context.dialogs.PickForSaving(
-        BookQuery("Create New Blank Address Book", context.appPath), true);
+        BookQuery("Create New Blank Address Book", context.startFolder), true);
     if (!chosen || *chosen == current) {
         return;
     }

@@ -23,7 +23,7 @@ struct BookContext {
     MainView& view;
     MessageBoxes& boxes;
     FileDialogs& dialogs;
-    const std::string& appPath;
+    const std::string& startFolder;
     OperationStatus& status;
 };
 

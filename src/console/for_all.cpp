@@ -60,8 +60,9 @@ void TellWalk(const OperationContext& context, const WalkOperation& operation, b
     const int most = std::max<int>(count.Windows, context.windows.NumClientWindows);
     const std::string ended = wholeWay ? "" : " was ended";
     context.radio.status.Came(std::string(operation.Name) + " for all" + ended + ": " +
-                              IntegerToText(count.Done) + " of " + IntegerToText(most) + " done" +
-                              (count.Failed.empty() ? "" : ", not " + count.Failed));
+                                  IntegerToText(count.Done) + " of " + IntegerToText(most) +
+                                  " done" + (count.Failed.empty() ? "" : ", not " + count.Failed),
+                              count.Failed.empty());
 }
 
 /// Runs `visit` on each open window until it says to stop; True if it never did. Windows that are

@@ -39,7 +39,8 @@ bool GetSampleOf(const OperationContext& context, const Target& target) {
         target.Window->SetDP();
     }
     status.Came(context.newest.Time.empty() ? NameOf(target) + " gave no sample"
-                                            : "Sample of " + NameOf(target) + " received");
+                                            : "Sample of " + NameOf(target) + " received",
+                !context.newest.Time.empty());
     return true;
 }
 

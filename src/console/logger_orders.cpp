@@ -26,7 +26,7 @@ bool Agrees(const OperationContext& context, const std::string& question, const 
 /// Tells what came of an order.
 bool TellDone(const OperationContext& context, bool done, const std::string& success,
               const ClientWindow& window) {
-    context.radio.status.Came(done ? success : window.Caption() + " did not answer");
+    context.radio.status.Came(done ? success : window.Caption() + " did not answer", done);
     return done;
 }
 

@@ -40,7 +40,7 @@ bool SelectRadioOf(const OperationContext& context, const Target& target) {
     status.Doing("Tuning the server radio to " + NameOf(target));
     const bool selected = comm::SelectClient(context.radio, *target.Radio);
     if (!selected) {
-        status.Came("The server radio could not be tuned to " + NameOf(target));
+        status.Came("The server radio could not be tuned to " + NameOf(target), false);
     }
     return selected;
 }
@@ -53,8 +53,9 @@ bool ReadSettingsOf(const OperationContext& context, const Target& target) {
     OperationStatus& status = context.radio.status;
     status.Doing("Reading settings of " + NameOf(target));
     const bool read = target.Window->GetSettings();
-    status.Came(read ? "Settings of " + NameOf(target) + " read"
-                     : NameOf(target) + " did not answer");
+    status.Came(
+        read ? "Settings of " + NameOf(target) + " read" : NameOf(target) + " did not answer",
+        read);
     return read;
 }
 

@@ -1,7 +1,9 @@
 #include "flow/catalogues.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 #include "common/characters.h"
 #include "common/line_reader.h"
@@ -111,6 +113,22 @@ void ReadFlowDeviceList(std::string_view path, std::string_view appPath, FlowDev
         return ReadFlowTable(table, appPath, scratch);
     };
     ReadFlowDeviceList(file.Stream, file.Size, proof, list);
+}
+
+void AddFlowDeviceList(std::string_view path, std::string_view folder, FlowDeviceList& list) {
+    FlowDeviceList own;
+    ReadFlowDeviceList(path, folder, own);
+    const FlowDeviceList shipped = list;
+    for (FlowDeviceEntry& entry : own) {
+        const bool taken =
+            std::any_of(shipped.begin(), shipped.end(),
+                        [&entry](const FlowDeviceEntry& known) { return known.Tag == entry.Tag; });
+        if (!taken) {
+            // Whoever reads the table later knows only the program's folder.
+            entry.TableFile = ResolveTablePath(entry.TableFile, folder);
+            list.Append(std::move(entry));
+        }
+    }
 }
 
 void ReadFlowDeviceList(std::istream& input, std::uintmax_t limit, const TableProof& proof,

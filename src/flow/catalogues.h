@@ -40,6 +40,11 @@ namespace config {
 /// table files stand against. docs/flow-devices.md describes the format.
 void ReadFlowDeviceList(std::string_view path, std::string_view appPath, FlowDeviceList& list);
 
+/// Adds the entries of a catalogue of the user's own, whose relative table files stand against
+/// `folder`. An entry whose tag `list` has already is passed over: a logger programmed with that
+/// tag keeps its device. A missing file changes nothing.
+void AddFlowDeviceList(std::string_view path, std::string_view folder, FlowDeviceList& list);
+
 /// Whether the table file of that path, as written in a catalogue, can be read.
 using TableProof = std::function<bool(std::string_view path)>;
 

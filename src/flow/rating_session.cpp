@@ -149,7 +149,7 @@ bool RatingSession::Save() {
         return false;
     }
     const std::string offered =
-        path_.empty() ? JoinPath(outside_.AppPath, SuggestedTableName(Device())) : path_;
+        path_.empty() ? JoinPath(outside_.StartFolder(), SuggestedTableName(Device())) : path_;
     const auto path = outside_.Dialogs.PickForSaving({.Title = std::string(SaveTitle),
                                                       .DefaultExtension = std::string(Extension),
                                                       .Filter = std::string(TableFilter),
@@ -184,7 +184,7 @@ bool RatingSession::Open() {
         {.Title = std::string(OpenTitle),
          .DefaultExtension = std::string(Extension),
          .Filter = std::string(TableFilter),
-         .InitialName = path_.empty() ? JoinPath(outside_.AppPath, "*.tbl") : path_});
+         .InitialName = path_.empty() ? JoinPath(outside_.StartFolder(), "*.tbl") : path_});
     if (!path || silent_) {
         return false;
     }
@@ -209,7 +209,7 @@ std::string RatingSession::PickRows() {
         {.Title = std::string(RowsTitle),
          .DefaultExtension = ".csv",
          .Filter = "Comma-Separated Values (*.csv)|*.csv|Text Files (*.txt)|*.txt|All Files (*)|*",
-         .InitialName = JoinPath(outside_.AppPath, "*.csv")});
+         .InitialName = JoinPath(outside_.StartFolder(), "*.csv")});
     if (!path || silent_) {
         return {};
     }

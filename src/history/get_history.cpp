@@ -44,7 +44,7 @@ class GetHistoryOperation {
         Status().Doing("Reading status of " + NameOf(target));
         const bool answered = target.Window->GetStatus();
         if (!answered) {
-            Status().Came(NameOf(target) + " did not answer");
+            Status().Came(NameOf(target) + " did not answer", false);
         }
         return answered;
     }

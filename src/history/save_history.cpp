@@ -12,7 +12,7 @@ constexpr std::size_t RootLength = 2;
 
 std::optional<std::string> AskForFile(FileQuery query, const Host& host, std::string& lastFolder) {
     if (lastFolder.empty()) {
-        lastFolder = host.AppPath;
+        lastFolder = host.StartFolder();
     }
     query.InitialName = JoinPath(lastFolder, query.InitialName);
     auto path = host.Dialogs.PickForSaving(query, true);

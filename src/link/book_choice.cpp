@@ -12,9 +12,9 @@ std::string BookBaseName(std::string_view path) {
     return std::string(stop == std::string_view::npos || stop == 0 ? name : name.substr(0, stop));
 }
 
-FileQuery BookQuery(const std::string& title, std::string_view appPath) {
+FileQuery BookQuery(const std::string& title, std::string_view startFolder) {
     return {.Title = title,
             .DefaultExtension = ".obk",
             .Filter = "Address Book Files (*.obk)|*.obk",
-            .InitialName = JoinPath(appPath, "*.obk")};
+            .InitialName = JoinPath(startFolder, "*.obk")};
 }

@@ -13,6 +13,6 @@
 [[nodiscard]] std::string BookBaseName(std::string_view path);
 
 /// The question for a book's file, beginning in the program's folder.
-[[nodiscard]] FileQuery BookQuery(const std::string& title, std::string_view appPath);
+[[nodiscard]] FileQuery BookQuery(const std::string& title, std::string_view startFolder);
 
 #endif  // ORVIA_LINK_BOOK_CHOICE_H

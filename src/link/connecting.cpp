@@ -37,14 +37,15 @@ bool AskRadio(const LinkContext& context) {
 void TellRadio(const LinkContext& context, bool answered) {
     const std::string& port = context.settings.PortName;
     context.status.Came(answered ? "Connected with the server radio on " + port
-                                 : "The server radio on " + port + " did not answer");
+                                 : "The server radio on " + port + " did not answer",
+                        answered);
 }
 
 /// From the port to a radio in command mode; False with the operator told, or told to stop.
 bool ReachRadio(const LinkContext& context, const ConnectDialog& dialog,
                 const std::function<void(Pointer)>& setPointers) {
     if (!OpenForConnect(context)) {
-        context.status.Came(context.settings.PortName + " could not be opened");
+        context.status.Came(context.settings.PortName + " could not be opened", false);
         context.boxes.Show(OpenPortFailure(context));
         return false;
     }

@@ -155,7 +155,7 @@ void frmConnectSetup::FillIn() {
 
 void frmConnectSetup::Browse() {
     if (const auto chosen =
-            host_.Dialogs.PickExisting(BookQuery("Select Address Book", host_.AppPath))) {
+            host_.Dialogs.PickExisting(BookQuery("Select Address Book", host_.StartFolder()))) {
         txtAddressBook_->setText(ToQt(*chosen));
     }
 }

@@ -86,7 +86,8 @@ std::shared_ptr<ClientWindow> SampledWindow(const SamplingContext& context) {
 void TellSample(const SamplingContext& context, cmd::SampleResult result, const std::string& name) {
     context.radio.status.Came(result == cmd::SampleResult::Read ? "Sample of " + name + " received"
                               : result == cmd::SampleResult::NotSent ? name + " did not answer"
-                                                                     : name + " gave no sample");
+                                                                     : name + " gave no sample",
+                              result == cmd::SampleResult::Read);
 }
 
 void ReadContinuousSample(const SamplingContext& context) {
@@ -223,7 +224,8 @@ std::shared_ptr<ClientWindow> UpdateWindows(const SamplingContext& context) {
     context.radio.view.SetPointer(Pointer::Normal);
     if (count.Windows > 0) {
         context.radio.status.Came("Auto Update: " + IntegerToText(count.Answered) + " of " +
-                                  IntegerToText(count.Windows) + " loggers gave a sample");
+                                      IntegerToText(count.Windows) + " loggers gave a sample",
+                                  count.Answered == count.Windows);
     }
     return nullptr;
 }
@@ -231,8 +233,8 @@ std::shared_ptr<ClientWindow> UpdateWindows(const SamplingContext& context) {
 void UpdatePass(const SamplingContext& context) {
     if (const auto failed = UpdateWindows(context)) {
         EndMachines(context);
-        context.radio.status.Came("Auto Update ended: " + failed->Caption() +
-                                  " could not be reached");
+        context.radio.status.Came(
+            "Auto Update ended: " + failed->Caption() + " could not be reached", false);
         TellUpdateFailed(context, *failed);
         return;
     }

@@ -99,7 +99,7 @@ void SuperviseTick(const SupervisionContext& context) {
     }
     if (NoticeLostDevice(link)) {
         EndSampling(context.sampling);
-        context.status.Came("The port is closed: its device is gone");
+        context.status.Came("The port is closed: its device is gone", false);
     }
     CountIdleTicks(context);
     if (link.LinkState != link.LinkStateShown) {
@@ -108,7 +108,7 @@ void SuperviseTick(const SupervisionContext& context) {
     context.view.ShowLinkFields(link.LinkState != LinkDisconnected);
     context.view.SetCommandStates(StatesOf(context));
     FollowAddressedClient(context);
-    context.view.SetStatus(context.status.Text());
+    context.view.SetStatus(context.status.Text(), context.status.Failed());
 }
 
 void UpdateServerState(Link& link, MainView& view) {

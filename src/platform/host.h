@@ -170,7 +170,7 @@ class HelpViewer {
  public:
     virtual ~HelpViewer() = default;
 
-    /// Opens a help file at its table of contents.
+    /// Opens a help file at its table of contents, or at the page that HelpTopic() has named.
     virtual void Open(const std::string& path) = 0;
 };
 
@@ -249,9 +249,18 @@ struct Host {
     ArchiveStore* Archive = nullptr;  ///< keeps what is uploaded; without it nothing is kept
     /// Name and version of the system and of what the program runs on.
     std::string SystemText = {};
+    /// The user's documents where the program's folder cannot be written; empty where it can.
+    std::string SaveFolder = {};
+    /// The user's own folder for what the program finds and keeps, no separator at its end; may be
+    /// missing. Empty: there is none.
+    std::string UserFolder = {};
     CommandRunner* Commands = nullptr;  ///< without it no other program is started
     SessionStart* AtStart = nullptr;    ///< without it there is no desktop session
-    std::string DataFolder = {};        ///< of the user's data, may be missing; empty: none
+
+    /// Where a dialog for the user's files starts.
+    [[nodiscard]] const std::string& StartFolder() const {
+        return SaveFolder.empty() ? AppPath : SaveFolder;
+    }
 };
 
 #endif  // ORVIA_PLATFORM_HOST_H

@@ -44,8 +44,8 @@ class MainView {
     /// Shows or hides port and system id; the connect button reads the other way.
     virtual void ShowLinkFields(bool linked) = 0;
     virtual void SetCommandStates(const CommandStates& states) = 0;
-    /// What is being done, or what came of it: the line at the lower edge.
-    virtual void SetStatus(const std::string& text) = 0;
+    /// What is being done, or what came of it and whether it failed: the line at the lower edge.
+    virtual void SetStatus(const std::string& text, bool failed) = 0;
 
     virtual void SetAddressBookName(const std::string& text) = 0;  // lblAddressBook
     // lvwClients; items count from 1.

@@ -21,6 +21,7 @@ class OperationStatus {
         when_.clear();
         howFar_.clear();
         busy_ = true;
+        failed_ = false;
     }
     /// How far that is: "12 of 48 records".
     void HowFar(const std::string& what) {
@@ -37,9 +38,10 @@ class OperationStatus {
         round_ = IntegerToText(number) + " of " + IntegerToText(of) + ": ";
     }
     void RoundOver() { round_.clear(); }
-    /// This came of it, at this moment: "Hill Tanks did not answer".
-    void Came(const std::string& what) {
+    /// This came of it, at this moment: "Hill Tanks did not answer", and whether that is good.
+    void Came(const std::string& what, bool good = true) {
         what_ = what;
+        failed_ = !good;
         when_ = clock_.TimeText(clock_.Now()) + "  ";
         howFar_.clear();
         busy_ = false;
@@ -47,11 +49,13 @@ class OperationStatus {
     /// The operation is over on a way that told nothing of what came of it.
     void End() {
         if (busy_) {
-            Came(what_ + " was not completed");
+            Came(what_ + " was not completed", false);
         }
     }
 
     [[nodiscard]] bool Busy() const { return busy_; }
+    /// Whether the line tells of a failure.
+    [[nodiscard]] bool Failed() const { return failed_; }
     /// The line; empty before the first operation.
     [[nodiscard]] std::string Text() const {
         return when_ + round_ + what_ + howFar_ + (busy_ ? "..." : "");
@@ -64,6 +68,7 @@ class OperationStatus {
     std::string what_;
     std::string howFar_;
     bool busy_ = false;
+    bool failed_ = false;
 };
 
 #endif  // ORVIA_RECORDS_OPERATION_STATUS_H

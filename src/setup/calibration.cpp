@@ -167,5 +167,5 @@ void Calibrate(const SetupContext& context, int channel,
     if (finished) {
         context.view.SetCalibration(channel, values);
     }
-    context.status.Came("C" + name + (finished ? " calibrated" : " was not calibrated"));
+    context.status.Came("C" + name + (finished ? " calibrated" : " was not calibrated"), finished);
 }

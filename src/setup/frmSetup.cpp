@@ -143,7 +143,7 @@ void frmSetup::OnTimer1() {
         return;
     }
     SetupTick(Context());
-    lblStatus_->Tell(records_.status.Text());
+    lblStatus_->Tell(records_.status.Text(), records_.status.Failed());
 }
 
 void frmSetup::TurnPage(int step) {

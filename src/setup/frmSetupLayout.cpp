@@ -108,7 +108,7 @@ void frmSetup::BuildMenus() {
         if (!file.empty()) {
             records_.outside.Help.Open(file);
         }
-    })->setShortcut(QKeySequence(Qt::Key_F1));
+    });
     AddItem(help, "mnuAbout", "&About", [this] { services_.ShowAbout(*this); });
 }
 

@@ -51,10 +51,10 @@ bool RememberChosenFile(const std::string& path, Settings& settings, std::string
 }
 
 std::string InitialSetupName(const Settings& settings, std::string_view CurrentFile,
-                             std::string_view appPath) {
+                             std::string_view startFolder) {
     std::string_view folder = settings.LastFilePath;
     if (folder.empty()) {
-        return JoinPath(appPath, AllSetupFiles);
+        return JoinPath(startFolder, AllSetupFiles);
     }
     if (LastSeparator(folder) == folder.size()) {
         folder.remove_suffix(1);

@@ -25,6 +25,6 @@ bool RememberFolder(const std::string& path, Settings& settings, std::string& Cu
 
 /// What a file dialog starts with: the last folder and the current file, or all set-up files.
 [[nodiscard]] std::string InitialSetupName(const Settings& settings, std::string_view CurrentFile,
-                                           std::string_view appPath);
+                                           std::string_view startFolder);
 
 #endif  // ORVIA_SETUP_RECENT_FILES_H

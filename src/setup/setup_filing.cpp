@@ -19,7 +19,7 @@ FileQuery SetupFileQuery(const SetupContext& context, const std::string& title) 
             .DefaultExtension = ".dat",
             .Filter = "Setup Files (*.set)|*.set",
             .InitialName = InitialSetupName(context.settings, context.dialog.CurrentFile,
-                                            context.outside.AppPath)};
+                                            context.outside.StartFolder())};
 }
 
 bool MayOverwrite(const SetupContext& context, const std::string& path) {

@@ -84,7 +84,7 @@ void BrowseTable(const SetupContext& context) {
         outside.Dialogs.PickExisting({.Title = "Select Flow Table File",
                                       .DefaultExtension = ".txt",
                                       .Filter = "Flow Table File (*.tbl)|*.tbl",
-                                      .InitialName = JoinPath(outside.AppPath, "*.tbl")});
+                                      .InitialName = JoinPath(outside.StartFolder(), "*.tbl")});
     if (!chosen) {
         return;
     }

@@ -32,8 +32,8 @@ void Setup(const OperationContext& context,
             return;
         }
         if (!read) {
-            context.radio.status.Came(NameOf(target) +
-                                      " did not answer: these are not its settings of now");
+            context.radio.status.Came(
+                NameOf(target) + " did not answer: these are not its settings of now", false);
         }
         window.ClientSetGlobalState();
         context.radio.view.SetPointer(Pointer::Normal);

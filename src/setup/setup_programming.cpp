@@ -43,7 +43,8 @@ bool Program(const SetupContext& context) {
     const InputHeld held(context.view);
     const bool programmed = WriteAndRestart(context);
     context.status.Came(programmed ? "Settings of " + LoggerName(context) + " programmed"
-                                   : "Programming " + LoggerName(context) + " failed");
+                                   : "Programming " + LoggerName(context) + " failed",
+                        programmed);
     return programmed;
 }
 

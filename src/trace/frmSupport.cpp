@@ -137,7 +137,7 @@ void frmSupport::Save() {
         {.Title = "Save Report for Support",
          .DefaultExtension = ".zip",
          .Filter = "Zip Files (*.zip)|*.zip",
-         .InitialName = JoinPath(outside_.AppPath, "orvia-report.zip")},
+         .InitialName = JoinPath(outside_.StartFolder(), "orvia-report.zip")},
         true);
     if (!path || unloaded_) {
         return;

@@ -319,12 +319,12 @@ void frmTrace::Copy() {
 }
 
 void frmTrace::SaveText() {
-    const std::optional<std::string> path =
-        outside_.Dialogs.PickForSaving({.Title = "Save Trace as Text",
-                                        .DefaultExtension = ".txt",
-                                        .Filter = "Text Files (*.txt)|*.txt",
-                                        .InitialName = JoinPath(outside_.AppPath, "trace.txt")},
-                                       true);
+    const std::optional<std::string> path = outside_.Dialogs.PickForSaving(
+        {.Title = "Save Trace as Text",
+         .DefaultExtension = ".txt",
+         .Filter = "Text Files (*.txt)|*.txt",
+         .InitialName = JoinPath(outside_.StartFolder(), "trace.txt")},
+        true);
     if (!path || unloaded_) {
         return;
     }

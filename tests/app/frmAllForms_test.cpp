@@ -14,6 +14,7 @@
 #include "history/frmProgress.h"
 #include "platform/qt/sql_archive.h"
 #include "platform/qt/text_qt.h"
+#include "support/qt/desk_look.h"
 #include "support/qt/form_look.h"
 
 namespace testing_support {
@@ -28,26 +29,16 @@ struct DeskCase {
 /// Palette and font of the desktop, there before any window is made.
 class Desk : public ::testing::WithParamInterface<DeskCase> {
  protected:
-    Desk() : palette_(QApplication::palette()), font_(QApplication::font()) {
-        const QColor ground = GetParam().Dark ? QColor(53, 53, 53) : QColor(239, 239, 239);
-        QPalette palette(ground, ground);
-        palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-        if (GetParam().Dark) {
-            palette.setColor(QPalette::Base, QColor(35, 35, 35));
-        }
-        QApplication::setPalette(palette);
+    Desk() : font_(QApplication::font()) {
         QFont font = font_;
         font.setPointSize(GetParam().Points > 0 ? GetParam().Points : font.pointSize());
         QApplication::setFont(font);
     }
-    ~Desk() override {
-        QApplication::setPalette(palette_);
-        QApplication::setFont(font_);
-    }
+    ~Desk() override { QApplication::setFont(font_); }
 
  private:
-    QPalette palette_;
-    QFont font_;
+    const DeskColours colours_{GetParam().Dark};
+    const QFont font_;
 };
 
 constexpr int SmallestScreen = 1024;
@@ -79,8 +70,8 @@ class AllForms : public Desk, private ArchiveOfTest, public MainWindowTest {
     }
     ~AllForms() override { watch_.stop(); }
 
-    /// Looks at a form as it stands.
-    void Look(const QWidget& form, const std::string& page = {}) {
+    /// Looks at a form as it stands, and keeps a picture of it.
+    void Look(QWidget& form, const std::string& page = {}) {
         QCoreApplication::processEvents();
         const std::string name = FromQt(form.objectName());
         looked_.insert(name);
@@ -90,6 +81,10 @@ class AllForms : public Desk, private ArchiveOfTest, public MainWindowTest {
                 ADD_FAILURE() << name << " " << page << ": " << fault;
             }
         }
+        const QString words =
+            QStringLiteral("%1 %2 %3")
+                .arg(form.objectName(), ToQt(page), QLatin1String(GetParam().Name));
+        KeepPicture(form, words.simplified().replace(u' ', u'-'));
     }
 
     /// Looks at each of its pages, if it has some.

@@ -38,7 +38,7 @@ TEST_F(MainWindowStatus, StandsBelowAllAndTakesNoSizeFromTheWindow) {
     EXPECT_TRUE(line.isVisible());
     EXPECT_GE(line.mapTo(window_.get(), QPoint()).y(), window_->height() - 2 * line.height());
     EXPECT_EQ(window_->size(), QSize(893, 633));
-    window_->SetStatus(std::string(500, 'W'));
+    window_->SetStatus(std::string(500, 'W'), false);
     QCoreApplication::processEvents();
     EXPECT_EQ(line.minimumSizeHint().width(), 0);
     EXPECT_LE(line.width(), window_->width());
@@ -48,13 +48,27 @@ TEST_F(MainWindowStatus, StandsBelowAllAndTakesNoSizeFromTheWindow) {
 TEST_F(MainWindowStatus, WhatDoesNotFitIsToldWholeByTheTip) {
     StartConnected();
     const std::string whole(300, 'W');
-    window_->SetStatus(whole);
+    window_->SetStatus(whole, true);
     QTextDocument tip;
     tip.setHtml(Find<QLabel>("lblStatus").toolTip());
     EXPECT_EQ(FromQt(tip.toPlainText()), whole);
     EXPECT_EQ(Line(), whole) << "what a screen reader takes";
-    window_->SetStatus("short");
+    window_->SetStatus("short", false);
     EXPECT_TRUE(Find<QLabel>("lblStatus").toolTip().isEmpty());
+}
+
+TEST_F(MainWindowStatus, AFailureBearsASign) {
+    StartConnected();
+    auto& line = Find<QLabel>("lblStatus");
+    const auto beginning = [&line] {
+        return line.grab(QRect(0, 0, line.height(), line.height())).toImage();
+    };
+    window_->SetStatus("", false);
+    const QImage empty = beginning();
+    window_->SetStatus("", true);
+    EXPECT_NE(beginning(), empty);
+    window_->SetStatus("", false);
+    EXPECT_EQ(beginning(), empty);
 }
 
 }  // namespace

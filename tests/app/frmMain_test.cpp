@@ -1,7 +1,6 @@
 #include "app/frmMain.h"
 
 #include <QAccessible>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -15,6 +14,7 @@
 #include "console/forms_bench.h"
 #include "platform/qt/text_qt.h"
 #include "platform/qt/twips.h"
+#include "support/qt/desk_look.h"
 #include "support/work_time.h"
 
 namespace testing_support {
@@ -364,16 +364,6 @@ TEST_F(MainWindowTest, ABookOfTenThousandIsListedQuickly) {
 /// Pictures of the windows in light and dark, kept where ORVIA_SCREENSHOTS names a folder.
 class MainWindowScreens : public MainWindowTest, public ::testing::WithParamInterface<bool> {
  protected:
-    MainWindowScreens() : before_(QApplication::palette()) {
-        if (GetParam()) {
-            QPalette dark(QColor(53, 53, 53), QColor(53, 53, 53));
-            dark.setColor(QPalette::Base, QColor(35, 35, 35));
-            dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
-            QApplication::setPalette(dark);
-        }
-    }
-    ~MainWindowScreens() override { QApplication::setPalette(before_); }
-
     /// Labels and buttons have the room that their texts ask for, and fields that of theirs.
     static void ExpectNothingCutOff(const QWidget& form) {
         int looked = 0;
@@ -399,20 +389,13 @@ class MainWindowScreens : public MainWindowTest, public ::testing::WithParamInte
     static std::string NameOf(const QWidget& widget) { return FromQt(widget.objectName()); }
 
     void Keep(QWidget& form, const char* name) {
-        const QPixmap picture = form.grab();
+        EXPECT_FALSE(form.grab().isNull());
         ExpectNothingCutOff(form);
-        const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
-        if (!folder.isEmpty()) {
-            QDir().mkpath(folder);
-            picture.save(QStringLiteral("%1/%2-%3-%4x.png")
-                             .arg(folder, QLatin1String(name),
-                                  GetParam() ? QStringLiteral("dark") : QStringLiteral("light"))
-                             .arg(picture.devicePixelRatio()));
-        }
+        KeepPicture(form, QLatin1String(name) + QLatin1Char('-') + DeskName(GetParam()));
     }
 
  private:
-    QPalette before_;
+    const DeskColours colours_{GetParam()};
 };
 
 TEST_P(MainWindowScreens, ShowWhatAnOperatorSees) {

@@ -139,6 +139,30 @@ TEST_F(Lifecycle, CataloguesAreReadFromBesideTheProgram) {
     EXPECT_EQ(console_.State.CataloguesRecord.WeirList.UpperBound(), 1);
 }
 
+TEST_F(Lifecycle, CataloguesOfTheUsersOwnAddToThoseBesideTheProgram) {
+    const std::string own = FreshFolder("own");
+    WriteFile(JoinPath(folder_, "flumes.lst"), "[F1] \"Flume one\" E 0 1.5 2\r\n");
+    WriteFile(JoinPath(own, "flumes.lst"), "[F2] \"Flume two\" E 0 1.5 4\r\n");
+    WriteFile(JoinPath(own, "weirs.lst"), "[W1] \"Weir one\" E 0 2.5 3\r\n");
+    console_.State.Outside.UserFolder = own;
+    ReadCatalogues(console_.State);
+    const Catalogues& read = console_.State.CataloguesRecord;
+    ASSERT_EQ(read.FlumeList.UpperBound(), 2);
+    EXPECT_EQ(read.FlumeList[1].Tag, "F1");
+    EXPECT_EQ(read.FlumeList[2].Tag, "F2");
+    ASSERT_EQ(read.WeirList.UpperBound(), 1);
+    EXPECT_EQ(read.WeirList[1].Tag, "W1");
+}
+
+TEST_F(Lifecycle, WithoutAFolderOfTheUsersOwnNothingIsAdded) {
+    // A name alone would stand against whatever folder the program was started in.
+    WriteFile(JoinPath(folder_, "flumes.lst"), "[F1] \"Flume one\" E 0 1.5 2\r\n");
+    console_.State.Outside.UserFolder = JoinPath(folder_, "missing");
+    ReadCatalogues(console_.State);
+    EXPECT_EQ(console_.State.CataloguesRecord.FlumeList.UpperBound(), 1);
+    EXPECT_EQ(console_.State.CataloguesRecord.WeirList.UpperBound(), 0);
+}
+
 TEST_F(Lifecycle, ACloseWhileAnExchangeRunsIsRefusedWithNoMessage) {
     link_.CommBusy = True;
     EXPECT_FALSE(Close());

@@ -15,6 +15,7 @@
 #include "archive/plot_path.h"
 #include "frmPlot_support.h"
 #include "platform/qt/text_qt.h"
+#include "support/qt/desk_look.h"
 
 namespace plot_testing {
 namespace {
@@ -247,7 +248,7 @@ TEST_F(PlotChartTest, MarksStandAtTheirTimes) {
 
 TEST_F(PlotChartTest, TakesTheColoursOfTheDesktopWhenTheyChange) {
     Show({{hill_, 0}});
-    for (const QPalette& palette : {DarkPalette(), QPalette(QColor(239, 239, 239))}) {
+    for (const QPalette& palette : {DeskPalette(true), DeskPalette(false)}) {
         chart_.setPalette(palette);
         const QImage seen = Seen();
         const QColor ground = palette.color(QPalette::Base);
@@ -305,7 +306,7 @@ TEST_F(PlotChartTest, SavesADrawingOfVectorsWithTextsAndLegend) {
 
 TEST_F(PlotChartTest, SavesAPictureThatIsBlackOnWhiteWhateverTheDesktopIs) {
     Show({{hill_, 0}});
-    chart_.setPalette(DarkPalette());
+    chart_.setPalette(DeskPalette(true));
     const QImage picture = QImage::fromData(PlotBytes(chart_, PlotFormat::Png, QString()), "PNG");
     ASSERT_FALSE(picture.isNull());
     EXPECT_EQ(picture.size(), chart_.size() * 2);

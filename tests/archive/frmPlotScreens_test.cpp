@@ -1,8 +1,8 @@
 // Pictures of the plot's window, light and dark.
 #include <QDir>
-#include <QPixmap>
 
 #include "frmPlot_fixture.h"
+#include "support/qt/desk_look.h"
 
 namespace plot_testing {
 namespace {
@@ -37,41 +37,24 @@ Series Noise() {
 
 class PlotScreens : public PlotFormTest, public ::testing::WithParamInterface<bool> {
  protected:
-    PlotScreens() : before_(QApplication::palette()) {
-        QApplication::setPalette(GetParam() ? DarkPalette() : QPalette(QColor(239, 239, 239)));
-    }
-    ~PlotScreens() override { QApplication::setPalette(before_); }
-
-    /// As on a screen of 1024 by 600 and on one of 1280 by 900.
     void Keep(const std::string& name) {
-        const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
-        for (const QSize size : {QSize(990, 566), QSize(1246, 866)}) {
-            form_->resize(size);
+        const auto look = [this, &name] {
             QCoreApplication::processEvents();
-            QCoreApplication::processEvents();
-            EXPECT_EQ(form_->size(), size) << name << " does not fit";
-            EXPECT_GT(Chart().Area().width(), size.width() / 5) << name;
-            if (!folder.isEmpty()) {
-                const QString file = QStringLiteral("frmPlot-%1-%2-%3-%4x.png")
-                                         .arg(ToQt(name))
-                                         .arg(QLatin1String(GetParam() ? "dark" : "light"))
-                                         .arg(size.width())
-                                         .arg(form_->devicePixelRatioF());
-                EXPECT_TRUE(QDir().mkpath(folder));
-                EXPECT_TRUE(form_->grab().save(QDir(folder).filePath(file)));
-            }
-        }
-        if (!folder.isEmpty() && !GetParam()) {
+            EXPECT_GT(Chart().Area().width(), form_->width() / 5) << name;
+        };
+        KeepOnBothScreens(*form_, QStringLiteral("frmPlot-") + ToQt(name), GetParam(), look);
+        if (!PictureFolder().isEmpty() && !GetParam()) {
             for (const char* kind : {".png", ".svg", ".pdf"}) {
                 host_.Dialogs.Picks.push_back(
-                    FromQt(QDir(folder).filePath(QStringLiteral("paper-") + ToQt(name))) + kind);
+                    FromQt(QDir(PictureFolder()).filePath(QStringLiteral("paper-") + ToQt(name))) +
+                    kind);
                 Click("cmdSave");
             }
         }
     }
 
  private:
-    QPalette before_;
+    const DeskColours colours_{GetParam()};
 };
 
 TEST_P(PlotScreens, OfOneLogger) {

@@ -2,7 +2,6 @@
 #define ORVIA_TESTS_ARCHIVE_FRM_PLOT_SUPPORT_H
 
 #include <QImage>
-#include <QPalette>
 #include <algorithm>
 #include <cmath>
 #include <memory>
@@ -57,14 +56,6 @@ using namespace testing_support;
         }
     }
     return count;
-}
-
-/// As a desktop with dark colours has them.
-[[nodiscard]] inline QPalette DarkPalette() {
-    QPalette dark(QColor(53, 53, 53), QColor(53, 53, 53));
-    dark.setColor(QPalette::Base, QColor(35, 35, 35));
-    dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
-    return dark;
 }
 
 }  // namespace plot_testing

@@ -1,35 +1,16 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QPalette>
-#include <QPixmap>
-
 #include "client/frmClient.h"
 #include "frmClient_fixture.h"
+#include "support/qt/desk_look.h"
 
 namespace client_test {
 namespace {
-
-// A desktop's colours, light or dark.
-QPalette DesktopPalette(bool dark) {
-    if (!dark) {
-        return QPalette(QColor(239, 239, 239));
-    }
-    QPalette palette(QColor(53, 53, 53), QColor(53, 53, 53));
-    palette.setColor(QPalette::Base, QColor(35, 35, 35));
-    palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-    return palette;
-}
 
 // The window in every mode with a site's readings; kept as pictures where ORVIA_SCREENSHOTS names
 // a folder.
 class Screens : public ClientFormTest, public ::testing::WithParamInterface<bool> {
  protected:
-    Screens() : before_(QApplication::palette()) {
-        QApplication::setPalette(DesktopPalette(GetParam()));
-    }
-    ~Screens() override { QApplication::setPalette(before_); }
-
     void ReadSite(frmClient& window) {
         LoggerRecord& site = console.Logger.Settings;
         site.NumSamples = 48213;
@@ -52,20 +33,14 @@ class Screens : public ClientFormTest, public ::testing::WithParamInterface<bool
     void Keep(frmClient& window, const std::string& name) {
         QCoreApplication::processEvents();
         ExpectNothingCutOff(window);
-        const QPixmap picture = window.grab();
-        const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
-        if (!folder.isEmpty()) {
-            const QString file =
-                QStringLiteral("frmClient-%1-%2-%3x.png")
-                    .arg(ToQt(name), GetParam() ? QStringLiteral("dark") : QStringLiteral("light"))
-                    .arg(window.devicePixelRatioF());
-            EXPECT_TRUE(QDir().mkpath(folder));
-            EXPECT_TRUE(picture.save(QDir(folder).filePath(file)));
-        }
+        EXPECT_FALSE(window.grab().isNull());
+        testing_support::KeepPicture(window,
+                                     QStringLiteral("frmClient-%1-%2")
+                                         .arg(ToQt(name), testing_support::DeskName(GetParam())));
     }
 
  private:
-    QPalette before_;
+    const testing_support::DeskColours colours_{GetParam()};
 };
 
 TEST_P(Screens, OfEveryMode) {

@@ -30,7 +30,7 @@ class NotedCommands final : public CommandRunner {
 class DeliveryTest : public testing::Test {
  protected:
     DeliveryTest() : host(outside.AsHost("/nowhere")) {
-        host.DataFolder = folder + "/data";
+        host.UserFolder = folder + "/data";
         host.Commands = &commands;
     }
     ~DeliveryTest() override { std::filesystem::remove_all(folder); }
@@ -76,7 +76,7 @@ TEST_F(DeliveryTest, WhatGoesWrongIsTold) {
     EXPECT_EQ(Deliver("a\n", "then", host), "the command of the digest could not be started");
     KeepDelivery({}, outside.Store);
     WriteFile(folder + "/data2", "a file");
-    host.DataFolder = folder + "/data2";
+    host.UserFolder = folder + "/data2";
     EXPECT_TRUE(Deliver("a\n", "then", host).starts_with("The digest could not be written to "));
 }
 

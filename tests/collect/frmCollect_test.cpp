@@ -52,7 +52,7 @@ class FrmCollectTest : protected SomeArchive, public MainWindowTest {
  protected:
     FrmCollectTest() : MainWindowTest(&Archive) {
         state_.Outside.AtStart = &session_;
-        state_.Outside.DataFolder = FromQt(Folder.filePath(QStringLiteral("data")));
+        state_.Outside.UserFolder = FromQt(Folder.filePath(QStringLiteral("data")));
     }
 
     frmCollect& Open() {

@@ -5,9 +5,6 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QDir>
-#include <QPalette>
-#include <QPixmap>
 #include <QTest>
 #include <QWindow>
 #include <stdexcept>
@@ -15,6 +12,7 @@
 #include <vector>
 
 #include "platform/qt/text_qt.h"
+#include "support/qt/desk_look.h"
 #include "support/qt/find_control.h"
 
 namespace forms_bench {
@@ -111,34 +109,17 @@ inline void ExpectReach(QWidget& window) {
     }
 }
 
-inline QPalette DesktopPalette(bool dark) {
-    if (!dark) {
-        return QPalette(QColor(239, 239, 239));
-    }
-    QPalette palette(QColor(53, 53, 53), QColor(53, 53, 53));
-    palette.setColor(QPalette::Base, QColor(35, 35, 35));
-    palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-    return palette;
-}
-
 /// Keeps a picture of the window, light and dark, where ORVIA_SCREENSHOTS names a folder.
 inline void KeepPictures(QWidget& window) {
-    const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
-    if (folder.isEmpty()) {
+    if (testing_support::PictureFolder().isEmpty()) {
         return;
     }
-    const QPalette before = QApplication::palette();
     for (const bool dark : {false, true}) {
-        QApplication::setPalette(DesktopPalette(dark));
+        const testing_support::DeskColours colours(dark);
         QTest::qWait(30);
-        const QString file =
-            QStringLiteral("%1-%2-%3x.png")
-                .arg(window.objectName(), dark ? QStringLiteral("dark") : QStringLiteral("light"))
-                .arg(window.devicePixelRatioF());
-        ASSERT_TRUE(QDir().mkpath(folder));
-        ASSERT_TRUE(window.grab().save(QDir(folder).filePath(file)));
+        testing_support::KeepPicture(
+            window, window.objectName() + QLatin1Char('-') + testing_support::DeskName(dark));
     }
-    QApplication::setPalette(before);
 }
 
 }  // namespace forms_bench

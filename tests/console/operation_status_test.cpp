@@ -61,6 +61,7 @@ TEST_F(OperationStatusTest, WhatCameOfItStandsWithTheTimeOfTheHost) {
     const std::string ended = clock.TimeText(clock.Now());
     console.Outside.Time.Run(90 * Second);
     EXPECT_EQ(console.View.Status, ended + "  Site 3 did not answer");
+    EXPECT_TRUE(console.View.StatusFailed);
     EXPECT_NE(clock.TimeText(clock.Now()), ended);
 }
 
@@ -183,8 +184,24 @@ TEST_F(BookStatus, ABookThatIsNotThereIsTold) {
 TEST_F(BookStatus, ABookThatCannotBeWrittenIsTold) {
     SaveBook(Status(), "/gone/north.obk", Book());
     EXPECT_THAT(Status().Text(), HasSubstr("  Address book north could not be saved"));
+    EXPECT_TRUE(Status().Failed());
     SaveBook(Status(), Path, Book());
     EXPECT_THAT(Status().Text(), HasSubstr(" saved"));
+    EXPECT_FALSE(Status().Failed());
+}
+
+TEST(OperationStatusLine, WhatFailedIsAFailureUntilTheNextBegins) {
+    VirtualHost host;
+    OperationStatus status(host.Clock);
+    EXPECT_FALSE(status.Failed());
+    status.Came("Site 1 did not answer", false);
+    EXPECT_TRUE(status.Failed());
+    status.Doing("Reading");
+    EXPECT_FALSE(status.Failed());
+    status.End();
+    EXPECT_TRUE(status.Failed()) << "not completed";
+    status.Came("Sample of Site 1 received");
+    EXPECT_FALSE(status.Failed());
 }
 
 TEST(OperationStatusLine, AnOperationThatEndsWithoutAWordWasNotCompleted) {

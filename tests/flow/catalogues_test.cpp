@@ -5,8 +5,12 @@
 #include <sys/stat.h>
 #endif
 
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
+#include "common/path_text.h"
+#include "flow/flow_definition.h"
 #include "flow/flow_support.h"
 
 namespace config {
@@ -246,6 +250,66 @@ TEST_F(Catalogue, ProofIsAskedOncePerTableEntryWithThePathAsWritten) {
     ASSERT_EQ(list_.UpperBound(), 2);
     EXPECT_EQ(list_[1].TableFile, "x\\y.tbl");
     EXPECT_EQ(list_[2].Tag, "C");
+}
+
+/// A catalogue of the user's own beside the shipped one.
+class OwnCatalogue : public Catalogue {
+ protected:
+    void Add(std::string_view bytes) {
+        AddFlowDeviceList(own_.Write("flumes.lst", bytes), own_.Path(), list_);
+    }
+
+    class OwnFolder {
+     public:
+        explicit OwnFolder(const ProgramFolder& program) : path_(program.PathOf("own")) {
+            std::filesystem::create_directories(path_);
+        }
+        [[nodiscard]] const std::string& Path() const { return path_; }
+        [[nodiscard]] std::string Write(std::string_view name, std::string_view bytes) const {
+            const std::string path = JoinPath(path_, name);
+            std::ofstream(path, std::ios::binary) << bytes;
+            return path;
+        }
+
+     private:
+        std::string path_;
+    } own_{folder_};
+};
+
+TEST_F(OwnCatalogue, ItsEntriesStandBehindTheShippedOnes) {
+    Read("[A] \"a\" E 1 2 3\n");
+    Add("[B] \"b\" E 4 5 6\n[C] \"c\" E 7 8 9\n");
+    ASSERT_EQ(list_.UpperBound(), 3);
+    EXPECT_EQ(list_[1].Name, "a");
+    EXPECT_EQ(list_[2].Name, "b");
+    EXPECT_EQ(list_[3].EqMultiplier, 9);
+}
+
+TEST_F(OwnCatalogue, AMissingOneChangesNothing) {
+    Read("[A] \"a\" E 1 2 3\n");
+    AddFlowDeviceList(JoinPath(own_.Path(), "flumes.lst"), own_.Path(), list_);
+    ASSERT_EQ(list_.UpperBound(), 1);
+    EXPECT_EQ(list_[1].Tag, "A");
+}
+
+TEST_F(OwnCatalogue, ATagThatIsTakenKeepsTheShippedDevice) {
+    Read("[A] \"a\" E 1 2 3\n");
+    Add("[a] \"another\" E 4 5 6\n[B] \"b\" E 4 5 6\n");
+    ASSERT_EQ(list_.UpperBound(), 2);
+    EXPECT_EQ(list_[1].Name, "a");
+    EXPECT_EQ(list_[2].Tag, "B");
+}
+
+TEST_F(OwnCatalogue, ItsTablesStandAgainstItsOwnFolderAndAreFoundLater) {
+    folder_.Write("one.tbl", "1 10\n");
+    static_cast<void>(own_.Write("one.tbl", "1 20\n2 30\n"));
+    Read("");
+    Add("[T] \"t\" F \"one.tbl\"\n[U] \"u\" F \"missing.tbl\"\n");
+    ASSERT_EQ(list_.UpperBound(), 1);
+    LoggerState logger;
+    ASSERT_TRUE(FindFlowDevice("T", list_, folder_.Path(), logger));
+    ASSERT_EQ(logger.FlowTable.UpperBound(), 2);
+    EXPECT_EQ(logger.FlowTable[1].Flow, 20);
 }
 
 }  // namespace

@@ -1,46 +1,19 @@
 // Pictures of the window of ratings for each kind of device, light and dark.
-#include <QDir>
-#include <QPalette>
-#include <QPixmap>
-
 #include "flow/rating_support.h"
 #include "frmRating_fixture.h"
+#include "support/qt/desk_look.h"
 
 namespace rating_testing {
 namespace {
 
 class RatingScreens : public RatingFormTest, public ::testing::WithParamInterface<bool> {
  protected:
-    RatingScreens() : before_(QApplication::palette()) {
-        QPalette dark(QColor(53, 53, 53), QColor(53, 53, 53));
-        dark.setColor(QPalette::Base, QColor(35, 35, 35));
-        dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
-        QApplication::setPalette(GetParam() ? dark : QPalette(QColor(239, 239, 239)));
-    }
-    ~RatingScreens() override { QApplication::setPalette(before_); }
-
-    /// As on a screen of 1024 by 600 and on one of 1280 by 900; pictures cost time, so they are
-    /// made where a folder waits for them.
     void Keep(const std::string& name) {
-        const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
-        for (const QSize size : {QSize(990, 566), QSize(1246, 866)}) {
-            form_->resize(size);
-            QCoreApplication::processEvents();
-            EXPECT_EQ(form_->size(), size) << name << " does not fit";
-            if (!folder.isEmpty()) {
-                const QString file = QStringLiteral("frmRating-%1-%2-%3-%4x.png")
-                                         .arg(ToQt(name))
-                                         .arg(QLatin1String(GetParam() ? "dark" : "light"))
-                                         .arg(size.width())
-                                         .arg(form_->devicePixelRatioF());
-                EXPECT_TRUE(QDir().mkpath(folder));
-                EXPECT_TRUE(form_->grab().save(QDir(folder).filePath(file)));
-            }
-        }
+        KeepOnBothScreens(*form_, QStringLiteral("frmRating-") + ToQt(name), GetParam());
     }
 
  private:
-    QPalette before_;
+    const DeskColours colours_{GetParam()};
 };
 
 TEST_P(RatingScreens, OfEveryKind) {

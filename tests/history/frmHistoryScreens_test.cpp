@@ -1,8 +1,5 @@
-#include <QDir>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPalette>
-#include <QPixmap>
 #include <QProgressBar>
 #include <QRadioButton>
 
@@ -10,36 +7,19 @@
 #include "history/frmHistoryOptions.h"
 #include "history/frmProgress.h"
 #include "history/frm_history_fixture.h"
+#include "support/qt/desk_look.h"
 
 namespace testing_support {
 namespace {
-
-// A desktop's colours, light or dark.
-QPalette DesktopPalette(bool dark) {
-    if (!dark) {
-        return QPalette(QColor(239, 239, 239));
-    }
-    QPalette palette(QColor(53, 53, 53), QColor(53, 53, 53));
-    palette.setColor(QPalette::Base, QColor(35, 35, 35));
-    palette.setColor(QPalette::AlternateBase, QColor(45, 45, 45));
-    palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-    return palette;
-}
 
 // Every window with a site's data; kept as pictures where ORVIA_SCREENSHOTS names a folder. Run it
 // once more under QT_SCALE_FACTOR=2 for the pictures of a fine screen.
 class HistoryScreens : public HistoryFormTest, public testing::WithParamInterface<bool> {
  protected:
-    HistoryScreens() : before_(QApplication::palette()) {
-        QApplication::setPalette(DesktopPalette(GetParam()));
-    }
-    ~HistoryScreens() override { QApplication::setPalette(before_); }
-
     /// Keeps a picture, and sees that no text is cut off.
     void Keep(QWidget& form, const QString& name) {
         QCoreApplication::processEvents();
-        const QPixmap picture = form.grab();
-        EXPECT_FALSE(picture.isNull());
+        EXPECT_FALSE(form.grab().isNull());
         for (QWidget* child : form.findChildren<QWidget*>()) {
             const bool shows = qobject_cast<QLabel*>(child) != nullptr ||
                                qobject_cast<QAbstractButton*>(child) != nullptr;
@@ -50,14 +30,7 @@ class HistoryScreens : public HistoryFormTest, public testing::WithParamInterfac
                     << FromQt(child->objectName());
             }
         }
-        const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
-        if (!folder.isEmpty()) {
-            const QString colours = GetParam() ? QStringLiteral("dark") : QStringLiteral("light");
-            QDir().mkpath(folder);
-            EXPECT_TRUE(picture.save(QStringLiteral("%1/%2-%3-%4x.png")
-                                         .arg(folder, name, colours)
-                                         .arg(picture.devicePixelRatio())));
-        }
+        KeepPicture(form, name + QLatin1Char('-') + DeskName(GetParam()));
     }
 
     /// A flow site: level, temperature, battery and rain over some days.
@@ -82,7 +55,7 @@ class HistoryScreens : public HistoryFormTest, public testing::WithParamInterfac
     }
 
  private:
-    QPalette before_;
+    const DeskColours colours_{GetParam()};
 };
 
 TEST_P(HistoryScreens, Viewer) {

@@ -40,6 +40,14 @@ foreach(file IN LISTS shipped)
     endif()
 endforeach()
 
+# The help lies there, and what a practice needs.
+foreach(file help/index.html help/main-window.html orvia-sim orvia-training practice/site.net
+        practice/site.obk)
+    if(NOT EXISTS ${folder}/${file})
+        message(SEND_ERROR "${file} is not beside ${program}")
+    endif()
+endforeach()
+
 # A program at the console's place, started over a link as the console is, reads them there.
 file(MAKE_DIRECTORY ${prefix}/home)
 set(offscreen ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen HOME=${prefix}/home

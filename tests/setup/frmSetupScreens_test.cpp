@@ -1,4 +1,5 @@
 #include "setup/frmSetup_fixture.h"
+#include "support/qt/desk_look.h"
 
 namespace setup_testing {
 namespace {
@@ -26,9 +27,16 @@ class SetupScreens : public SetupFormTest, public ::testing::WithParamInterface<
  protected:
     /// A screen that shows all of the dialog.
     void Enlarge() { form->resize(form->sizeHint().expandedTo(QSize(900, 640))); }
-    std::string Shade() const { return GetParam() ? "dark" : "light"; }
 
-    DesktopColours colours_{GetParam()};
+    static void Keep(QWidget& window, const std::string& name) {
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(window.grab().isNull());
+        testing_support::KeepPicture(
+            window, ToQt(name) + QLatin1Char('-') + testing_support::DeskName(GetParam()));
+    }
+
+ private:
+    const testing_support::DeskColours colours_{GetParam()};
 };
 
 TEST_P(SetupScreens, OfEveryPage) {
@@ -39,7 +47,7 @@ TEST_P(SetupScreens, OfEveryPage) {
     for (int n = 0; n < 4; ++n) {
         ClickTab(n);
         Enlarge();
-        Keep(*form, "frmSetup-" + pages[static_cast<std::size_t>(n)] + "-" + Shade());
+        Keep(*form, "frmSetup-" + pages[static_cast<std::size_t>(n)]);
     }
 }
 
@@ -47,7 +55,7 @@ TEST_P(SetupScreens, OfAllChannels) {
     Open(SetupSite(8, 2));
     ClickTab(0);
     Enlarge();
-    Keep(*form, "frmSetup-Analog8-" + Shade());
+    Keep(*form, "frmSetup-Analog8");
 }
 
 TEST_P(SetupScreens, OfTheWizardsSteps) {
@@ -67,7 +75,7 @@ TEST_P(SetupScreens, OfTheWizardsSteps) {
                 return FromQt(FindIn<QLineEdit>(*wizard, "txtCalibrate")->text()) != stored;
             }));
         }
-        Keep(*wizard, "frmCalibrate-" + std::to_string(step) + "-" + Shade());
+        Keep(*wizard, "frmCalibrate-" + std::to_string(step));
         ClickOn(FindIn<QPushButton>(*wizard, "cmdNext"));
         if (step < 4) {
             QTimer::singleShot(10, form.get(), next);

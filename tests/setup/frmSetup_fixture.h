@@ -5,12 +5,9 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPalette>
-#include <QPixmap>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
@@ -63,40 +60,6 @@ inline void ClickOn(QWidget* widget) {
 inline void PressKey(const QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
     QTest::keyClick(window.windowHandle(), key, modifiers);
 }
-
-inline void Keep(QWidget& window, const std::string& name) {
-    QCoreApplication::processEvents();
-    const QPixmap picture = window.grab();
-    EXPECT_FALSE(picture.isNull());
-    const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
-    if (!folder.isEmpty()) {
-        const QString file =
-            QStringLiteral("%1-%2x.png").arg(ToQt(name)).arg(window.devicePixelRatioF());
-        EXPECT_TRUE(QDir().mkpath(folder));
-        EXPECT_TRUE(picture.save(QDir(folder).filePath(file)));
-    }
-}
-
-/// A desktop's colours, light or dark.
-class DesktopColours final {
- public:
-    explicit DesktopColours(bool dark) : before_(QApplication::palette()) {
-        QApplication::setPalette(dark ? Dark() : QPalette(QColor(239, 239, 239)));
-    }
-    ~DesktopColours() { QApplication::setPalette(before_); }
-    DesktopColours(const DesktopColours&) = delete;
-    DesktopColours& operator=(const DesktopColours&) = delete;
-
- private:
-    static QPalette Dark() {
-        QPalette palette(QColor(53, 53, 53), QColor(53, 53, 53));
-        palette.setColor(QPalette::Base, QColor(35, 35, 35));
-        palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-        return palette;
-    }
-
-    QPalette before_;
-};
 
 /// The real dialog on the offscreen screen, its logger on virtual time.
 class SetupFormTest : public ::testing::Test {

@@ -56,6 +56,12 @@ TEST_F(SetupFiling, SavingAsksWhere) {
         << "the program asks about overwriting itself";
 }
 
+TEST_F(SetupFiling, SavingStartsAmongTheDocumentsWhereTheProgramsFolderTakesNoFile) {
+    opened.console.State.Outside.SaveFolder = folder_;
+    EXPECT_FALSE(SaveSetupFile(opened.Context())) << "cancelled";
+    EXPECT_EQ(LastQuery().InitialName, PathOf("*.set"));
+}
+
 TEST_F(SetupFiling, SavingWritesTheControlsAndBecomesTheFileImage) {
     controls.txtName = "Saved";
     ASSERT_TRUE(Save(PathOf("a.set")));

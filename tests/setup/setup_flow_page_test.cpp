@@ -127,6 +127,14 @@ class TableBrowsing : public ::testing::Test {
     OpenedSetup opened_{SetupSite(), folder_};
 };
 
+TEST_F(TableBrowsing, StartsAmongTheDocumentsWhereTheProgramsFolderTakesNoFile) {
+    opened_.console.State.Outside.SaveFolder = "/documents";
+    BrowseTable(opened_.Context());
+    ASSERT_EQ(opened_.console.Outside.Dialogs.Queries.size(), 1U);
+    EXPECT_EQ(opened_.console.Outside.Dialogs.Queries.front().InitialName,
+              JoinPath("/documents", "*.tbl"));
+}
+
 TEST_F(TableBrowsing, AsksForAnExistingTableInTheProgramsFolder) {
     BrowseTable(opened_.Context());
     ASSERT_EQ(opened_.console.Outside.Dialogs.Queries.size(), 1U);

@@ -27,11 +27,12 @@ class FakeMainView final : public MainView {
     void SetSystemID(const std::string& text) override { SystemID = text; }
     void ShowLinkFields(bool linked) override { LinkFields = linked; }
     void SetCommandStates(const CommandStates& states) override { Commands = states; }
-    void SetStatus(const std::string& text) override {
+    void SetStatus(const std::string& text, bool failed) override {
         if (text != Status) {
             Statuses.push_back(text);
         }
         Status = text;
+        StatusFailed = failed;
     }
     void SetAddressBookName(const std::string& text) override { BookName = text; }
     void ClearClients() override {
@@ -68,6 +69,7 @@ class FakeMainView final : public MainView {
     CommandStates Commands;
     std::string BookName;
     std::string Status;
+    bool StatusFailed = false;
     std::vector<std::string> Statuses;  ///< all that it told, one behind the other
     std::vector<Item> Clients;
     int Selected = 0;  ///< the item highlighted

@@ -7,14 +7,11 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPalette>
-#include <QPixmap>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -27,6 +24,7 @@
 
 #include "common/path_text.h"
 #include "link/frame_codec.h"
+#include "support/qt/desk_look.h"
 #include "support/qt/find_control.h"
 #include "support/qt/run_events.h"
 #include "support/virtual_console.h"
@@ -404,16 +402,8 @@ TEST_F(FrmTraceTest, EveryControlCanBeReachedByTabAndHasAName) {
 
 /// Pictures, light and dark, as on a small screen and on a large one.
 class FrmTraceScreens : public FrmTraceTest, public ::testing::WithParamInterface<bool> {
- protected:
-    FrmTraceScreens() : before_(QApplication::palette()) {
-        QPalette dark(QColor(53, 53, 53), QColor(53, 53, 53));
-        dark.setColor(QPalette::Base, QColor(35, 35, 35));
-        dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
-        QApplication::setPalette(GetParam() ? dark : QPalette(QColor(239, 239, 239)));
-    }
-    ~FrmTraceScreens() override { QApplication::setPalette(before_); }
-
-    QPalette before_;
+ private:
+    const DeskColours colours_{GetParam()};
 };
 
 TEST_P(FrmTraceScreens, FitSmallAndLargeScreens) {
@@ -421,21 +411,9 @@ TEST_P(FrmTraceScreens, FitSmallAndLargeScreens) {
     Open();
     Mnemonic('h');
     List()->setCurrentIndex(List()->model()->index(Rows() - 1, 0));
-    const QString folder = qEnvironmentVariable("ORVIA_SCREENSHOTS");
-    for (const QSize size : {QSize(990, 566), QSize(1246, 866)}) {
-        form_->resize(size);
-        QCoreApplication::processEvents();
-        EXPECT_EQ(form_->size(), size);
+    KeepOnBothScreens(*form_, QStringLiteral("frmTrace"), GetParam(), [this] {
         EXPECT_FALSE(List()->horizontalScrollBar()->isVisible()) << "a column is out of sight";
-        if (!folder.isEmpty()) {
-            const QString file = QStringLiteral("frmTrace-%1-%2-%3x.png")
-                                     .arg(QLatin1String(GetParam() ? "dark" : "light"))
-                                     .arg(size.width())
-                                     .arg(form_->devicePixelRatioF());
-            EXPECT_TRUE(QDir().mkpath(folder));
-            EXPECT_TRUE(form_->grab().save(QDir(folder).filePath(file)));
-        }
-    }
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Palettes, FrmTraceScreens, ::testing::Bool(),

@@ -56,7 +56,9 @@ Host WithClock(const Host& host, SystemClock& clock) {
             .AppPath = host.AppPath,
             .TickMilliseconds = host.TickMilliseconds,
             .Archive = host.Archive,
-            .SystemText = host.SystemText};
+            .SystemText = host.SystemText,
+            .SaveFolder = host.SaveFolder,
+            .UserFolder = host.UserFolder};
 }
 
 [[noreturn]] void GiveUp(const char* what) {

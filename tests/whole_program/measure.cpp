@@ -173,13 +173,15 @@ void MeasureLargeBook(ConsoleRun& console) {
                 Milliseconds(Clock::now() - start));
 }
 
-/// Opens the windows of these entries, their bars in sight.
+/// Opens the windows of these entries, their bars in sight, and lets them come to rest.
 void OpenClients(ConsoleRun& console, int first, int last) {
     for (int client = first; client <= last; ++client) {
         const auto window = console.OpenClient(client);
         console.Click(QStringLiteral("cmdGetSettings"));
         console.Click(QStringLiteral("cmdMeter"), window.get());
     }
+    constexpr int Milliseconds = 2000;
+    ConsoleRun::RunFor(Milliseconds);
 }
 
 void Measure(const QString& simulator, const QString& folder, const Home& home, int seconds) {

@@ -84,6 +84,11 @@ void LookAtHistory(Tour& tour, QWidget& form) {
     tour.Check(rows.columnCount() == VelocityColumn + 1, QStringLiteral("columns"));
     CheckRows(tour, rows);
     tour.Keep(QStringLiteral("history"), &form);
+    console.OnForm(QStringLiteral("frmHistoryOptions"), [&](QWidget& options) {
+        tour.Keep(QStringLiteral("history-options"), &options);
+        console.Click(QStringLiteral("cmdCancel"), &options);
+    });
+    console.Click(QStringLiteral("cmdOptions"), &form);
 
     const int all = rows.rowCount();
     console.Answer(QMessageBox::Yes);

@@ -25,6 +25,7 @@ QString BookText(const Tour& tour) {
 /// Deals with the picker of clients: chooses a row by its number.
 void PickRow(Tour& tour, int row) {
     tour.Console.OnForm(QStringLiteral("frmSelectClient"), [&tour, row](QWidget& form) {
+        tour.Keep(QStringLiteral("select-client"), &form);
         auto& list = *form.findChild<QListWidget*>(QStringLiteral("lstClients"));
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
                           list.visualItemRect(list.item(row - 1)).center());
@@ -55,6 +56,7 @@ void EditRadio(Tour& tour, int number) {
     PickRow(tour, number);
     console.OnForm(QStringLiteral("frmEditClient"), [&](QWidget& form) {
         ConsoleRun::Type(form, QStringLiteral("txtClientRadioName"), QStringLiteral("Spring Box"));
+        tour.Keep(QStringLiteral("edit-radio"), &form);
         console.Click(QStringLiteral("cmdNext"), &form);
     });
     console.Choose(QStringLiteral("mnuEditClient2"));

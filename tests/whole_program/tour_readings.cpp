@@ -11,9 +11,11 @@ void Connect(Tour& tour) {
     tour.Console.OnForm(QStringLiteral("frmConnect"), [&](QWidget& form) {
         tour.Console.OnForm(QStringLiteral("frmConnectSetup"), [&](QWidget& setup) {
             ConsoleRun::Select(setup, QStringLiteral("cmbPort"), QStringLiteral("COM1"));
+            tour.Keep(QStringLiteral("connection-settings"), &setup);
             tour.Console.Click(QStringLiteral("cmdOK"), &setup);
         });
         tour.Console.Click(QStringLiteral("cmdSetup"), &form);
+        tour.Keep(QStringLiteral("connect"), &form);
         tour.Console.Click(QStringLiteral("cmdConnect"), &form);
     });
     tour.Console.Click(QStringLiteral("cmdConnect"));
@@ -66,6 +68,7 @@ void SampleContinuously(Tour& tour) {
     console.Click(QStringLiteral("cmdSampleContinuously"));
     ConsoleRun::RunFor(Milliseconds);
     tour.Keep(QStringLiteral("continuous"));
+    tour.Keep(QStringLiteral("view-bars"), window.get());
     const ClientPanel& panel = window->Model().Panel();
     const QString history = ToQt(panel.lblHistory[0].Text);
     Tour::Say(QStringLiteral("\nSampling continuously: %1, before that %2")

@@ -9,9 +9,10 @@ namespace whole_program {
 
 namespace {
 
-constexpr int Edited = 6;   ///< the entry whose settings are edited
-constexpr int Copied = 7;   ///< the one that is given the same
-constexpr int Channel = 1;  ///< that is calibrated, from 0
+constexpr int Counting = 1;  ///< the entry of a logger that counts pulses
+constexpr int Edited = 6;    ///< the entry whose settings are edited
+constexpr int Copied = 7;    ///< the one that is given the same
+constexpr int Channel = 1;   ///< that is calibrated, from 0
 constexpr int Patience = 15000;
 
 const QString Site = QStringLiteral("Orchard Weir");
@@ -126,9 +127,23 @@ void CheckCalibration(Tour& tour) {
     tour.CheckFigure(shown, 250, 1e-3, QStringLiteral("the calibrated channel"));
 }
 
+/// Looks at the settings of pulse channels, and leaves them as they are.
+void LookAtPulses(Tour& tour) {
+    ConsoleRun& console = tour.Console;
+    console.OnForm(QStringLiteral("frmSetup"), [&](QWidget& form) {
+        TurnTo(form, 1);
+        tour.Keep(QStringLiteral("setup-digital"), &form);
+        console.Click(QStringLiteral("cmdCancel"), &form);
+    });
+    tour.Open(Counting);
+    console.Click(QStringLiteral("cmdSetup"));
+    tour.CheckBoxes({});
+}
+
 }  // namespace
 
 void SetUpLoggers(Tour& tour) {
+    LookAtPulses(tour);
     ConsoleRun& console = tour.Console;
     const QString file = tour.House.PathOf(QStringLiteral("orchard.set"));
     console.OnForm(QStringLiteral("frmSetup"), [&](QWidget& form) {

@@ -2,8 +2,12 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QSysInfo>
+#ifdef _WIN32
+#include <QTemporaryFile>
+#endif
 
 #include "common/path_text.h"
 #include "platform/qt/text_qt.h"
@@ -37,12 +41,13 @@ QtHost::QtHost()
             .SystemText = FromQt(QSysInfo::prettyProductName() + QStringLiteral(", ") +
                                  QSysInfo::currentCpuArchitecture() + QStringLiteral(", Qt ") +
                                  QLatin1String(qVersion())),
+            .SaveFolder = SaveFolderFor(QCoreApplication::applicationDirPath()),
+            .UserFolder = FolderWithoutSeparator(UserFolder()),
             .Commands = &commands_,
-            .AtStart = &atStart_,
-            .DataFolder = FromQt(QDir::toNativeSeparators(DataFolder()))} {
+            .AtStart = &atStart_} {
 }
 
-QString DataFolder() {
+QString UserFolder() {
 #ifdef _WIN32
     // Where it goes along with a user who works at several computers.
     const QString folder = QDir::fromNativeSeparators(qEnvironmentVariable("APPDATA"));
@@ -53,7 +58,24 @@ QString DataFolder() {
 }
 
 QString ArchiveFile() {
-    return DataFolder() + QStringLiteral("/archive.sqlite");
+    return UserFolder() + QStringLiteral("/archive.sqlite");
+}
+
+bool FolderTakesFiles(const QString& folder) {
+#ifdef _WIN32
+    // Attributes tell nothing about who may write there: a file does, and is gone at once.
+    return QTemporaryFile(folder + QStringLiteral("/orvia-XXXXXX.tmp")).open();
+#else
+    return QFileInfo(folder).isDir() && QFileInfo(folder).isWritable();
+#endif
+}
+
+std::string SaveFolderFor(const QString& programFolder) {
+    if (FolderTakesFiles(programFolder)) {
+        return {};
+    }
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return FolderWithoutSeparator(QFileInfo(documents).isDir() ? documents : QDir::homePath());
 }
 
 std::string FolderWithoutSeparator(const QString& folder) {

@@ -50,8 +50,15 @@ class QtHost final {
     Host host_;
 };
 
-/// The folder of this user's data; it may be missing.
-[[nodiscard]] QString DataFolder();
+/// The user's own folder for what the program finds and keeps; it may be missing.
+[[nodiscard]] QString UserFolder();
+
+/// Whether a file can be made in the folder.
+[[nodiscard]] bool FolderTakesFiles(const QString& folder);
+
+/// Where the user's files go instead of the program's folder: the documents, or the home of a user
+/// who has none. Empty if the program's folder takes files.
+[[nodiscard]] std::string SaveFolderFor(const QString& programFolder);
 
 /// The file that the archive of this user lies in; its folder may be missing.
 [[nodiscard]] QString ArchiveFile();

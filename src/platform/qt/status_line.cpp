@@ -1,8 +1,10 @@
 #include "platform/qt/status_line.h"
 
+#include <QIcon>
 #include <QPainter>
 #include <QStyle>
 #include <QTextDocument>
+#include <algorithm>
 
 #include "platform/qt/text_qt.h"
 
@@ -13,10 +15,12 @@ StatusLine::StatusLine(QWidget* parent, const QString& name) : QLabel(parent) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
-void StatusLine::Tell(const std::string& text) {
+void StatusLine::Tell(const std::string& text, bool failed) {
     const QString shown = ToQt(text);
-    if (shown != QLabel::text()) {
+    if (shown != QLabel::text() || failed != failed_) {
+        failed_ = failed;
         setText(shown);
+        update();
         TellWhole();
     }
 }
@@ -26,7 +30,11 @@ QSize StatusLine::minimumSizeHint() const {
 }
 
 QString StatusLine::Cut() const {
-    return fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    return fontMetrics().elidedText(text(), Qt::ElideRight, width() - SignWidth());
+}
+
+int StatusLine::SignWidth() const {
+    return failed_ ? fontMetrics().height() * 5 / 4 : 0;
 }
 
 void StatusLine::TellWhole() {
@@ -40,6 +48,12 @@ void StatusLine::resizeEvent(QResizeEvent* event) {
 
 void StatusLine::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    style()->drawItemText(&painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, palette(), true,
-                          Cut(), foregroundRole());
+    const QIcon sign = style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this);
+    if (failed_) {
+        const int side = std::min(fontMetrics().height(), height());
+        sign.paint(&painter, 0, (height() - side) / 2, side, side);
+    }
+    style()->drawItemText(&painter, rect().adjusted(SignWidth(), 0, 0, 0),
+                          Qt::AlignLeft | Qt::AlignVCenter, palette(), true, Cut(),
+                          foregroundRole());
 }

@@ -10,8 +10,9 @@ class StatusLine final : public QLabel {
  public:
     StatusLine(QWidget* parent, const QString& name);
 
-    /// Shows the text; nothing happens if it stands there already.
-    void Tell(const std::string& text);
+    /// Shows the text, a failure with the desktop's sign of warning before it; nothing happens if
+    /// it stands there already.
+    void Tell(const std::string& text, bool failed);
 
     [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
@@ -23,6 +24,9 @@ class StatusLine final : public QLabel {
  private:
     [[nodiscard]] QString Cut() const;
     void TellWhole();
+    [[nodiscard]] int SignWidth() const;
+
+    bool failed_ = false;
 };
 
 #endif  // ORVIA_PLATFORM_QT_STATUS_LINE_H
