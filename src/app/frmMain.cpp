@@ -161,6 +161,8 @@ void frmMain::Load(bool unattended) {
     ReadCatalogues(state_);
     lblAddressBook_->clear();
     show();
+    // In step from here on: what wakes the program for one tick serves the other.
+    Timer1_.start();
     Timer2_.start();
     AwaitPlace();
     if (!unattended) {
