@@ -11,7 +11,7 @@ class GuidePlugin final : public QGenericPlugin {
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "guide.json")
 
  public:
-    QObject* create(const QString& /*key*/, const QString& /*specification*/) override {
+    QObject* create(const QString& /*key*/, const QString& /*options*/) override {
         installed::StartWalk();
         return new QObject;
     }
