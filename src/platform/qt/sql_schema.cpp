@@ -88,7 +88,20 @@ CREATE TABLE rounds(
 CREATE INDEX rounds_by_begin ON rounds(begun);
 )sql";
 
-constexpr std::array<const char*, 2> Steps = {VersionOne, VersionTwo};
+constexpr const char* VersionThree = R"sql(
+ALTER TABLE uploads ADD COLUMN origin TEXT NOT NULL DEFAULT '';
+CREATE TABLE about(
+  identity TEXT NOT NULL);
+INSERT INTO about(identity) VALUES(lower(hex(randomblob(16))));
+CREATE TABLE handed(
+  target TEXT NOT NULL,
+  upload INTEGER NOT NULL,
+  received INTEGER NOT NULL,
+  ended INTEGER,
+  PRIMARY KEY(target, upload)) WITHOUT ROWID;
+)sql";
+
+constexpr std::array<const char*, 3> Steps = {VersionOne, VersionTwo, VersionThree};
 
 // The header of a file, its numbers with the high byte first.
 constexpr qsizetype HeaderSize = 100;
