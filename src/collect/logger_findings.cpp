@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "archive/series_times.h"
 #include "history/history_columns.h"
@@ -10,6 +11,10 @@ namespace {
 
 /// Records whose spacing tells the present rate.
 constexpr std::size_t RateRecords = 100;
+/// So many steps of one length, one behind the other, are an interval that somebody had set.
+constexpr std::size_t EvenSteps = 3;
+/// Steps are of one length if they differ by no more than this part of it.
+constexpr Moment StepTolerance = 20;
 
 std::optional<double> RateOf(std::span<const HistoryRecord> records) {
     const auto last = records.last(std::min(records.size(), RateRecords));
@@ -39,6 +44,33 @@ std::vector<FoundValue> NewestValues(const HistoryRecord& newest, const LoggerRe
     return values;
 }
 
+/// Seconds from record `i - 1` to record `i`; nothing where there are no two such.
+std::optional<Moment> StepTo(std::span<const HistoryRecord> records, std::size_t i) {
+    if (i < 1 || i >= records.size()) {
+        return std::nullopt;
+    }
+    return MomentOf(records[i].Time) - MomentOf(records[i - 1].Time);
+}
+
+/// Whether record `i` follows as some neighbours follow each other. Then the logger was set to
+/// another interval at that time: records that are missing leave no even line.
+bool IsInStep(std::span<const HistoryRecord> records, std::size_t i) {
+    const auto step = StepTo(records, i);
+    const auto isAlike = [&](std::size_t other) {
+        const auto its = StepTo(records, other);
+        return step && its && std::abs(*its - *step) <= *step / StepTolerance;
+    };
+    std::size_t first = i;
+    while (i - first < EvenSteps && isAlike(first - 1)) {
+        --first;
+    }
+    std::size_t last = i;
+    while (last - i < EvenSteps && isAlike(last + 1)) {
+        ++last;
+    }
+    return last - first + 1 >= EvenSteps;
+}
+
 /// Gaps that end behind `known`.
 std::vector<FoundGap> NewGaps(std::span<const HistoryRecord> records, const RecordSpacing& spacing,
                               std::optional<Moment> known) {
@@ -47,18 +79,19 @@ std::vector<FoundGap> NewGaps(std::span<const HistoryRecord> records, const Reco
         return gaps;
     }
     const Moment newestKnown = known.value_or(EarliestMoment);
+    const Moment oldest = MomentOf(records.front().Time);
     // From the newest record that was known to the oldest that the logger still has, others may
     // have been overwritten.
-    Moment before = MomentOf(records.front().Time);
-    if (known && before > newestKnown) {
-        before = newestKnown;
+    if (known && oldest > newestKnown && spacing.KindOf(oldest - newestKnown) == PairKind::Gap) {
+        gaps.push_back({.From = newestKnown, .To = oldest});
     }
-    for (const HistoryRecord& record : records) {
-        const Moment at = MomentOf(record.Time);
-        if (before >= newestKnown && spacing.KindOf(at - before) == PairKind::Gap) {
+    for (std::size_t i = 1; i < records.size(); ++i) {
+        const Moment before = MomentOf(records[i - 1].Time);
+        const Moment at = MomentOf(records[i].Time);
+        if (before >= newestKnown && spacing.KindOf(at - before) == PairKind::Gap &&
+            !IsInStep(records, i)) {
             gaps.push_back({.From = before, .To = at});
         }
-        before = at;
     }
     return gaps;
 }

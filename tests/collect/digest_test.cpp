@@ -166,6 +166,24 @@ TEST_F(FindingsTest, OnlyGapsThatAreNewAreTold) {
     EXPECT_EQ(Find(At("2026-11-15 10:00:00")).Gaps, (std::vector<FoundGap>{}));
 }
 
+TEST_F(FindingsTest, AnIntervalThatWasSetBeforeMakesNoGaps) {
+    for (const char* time : {"08:00:00", "09:00:00", "10:00:02", "11:00:00"}) {
+        Add(std::string("2026-11-15 ") + time);
+    }
+    Add("2026-11-15 11:15:00");
+    Add("2026-11-15 11:30:00");
+    EXPECT_TRUE(Find().Gaps.empty());
+    // An hour among quarters is one, and so are two; and what is longer than the old interval.
+    Add("2026-11-15 12:30:00");
+    Add("2026-11-15 13:30:00");
+    Add("2026-11-15 13:45:00");
+    const FoundGap third{At("2026-11-15 11:30:00"), At("2026-11-15 12:30:00")};
+    const FoundGap fourth{At("2026-11-15 12:30:00"), At("2026-11-15 13:30:00")};
+    EXPECT_EQ(Find().Gaps, (std::vector{third, fourth}));
+    records.erase(records.begin() + 1);
+    EXPECT_EQ(Find().Gaps.size(), 4U);
+}
+
 TEST_F(FindingsTest, WhatWasOverwrittenSinceTheLastTimeIsAGap) {
     Add("2026-11-15 08:00:00");
     Add("2026-11-15 08:15:00");
