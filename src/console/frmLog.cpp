@@ -56,7 +56,7 @@ void frmLog::Reset() {
 
 void frmLog::SetFoot(const std::string& text) {
     lblFoot_->setVisible(!text.empty());
-    lblFoot_->Tell(text);
+    lblFoot_->Tell(text, false);
 }
 
 void frmLog::AppendText(const std::string& text) {
