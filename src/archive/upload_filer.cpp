@@ -6,6 +6,7 @@
 #include "archive/archive_rows.h"
 #include "archive/archive_transaction.h"
 #include "archive/archive_words.h"
+#include "archive/filed_rows.h"
 
 namespace {
 
@@ -146,7 +147,8 @@ void UploadFiler::TakeBack() {
 void UploadFiler::WritePortion() {
     ArchiveTransaction transaction(store_, ArchiveTransaction::Kind::Writing);
     Filing& filing = *filing_;
-    ArchiveLogger logger = LoggerRow(filing.Start);
+    ArchiveLogger logger = LoggerRowOf(store_, filing.Start.Mac, filing.Start.Name);
+    logger.Name = filing.Start.Name;
     ArchiveUpload row = filing.Row;
     if (row.Id == 0) {
         AddRow(filing, logger, row);
@@ -165,6 +167,9 @@ void UploadFiler::WritePortion() {
     newRecords_ += added;
     filing.Row = row;
     filing.Pending.clear();
+    if (Filed) {
+        Filed();
+    }
 }
 
 void UploadFiler::AddRow(const Filing& filing, ArchiveLogger& logger, ArchiveUpload& row) {
@@ -174,32 +179,9 @@ void UploadFiler::AddRow(const Filing& filing, ArchiveLogger& logger, ArchiveUpl
     row.Begin = last ? std::max(filing.Begin, *last + 1) : filing.Begin;
     row.Firmware = filing.Start.Logger.FirmwareVersion;
     row.Name = filing.Start.Name;
-    row.Settings = SettingsId(logger.Id, filing.Start);
+    row.Settings =
+        SettingsIdOf(store_, logger.Id, SettingsRow(filing.Start.Logger, filing.Start.Table));
     row.Said = filing.Start.Records;
     store_.AddUpload(row);
     ++logger.Uploads;
-}
-
-/// The row of the upload's logger, under its name of today.
-ArchiveLogger UploadFiler::LoggerRow(const UploadStart& start) {
-    auto logger = store_.FindLogger(start.Mac);
-    if (!logger) {
-        logger = ArchiveLogger{.Mac = start.Mac, .Name = start.Name};
-        store_.AddLogger(*logger);
-    }
-    logger->Name = start.Name;
-    return *logger;
-}
-
-/// Settings that are like some of the logger's are not kept twice.
-std::int64_t UploadFiler::SettingsId(std::int64_t logger, const UploadStart& start) {
-    ArchiveSettings settings = SettingsRow(start.Logger, start.Table);
-    for (const ArchiveSettings& kept : store_.SettingsOf(logger)) {
-        settings.Id = kept.Id;
-        if (settings == kept) {
-            return kept.Id;
-        }
-    }
-    store_.AddSettings(logger, settings);
-    return settings.Id;
 }

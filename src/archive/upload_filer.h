@@ -2,6 +2,7 @@
 #define ORVIA_ARCHIVE_UPLOAD_FILER_H
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -30,6 +31,9 @@ class UploadFiler final : public UploadListener {
     [[nodiscard]] std::optional<std::string> SettleInWords();
     /// Records of the last upload that the series had not held.
     [[nodiscard]] std::int64_t NewRecords() const { return newRecords_; }
+
+    /// Called whenever something has been filed.
+    std::function<void()> Filed;
 
     /// A tick of the console: files what came when it is time to.
     void Tick();
@@ -68,8 +72,6 @@ class UploadFiler final : public UploadListener {
     void WritePortion();
     void TakeBack();
     void AddRow(const Filing& filing, ArchiveLogger& logger, ArchiveUpload& row);
-    [[nodiscard]] ArchiveLogger LoggerRow(const UploadStart& start);
-    [[nodiscard]] std::int64_t SettingsId(std::int64_t logger, const UploadStart& start);
 
     ArchiveStore& store_;
     MessageBoxes& boxes_;

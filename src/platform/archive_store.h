@@ -26,6 +26,7 @@ enum class ArchiveTrouble {
     Damaged,   ///< it is an archive no longer: cut off, or its inside does not hold together
     Newer,     ///< a newer console made it
     Gone,      ///< what was worked on has been deleted meanwhile
+    Away,      ///< the server cannot be reached, or the connection to it is lost
     Other      ///< the words tell
 };
 
