@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "archive/archive_sharing.h"
 #include "archive/live_series.h"
 #include "archive/upload_filer.h"
 #include "collect/collect_progress.h"
@@ -44,7 +45,9 @@
             .SaveFolder = host.SaveFolder,
             .UserFolder = host.UserFolder,
             .Commands = host.Commands,
-            .AtStart = host.AtStart};
+            .AtStart = host.AtStart,
+            .Shared = host.Shared,
+            .Passwords = host.Passwords};
 }
 
 /// All that the console's procedures share. main() makes the one there is; windows are handed a
@@ -61,6 +64,7 @@ struct SharedState {
         LinkRecord.Listener = &Recorder;
         if (Outside.Archive != nullptr) {
             Filer.emplace(*Outside.Archive, Boxes);
+            Filer->Filed = [this] { Sharing.Filed(); };
         }
     }
     SharedState(const SharedState&) = delete;
@@ -86,8 +90,9 @@ struct SharedState {
     Host OutsideOfWindows;             ///< the host of client windows
     OperationStatus Status;
     LinkFrames Exchange;
-    LiveSeries Live{Outside.Clock};    ///< the last hour's readings of the open windows
-    CollectProgress Collecting;        ///< of the collection that the operator follows
+    LiveSeries Live{Outside.Clock};  ///< the last hour's readings of the open windows
+    CollectProgress Collecting;      ///< of the collection that the operator follows
+    ArchiveSharing Sharing{Outside, Status};
     std::optional<UploadFiler> Filer;  ///< files every upload, if there is an archive
 };
 

@@ -232,6 +232,9 @@ class SessionStart {
     [[nodiscard]] virtual bool Switch(bool on) = 0;
 };
 
+class PasswordKeeper;  // platform/password_keeper.h
+class SharedArchive;   // platform/shared_archive.h
+
 /// The host: a reference to each, the program's folder and the length of a tick.
 struct Host {
     SerialPort& MSComm1;
@@ -254,8 +257,10 @@ struct Host {
     /// The user's own folder for what the program finds and keeps, no separator at its end; may be
     /// missing. Empty: there is none.
     std::string UserFolder = {};
-    CommandRunner* Commands = nullptr;  ///< without it no other program is started
-    SessionStart* AtStart = nullptr;    ///< without it there is no desktop session
+    CommandRunner* Commands = nullptr;    ///< without it no other program is started
+    SessionStart* AtStart = nullptr;      ///< without it there is no desktop session
+    SharedArchive* Shared = nullptr;      ///< without it nothing is shared
+    PasswordKeeper* Passwords = nullptr;  ///< without it none is kept
 
     /// Where a dialog for the user's files starts.
     [[nodiscard]] const std::string& StartFolder() const {

@@ -16,10 +16,10 @@ enum class ServerTls {
 struct ServerPlace {
     static constexpr std::uint16_t UsualPort = 5432;
 
-    std::string Server;  ///< name or address, or the folder of a local socket
+    std::string Server = {};  ///< name or address, or the folder of a local socket
     std::uint16_t Port = UsualPort;
-    std::string Database;
-    std::string User;
+    std::string Database = {};
+    std::string User = {};
     ServerTls Tls = ServerTls::Offered;
     bool operator==(const ServerPlace&) const = default;
 };

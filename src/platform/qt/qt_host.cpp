@@ -44,7 +44,8 @@ QtHost::QtHost()
             .SaveFolder = SaveFolderFor(QCoreApplication::applicationDirPath()),
             .UserFolder = FolderWithoutSeparator(UserFolder()),
             .Commands = &commands_,
-            .AtStart = &atStart_} {
+            .AtStart = &atStart_,
+            .Passwords = &passwords_} {
 }
 
 QString UserFolder() {

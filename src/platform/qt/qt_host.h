@@ -13,6 +13,7 @@
 #else
 #include "platform/qt/qt_ports.h"
 #endif
+#include "platform/qt/qt_password_keeper.h"
 #include "platform/qt/qt_port_inquiry.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_session_start.h"
@@ -47,6 +48,7 @@ class QtHost final {
     SqlArchive archive_;
     QtCommandRunner commands_;
     QtSessionStart atStart_;
+    QtPasswordKeeper passwords_;
     Host host_;
 };
 
