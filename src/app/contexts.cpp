@@ -136,7 +136,8 @@ ArchiveContext Contexts::Collected() const {
 ArchiveWork Contexts::Archive() const {
     return {.windows = Collected(),
             .settings = state_.SettingsRecord,
-            .filer = state_.Filer ? &*state_.Filer : nullptr};
+            .filer = state_.Filer ? &*state_.Filer : nullptr,
+            .sharing = &state_.Sharing};
 }
 
 CollectContext Contexts::Collection(OperationLog& log) const {

@@ -467,6 +467,7 @@ void frmMain::Supervise() {
         state_.Filer->Tick();
     }
     FollowCollection();
+    FollowSharing();
     if (togglePostponed_ && state_.SamplingRecord.StepRuns == False) {
         togglePostponed_ = false;
         QMetaObject::invokeMethod(

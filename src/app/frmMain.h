@@ -37,6 +37,7 @@ class QMenu;
 class QPushButton;
 class StatusLine;
 class frmArchive;
+class frmArchiveSettings;
 class frmCollect;
 class frmRating;
 class frmSupport;
@@ -126,6 +127,8 @@ class frmMain final : public QMainWindow,
     void ShowRating();
     void ShowHelpOn(const std::vector<std::string>& names);
     void ShowArchive();
+    void ShowArchiveSettings();
+    void FollowSharing();
     void ShowLivePlot();
     void PlotSeries(std::vector<std::shared_ptr<const NamedSeries>> series, const Period& span);
     void ReportSeries(std::shared_ptr<const NamedSeries> series, const Period& span);
@@ -165,12 +168,13 @@ class frmMain final : public QMainWindow,
     EntryForms entryForms_;
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;
-    frmRating* rating_ = nullptr;                ///< none until it is asked for
-    frmArchive* archive_ = nullptr;              ///< the same
-    frmTrace* trace_ = nullptr;                  ///< the same
-    frmSupport* support_ = nullptr;              ///< the same
-    frmCollect* collect_ = nullptr;              ///< the same
-    std::unique_ptr<CollectSchedule> schedule_;  ///< none without an archive
+    frmRating* rating_ = nullptr;                    ///< none until it is asked for
+    frmArchive* archive_ = nullptr;                  ///< the same
+    frmArchiveSettings* archiveSettings_ = nullptr;  ///< the same
+    frmTrace* trace_ = nullptr;                      ///< the same
+    frmSupport* support_ = nullptr;                  ///< the same
+    frmCollect* collect_ = nullptr;                  ///< the same
+    std::unique_ptr<CollectSchedule> schedule_;      ///< none without an archive
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;

@@ -77,6 +77,9 @@ void frmMain::BuildDataMenu() {
     AddItem(making, QStringLiteral("mnuLivePlot"), QStringLiteral("&Live Plot"),
             [this] { ShowLivePlot(); });
     BuildCollectRows(making);
+    AddItem(making, QStringLiteral("mnuArchiveSettings"), QStringLiteral("Archive &Settings..."),
+            [this] { ShowArchiveSettings(); })
+        ->setEnabled(state_.Outside.Archive != nullptr && state_.Outside.Shared != nullptr);
 }
 
 void frmMain::BuildTraceRows(QMenu& help) {

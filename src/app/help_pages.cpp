@@ -11,7 +11,7 @@ using HelpPage = std::pair<std::string_view, std::string_view>;
 constexpr std::string_view Contents = "index.html";
 
 // By the name of a window, or of a part that has a page of its own.
-constexpr std::array<HelpPage, 29> Pages{{
+constexpr std::array<HelpPage, 30> Pages{{
     {"frmMain", "main-window.html"},
     {"frmSplash", "about.html"},
     {"frmAbout", "about.html"},
@@ -37,6 +37,7 @@ constexpr std::array<HelpPage, 29> Pages{{
     {"frmRating", "flow-table-window.html"},
     {"frmCollect", "collect.html"},
     {"frmArchive", "archive.html"},
+    {"frmArchiveSettings", "archive-settings.html"},
     {"frmPlot", "plot.html"},
     {"frmReport", "report.html"},
     {"frmTrace", "trace.html"},
