@@ -92,6 +92,7 @@ void ArchiveSession::Lost(const ArchiveFault& fault) {
     constexpr int looks = 3;
     if (shared_ && fault.Kind() == ArchiveTrouble::Away) {
         rest_ = looks;
+        Tell(WordsOf(fault));
         work_.windows.outside.Shared->Look();
     }
 }

@@ -80,6 +80,10 @@ class ArchiveSession {
     /// line; empty when it was cancelled.
     [[nodiscard]] std::string SaveCsv(const ChosenSeries& chosen, bool machine, ProgressBar& bar);
 
+    /// Takes note of a fault that somebody else met: a server that is lost has nothing to show, and
+    /// is left alone for some looks.
+    void Lost(const ArchiveFault& fault);
+
     /// What is asked before a logger is deleted.
     [[nodiscard]] BoxContent DeletionQuestion(const ArchiveLogger& logger) const;
     /// Where a back-up goes; nothing when cancelled.
@@ -98,7 +102,6 @@ class ArchiveSession {
 
     void Forget();
     [[nodiscard]] bool TakeSharedStore();
-    void Lost(const ArchiveFault& fault);
     void ReadList();
     void Tell(const std::string& notice);
     [[nodiscard]] std::optional<std::int64_t> GapsOf(const ArchiveLogger& logger) const;

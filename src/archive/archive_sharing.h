@@ -29,7 +29,9 @@ class ArchiveSharing {
     void Choose(const SharingChoice& choice, const std::optional<std::string>& password);
 
     [[nodiscard]] const SharingChoice& Chosen() const { return choice_; }
-    [[nodiscard]] bool IsOn() const { return choice_.On && outside_.Shared != nullptr; }
+    [[nodiscard]] bool IsOn() const {
+        return choice_.On && outside_.Shared != nullptr && !outside_.Shared->WhyNot();
+    }
     /// How it stands, in words.
     [[nodiscard]] std::string StateText() const;
     /// Why there is nothing to show of the shared archive.

@@ -198,6 +198,10 @@ void frmArchive::CountGaps() {
     if (line) {
         const LoggerLine& counted = session_.Loggers()[*line];
         model_->SetGaps(counted.Summary.Logger.Id, *counted.Gaps);
+    } else if (!session_.HasArchive()) {
+        // It was lost meanwhile.
+        TakeList();
+        count_.stop();
     }
 }
 
@@ -241,6 +245,7 @@ ChosenSeries frmArchive::ReadChosen() {
         const Hourglass pointer;
         chosen = session_.Read(loggers, ChosenPeriod());
     } catch (const ArchiveFault& fault) {
+        session_.Lost(fault);
         Tell({.Good = false, .Text = session_.WordsOf(fault)});
         return {};
     }

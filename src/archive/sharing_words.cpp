@@ -28,8 +28,13 @@ std::string Why(ArchiveTrouble kind, const std::string& words) {
 }
 
 std::string AwayText(const SharingStatus& status, const std::string& since) {
-    return "The shared archive cannot be reached" + (since.empty() ? since : " since " + since) +
-           ": " + Why(status.Kind, status.Words);
+    std::string text = "The shared archive cannot be reached";
+    text.append(since.empty() ? "" : " since ").append(since);
+    if (status.Kind != ArchiveTrouble::Away) {
+        return text.append(": ").append(Why(status.Kind, status.Words));
+    }
+    text.append(".");
+    return status.Words.empty() ? text : text.append(LineBreak).append(status.Words);
 }
 
 }  // namespace

@@ -173,6 +173,14 @@ TEST_F(ArchiveSharingTest, TheArchiveIsKnownAgainInTheNextRun) {
     EXPECT_EQ(shared.Shared.back().Identity, "");
 }
 
+TEST_F(ArchiveSharingTest, WithoutTheDriverNothingIsShared) {
+    shared.Missing = "no driver";
+    Begin();
+    EXPECT_FALSE(sharing.IsOn());
+    EXPECT_TRUE(shared.Shared.empty());
+    EXPECT_EQ(sharing.StateText(), "The archive is not shared.");
+}
+
 TEST_F(ArchiveSharingTest, WithoutASharedArchiveNothingHappens) {
     outside.Shared = nullptr;
     Begin();

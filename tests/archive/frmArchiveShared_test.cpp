@@ -119,6 +119,19 @@ TEST_F(SharedArchiveFormTest, AServerLostWhileItIsLookedAtIsToldAndLeftAlone) {
     EXPECT_TRUE(Shows({"There"}));
 }
 
+TEST_F(SharedArchiveFormTest, AServerLostByAPlotIsToldAndItsLoggersGo) {
+    Share(SharingState::Done);
+    MakeShared();
+    ASSERT_TRUE(Shows({"There"}));
+    Choose({0});
+    trouble_ = ArchiveTrouble::Away;
+    Click("cmdPlot");
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_NE(Boxes()[0].Text.find("the server cannot be reached"), std::string::npos);
+    EXPECT_EQ(shared_.Looks, 1);
+    EXPECT_TRUE(RunEventsUntil([this] { return Control("lblNotice")->isVisible(); }));
+}
+
 TEST_F(SharedArchiveFormTest, WhoMayOnlyReadIsToldWhyNothingIsDeleted) {
     Share(SharingState::ReadOnly);
     MakeShared();

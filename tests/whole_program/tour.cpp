@@ -131,6 +131,7 @@ int Take(Tour& tour) {
     SetUpLoggers(tour);
     MakeFlowTable(tour);
     CollectNetwork(tour);
+    ShareArchive(tour);
     CloseInOrder(tour);
     Tour::Say(tour.Failures() == 0
                   ? QStringLiteral("\nEverything is as the simulator was told to answer.")

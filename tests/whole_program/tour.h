@@ -78,6 +78,8 @@ void MakeFlowTable(Tour& tour);
 /// Collects the history of the whole network twice: at a click, then by a round that comes by
 /// itself.
 void CollectNetwork(Tour& tour);
+/// Shares the archive with a server that is not there, and ceases.
+void ShareArchive(Tour& tour);
 
 // ----- another console
 
