@@ -50,6 +50,37 @@ TroubleWords WordsOf(ArchiveTrouble kind) {
     }
 }
 
+/// Of an archive on a server.
+TroubleWords WordsOfServer(ArchiveTrouble kind) {
+    const auto words = [](std::string_view what, std::string_view help) {
+        return TroubleWords{what, help, help};
+    };
+    switch (kind) {
+        case ArchiveTrouble::Away:
+            return words("the server cannot be reached.",
+                         "\"This Computer\" shows what was collected here.");
+        case ArchiveTrouble::ReadOnly:
+            return words("this user may only read it.",
+                         "Ask whoever looks after the server for a user who may do more.");
+        case ArchiveTrouble::Locked:
+            return words("another console is at it.", "Try again in a moment.");
+        case ArchiveTrouble::Full:
+            return words("the disk of the server is full.", "Tell whoever looks after the server.");
+        case ArchiveTrouble::Foreign:
+            return words("there is no archive in that database.",
+                         "Choose another database, or have its tables made.");
+        case ArchiveTrouble::Damaged:
+            return words("it is damaged.", "Tell whoever looks after the server.");
+        case ArchiveTrouble::Newer:
+            return words("it was made for a newer version of the console.",
+                         "Use the newer version.");
+        case ArchiveTrouble::Gone:
+            return words("the logger was deleted from it meanwhile.", "Look again.");
+        default:
+            return words("the server refuses.", "Try again once this is mended.");
+    }
+}
+
 std::string Told(std::string_view head, std::string_view what, std::string_view help,
                  const std::string& place, const std::string& words) {
     std::string text(head);
@@ -72,4 +103,14 @@ std::string TroubleText(ArchiveTrouble kind, const std::string& place, const std
 std::string AccessText(ArchiveTrouble kind, const std::string& place, const std::string& words) {
     const TroubleWords known = WordsOf(kind);
     return Told("The archive cannot be used: ", known.What, known.AccessHelp, place, words);
+}
+
+std::string SharedAccessText(ArchiveTrouble kind, const std::string& place,
+                             const std::string& words) {
+    const TroubleWords known = WordsOfServer(kind);
+    return Told("The shared archive cannot be used: ", known.What, known.AccessHelp, place, words);
+}
+
+std::string WhatIsWrongThere(ArchiveTrouble kind) {
+    return std::string(WordsOfServer(kind).What);
 }

@@ -175,6 +175,39 @@ TEST_P(FilerTest, TheEndOfTheProgramStopsAnUpload) {
     ExpectKeptAll();
 }
 
+TEST_P(FilerTest, TellsHowManyRecordsWereNew) {
+    Make(SiteWithHistory(25));
+    filing->Run();
+    EXPECT_EQ(Line().console.State.Filer->NewRecords(), 25);
+    ++bench->Clock;
+    filing->Run();
+    EXPECT_EQ(Line().console.State.Filer->NewRecords(), 0);
+}
+
+TEST_P(FilerTest, SettledInWordsItShowsNoBox) {
+    Make(SiteWithHistory(25));
+    UploadFiler& filer = *Line().console.State.Filer;
+    UploadStart start;
+    start.Name = "Site";
+    start.Records = 1;
+    const auto other = bench->NewStore();
+    other->Open();
+    other->Begin();
+    filer.Began(start);
+    filer.Took(std::vector{RecordAt(60)});
+    filer.Ended(UploadOutcome::Complete);
+    const auto words = filer.SettleInWords();
+    other->Rollback();
+    ASSERT_TRUE(words);
+    EXPECT_NE(words->find("another program holds it"), std::string::npos) << *words;
+    EXPECT_TRUE(Line().Boxes().empty());
+    filer.Began(start);
+    filer.Took(std::vector{RecordAt(60)});
+    filer.Ended(UploadOutcome::Complete);
+    EXPECT_FALSE(filer.SettleInWords());
+    EXPECT_EQ(filer.NewRecords(), 1);
+}
+
 TEST_P(FilerTest, NamesAreKeptAsTheyAre) {
     const std::vector<std::string> names = {"Robert'); DROP TABLE loggers;--",
                                             "100 % \"full\" ?1 :a", std::string("nul\0inside", 10),

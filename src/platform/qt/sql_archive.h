@@ -60,6 +60,8 @@ class SqlArchive final : public ArchiveStore {
                                                                std::int64_t begin) override;
     void AddUpload(ArchiveUpload& upload) override;
     void UpdateUpload(const ArchiveUpload& upload) override;
+    [[nodiscard]] std::optional<ArchiveUpload> UploadFrom(std::int64_t logger,
+                                                          const std::string& origin) override;
 
     void RecordsFrom(std::int64_t logger, std::int64_t place, int most,
                      std::vector<ArchiveRecord>& out) override;
@@ -76,6 +78,19 @@ class SqlArchive final : public ArchiveStore {
                     std::int64_t upload) override;
     void OpenRoom(std::int64_t logger, std::int64_t place, std::int64_t by) override;
     int DeleteRecords(std::int64_t logger, int most) override;
+
+    [[nodiscard]] std::string Identity() override;
+    [[nodiscard]] std::vector<ArchiveUpload> UploadsOwed(const std::string& target,
+                                                         int most) override;
+    [[nodiscard]] std::int64_t CountOwed(const std::string& target) override;
+    void NoteHandedOver(const std::string& target, const ArchiveUpload& upload) override;
+    void ForgetHandedOver(const std::string& target) override;
+    void RecordsOfUpload(const ArchiveUpload& upload, std::int64_t place, int most,
+                         std::vector<ArchiveRecord>& out) override;
+
+    [[nodiscard]] std::vector<ArchiveRound> Rounds(int most) override;
+    void KeepRound(ArchiveRound& round) override;
+    void DropRounds(std::int64_t before) override;
 
     void BackUp(const std::string& path, const Meanwhile& meanwhile) override;
     [[nodiscard]] std::vector<std::string> Check(const Meanwhile& meanwhile) override;

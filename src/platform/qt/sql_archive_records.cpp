@@ -57,6 +57,8 @@ void Collect(SqlRows& rows, std::vector<ArchiveRecord>& out) {
 
 constexpr const char* FromPlace = ORVIA_RECORD_COLUMNS "AND place >= ? ORDER BY place LIMIT ?";
 constexpr const char* AtTime = ORVIA_RECORD_COLUMNS "AND time = ? ORDER BY place";
+constexpr const char* OfUpload =
+    ORVIA_RECORD_COLUMNS "AND place >= ? AND upload = ? ORDER BY place LIMIT ?";
 constexpr const char* LastPlace = ORVIA_RECORD_COLUMNS "ORDER BY place DESC LIMIT 1";
 
 #undef ORVIA_RECORD_COLUMNS
@@ -101,6 +103,12 @@ constexpr const char* PutBack = "UPDATE records SET place = -place WHERE logger 
 void SqlArchive::RecordsFrom(std::int64_t logger, std::int64_t place, int most,
                              std::vector<ArchiveRecord>& out) {
     SqlRows rows(Prepared(FromPlace), logger, place, most);
+    Collect(rows, out);
+}
+
+void SqlArchive::RecordsOfUpload(const ArchiveUpload& upload, std::int64_t place, int most,
+                                 std::vector<ArchiveRecord>& out) {
+    SqlRows rows(Prepared(OfUpload), upload.Logger, place, upload.Id, most);
     Collect(rows, out);
 }
 

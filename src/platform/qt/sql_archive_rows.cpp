@@ -62,6 +62,7 @@ ArchiveUpload UploadRow(const SqlRows& row) {
     upload.Settings = row->Integer(7);
     upload.Said = row->Integer(8);
     upload.Received = row->Integer(9);
+    upload.Origin = row->Text(10);
     return upload;
 }
 
@@ -83,6 +84,11 @@ ArchiveSettings SettingsRow(const SqlRows& row) {
             .DeviceName = row->Text(11),
             .Points = {}};
 }
+
+#define ORVIA_OWED                                                                        \
+    "LEFT JOIN handed ON handed.target = CAST(? AS TEXT) AND handed.upload = uploads.id " \
+    "WHERE handed.upload IS NULL OR handed.received <> uploads.received OR "              \
+    "(handed.ended IS NULL AND uploads.ended IS NOT NULL)"
 
 // A name is written and read as bytes, so that each comes back as it was.
 constexpr const char* AllLoggers =
@@ -114,12 +120,27 @@ constexpr const char* InsertSettings =
 constexpr const char* InsertPoint =
     "INSERT INTO points(settings, number, level, flow) VALUES(?, ?, ?, ?)";
 
-constexpr const char* UploadsOfLogger =
-    "SELECT id, logger, begun, ended, outcome, firmware, CAST(name AS BLOB), settings, said, "
-    "received FROM uploads WHERE logger = ? ORDER BY begun";
+#define ORVIA_UPLOAD_COLUMNS                                               \
+    "SELECT uploads.id, logger, begun, uploads.ended, outcome, firmware, " \
+    "CAST(name AS BLOB), settings, said, uploads.received, origin FROM uploads "
+
+constexpr const char* UploadsOfLogger = ORVIA_UPLOAD_COLUMNS "WHERE logger = ? ORDER BY begun";
+constexpr const char* UploadOfOrigin =
+    ORVIA_UPLOAD_COLUMNS "WHERE logger = ? AND origin = CAST(? AS TEXT)";
+// Something of it is missing there, or its end is.
+constexpr const char* OwedUploads = ORVIA_UPLOAD_COLUMNS ORVIA_OWED " ORDER BY begun LIMIT ?";
+constexpr const char* OwedCount = "SELECT count(*) FROM uploads " ORVIA_OWED;
+
+#undef ORVIA_UPLOAD_COLUMNS
+
+constexpr const char* NoteHanded =
+    "INSERT INTO handed(target, upload, received, ended) VALUES(CAST(? AS TEXT), ?, ?, ?) "
+    "ON CONFLICT(target, upload) DO UPDATE SET received = excluded.received, "
+    "ended = excluded.ended";
 constexpr const char* InsertUpload =
-    "INSERT INTO uploads(logger, begun, ended, outcome, firmware, name, settings, said, received) "
-    "VALUES(?, ?, ?, CAST(? AS TEXT), ?, CAST(? AS TEXT), ?, ?, ?) RETURNING id";
+    "INSERT INTO uploads(logger, begun, ended, outcome, firmware, name, settings, said, received, "
+    "origin) VALUES(?, ?, ?, CAST(? AS TEXT), ?, CAST(? AS TEXT), ?, ?, ?, CAST(? AS TEXT)) "
+    "RETURNING id";
 constexpr const char* ChangeUpload =
     "UPDATE uploads SET ended = ?, outcome = CAST(? AS TEXT), received = ? WHERE id = ?";
 
@@ -159,6 +180,8 @@ void SqlArchive::DeleteLogger(std::int64_t logger) {
     Prepared("DELETE FROM points WHERE settings IN (SELECT id FROM settings WHERE logger = ?)")
         .Run(logger);
     Prepared("DELETE FROM settings WHERE logger = ?").Run(logger);
+    Prepared("DELETE FROM handed WHERE upload IN (SELECT id FROM uploads WHERE logger = ?)")
+        .Run(logger);
     Prepared("DELETE FROM uploads WHERE logger = ?").Run(logger);
     Prepared("DELETE FROM loggers WHERE id = ?").Run(logger);
 }
@@ -216,7 +239,7 @@ std::vector<std::int64_t> SqlArchive::UploadsBegunBehind(std::int64_t logger, st
 void SqlArchive::AddUpload(ArchiveUpload& upload) {
     SqlRows rows(Prepared(InsertUpload), upload.Logger, upload.Begin, upload.End,
                  OutcomeText(upload.Outcome), upload.Firmware, upload.Name, upload.Settings,
-                 upload.Said, upload.Received);
+                 upload.Said, upload.Received, upload.Origin);
     static_cast<void>(rows.Next());
     upload.Id = rows->Integer(0);
 }
@@ -227,4 +250,36 @@ void SqlArchive::UpdateUpload(const ArchiveUpload& upload) {
     if (change.Changed() != 1) {
         throw ArchiveFault(ArchiveTrouble::Gone, "");
     }
+}
+
+std::optional<ArchiveUpload> SqlArchive::UploadFrom(std::int64_t logger,
+                                                    const std::string& origin) {
+    SqlRows rows(Prepared(UploadOfOrigin), logger, origin);
+    return rows.Next() ? std::optional(UploadRow(rows)) : std::nullopt;
+}
+
+std::string SqlArchive::Identity() {
+    SqlRows rows(Prepared("SELECT identity FROM about"));
+    return rows.Next() ? rows->Text(0) : std::string();
+}
+
+std::vector<ArchiveUpload> SqlArchive::UploadsOwed(const std::string& target, int most) {
+    std::vector<ArchiveUpload> uploads;
+    for (SqlRows rows(Prepared(OwedUploads), target, most); rows.Next();) {
+        uploads.push_back(UploadRow(rows));
+    }
+    return uploads;
+}
+
+std::int64_t SqlArchive::CountOwed(const std::string& target) {
+    SqlRows rows(Prepared(OwedCount), target);
+    return rows.Next() ? rows->Integer(0) : 0;
+}
+
+void SqlArchive::NoteHandedOver(const std::string& target, const ArchiveUpload& upload) {
+    Prepared(NoteHanded).Run(target, upload.Id, upload.Received, upload.End);
+}
+
+void SqlArchive::ForgetHandedOver(const std::string& target) {
+    Prepared("DELETE FROM handed WHERE target = CAST(? AS TEXT)").Run(target);
 }

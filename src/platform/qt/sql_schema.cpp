@@ -76,7 +76,32 @@ CREATE TABLE records(
 CREATE INDEX records_by_time ON records(logger, time);
 )sql";
 
-constexpr std::array<const char*, 1> Steps = {VersionOne};
+constexpr const char* VersionTwo = R"sql(
+CREATE TABLE rounds(
+  id INTEGER PRIMARY KEY AUTOINCREMENT,
+  begun INTEGER NOT NULL,
+  ended INTEGER,
+  loggers INTEGER NOT NULL,
+  done INTEGER NOT NULL,
+  log TEXT NOT NULL,
+  digest TEXT NOT NULL);
+CREATE INDEX rounds_by_begin ON rounds(begun);
+)sql";
+
+constexpr const char* VersionThree = R"sql(
+ALTER TABLE uploads ADD COLUMN origin TEXT NOT NULL DEFAULT '';
+CREATE TABLE about(
+  identity TEXT NOT NULL);
+INSERT INTO about(identity) VALUES(lower(hex(randomblob(16))));
+CREATE TABLE handed(
+  target TEXT NOT NULL,
+  upload INTEGER NOT NULL,
+  received INTEGER NOT NULL,
+  ended INTEGER,
+  PRIMARY KEY(target, upload)) WITHOUT ROWID;
+)sql";
+
+constexpr std::array<const char*, 3> Steps = {VersionOne, VersionTwo, VersionThree};
 
 // The header of a file, its numbers with the high byte first.
 constexpr qsizetype HeaderSize = 100;

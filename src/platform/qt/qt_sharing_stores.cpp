@@ -1,0 +1,22 @@
+#include "platform/qt/qt_sharing_stores.h"
+
+#include <QSqlDatabase>
+
+#include "platform/qt/sql_archive.h"
+
+namespace {
+
+/// Of the thread that hands over, which nobody waits for: what the console is filing comes first.
+constexpr int PatienceMilliseconds = 500;
+
+}  // namespace
+
+SharingStores SharingStoresFor(const QString& file) {
+    SharingStores stores;
+    stores.Local = [file] {
+        return std::make_unique<SqlArchive>(
+            SqlArchiveOptions{.File = file, .PatienceMilliseconds = PatienceMilliseconds});
+    };
+    stores.WhyNot = "The driver for PostgreSQL is missing.";
+    return stores;
+}
