@@ -36,7 +36,8 @@ constexpr const char* Strays =
 
 }  // namespace
 
-SqlArchive::SqlArchive(SqlArchiveOptions options) : options_(std::move(options)) {}
+SqlArchive::SqlArchive(SqlArchiveOptions options)
+    : SqlStore(SqliteRecordTexts()), options_(std::move(options)), dialect_(options_.File) {}
 
 SqlArchive::~SqlArchive() {
     Close();
@@ -73,7 +74,7 @@ void SqlArchive::Connect() {
     RunSql(database_, "PRAGMA cache_size=-32768");
     MigrateArchive(database_, options_.Schema);
     static_cast<void>(AskSql(database_, "PRAGMA journal_mode=WAL"));
-    statements_ = std::make_unique<SqlStatements>(database_);
+    statements_ = std::make_unique<SqlStatements>(database_, dialect_);
     checkpoints_ = std::make_unique<SqlCheckpoints>(options_.File);
 }
 
@@ -92,13 +93,6 @@ std::string SqlArchive::Place() const {
 
 std::int64_t SqlArchive::Now() {
     return options_.Clock ? options_.Clock() : QDateTime::currentMSecsSinceEpoch();
-}
-
-SqlStatement& SqlArchive::Prepared(const char* text) {
-    if (!statements_) {
-        throw ArchiveFault(ArchiveTrouble::Other, "The archive is not open.");
-    }
-    return (*statements_)[text];
 }
 
 void SqlArchive::Begin() {
@@ -184,13 +178,14 @@ std::vector<std::string> SqlArchive::Check(const Meanwhile& meanwhile) {
     std::vector<std::string> wrong;
     RunBeside(
         [&wrong](const QSqlDatabase& database) {
-            SqlStatement integrity(database, "PRAGMA integrity_check(20)");
+            SqliteDialect dialect(database);
+            SqlStatement integrity(database, "PRAGMA integrity_check(20)", dialect);
             for (SqlRows rows(integrity); rows.Next();) {
                 if (rows->Text(0) != "ok") {
                     wrong.push_back(rows->Text(0));
                 }
             }
-            SqlStatement counts(database, WrongCounts);
+            SqlStatement counts(database, WrongCounts, dialect);
             for (SqlRows rows(counts); rows.Next();) {
                 wrong.push_back("wrong count of records: " + rows->Text(0));
             }
