@@ -4,10 +4,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <chrono>
-#include <future>
 #include <utility>
 
+#include "platform/qt/sql_beside.h"
 #include "platform/qt/sql_checkpoints.h"
 #include "platform/qt/text_qt.h"
 
@@ -19,7 +18,6 @@ constexpr int WrittenPerCheckpoint = 4000;
 constexpr int WrittenPerTransaction = 20;
 /// Patience of work that has a thread of its own.
 constexpr int LongPatienceMilliseconds = 10'000;
-constexpr std::chrono::milliseconds BetweenLooks(40);
 
 /// `folder` made if it is missing.
 void MakeFolder(const QString& folder) {
@@ -27,12 +25,6 @@ void MakeFolder(const QString& folder) {
         throw ArchiveFault(ArchiveTrouble::NoFolder, "");
     }
 }
-
-constexpr const char* WrongCounts =
-    "SELECT mac FROM loggers WHERE records <> "
-    "(SELECT count(*) FROM records WHERE records.logger = loggers.id)";
-constexpr const char* Strays =
-    "SELECT count(*) FROM records WHERE upload NOT IN (SELECT id FROM uploads)";
 
 }  // namespace
 
@@ -140,21 +132,11 @@ std::int64_t SqlArchive::Stamp() {
 
 void SqlArchive::RunBeside(const std::function<void(const QSqlDatabase&)>& work,
                            const Meanwhile& meanwhile) const {
-    auto done = std::async(std::launch::async, [this, &work] {
-        QSqlDatabase database =
-            ConnectSql(options_.File, LongPatienceMilliseconds, SqlOpening::Existing);
-        try {
-            work(database);
-        } catch (const ArchiveFault&) {
-            DisconnectSql(database);
-            throw;
-        }
-        DisconnectSql(database);
-    });
-    while (done.wait_for(BetweenLooks) == std::future_status::timeout) {
-        meanwhile();
-    }
-    done.get();
+    RunSqlBeside(
+        [this] {
+            return ConnectSql(options_.File, LongPatienceMilliseconds, SqlOpening::Existing);
+        },
+        work, meanwhile);
 }
 
 void SqlArchive::BackUp(const std::string& path, const Meanwhile& meanwhile) {
@@ -185,13 +167,7 @@ std::vector<std::string> SqlArchive::Check(const Meanwhile& meanwhile) {
                     wrong.push_back(rows->Text(0));
                 }
             }
-            SqlStatement counts(database, WrongCounts, dialect);
-            for (SqlRows rows(counts); rows.Next();) {
-                wrong.push_back("wrong count of records: " + rows->Text(0));
-            }
-            if (AskSql(database, Strays) != 0) {
-                wrong.emplace_back("records without an upload");
-            }
+            CheckSqlRows(database, dialect, wrong);
         },
         meanwhile);
     return wrong;
