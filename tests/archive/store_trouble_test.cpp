@@ -187,7 +187,8 @@ constexpr const char* AddNote = "ALTER TABLE loggers ADD COLUMN note TEXT;\n";
 
 TEST_F(TroubleTest, AnOlderArchiveIsBroughtUpInPlace) {
     MakeArchive();
-    const std::array<const char*, 3> later = {ArchiveSchema()[0], ArchiveSchema()[1], AddNote};
+    const std::array<const char*, 4> later = {ArchiveSchema()[0], ArchiveSchema()[1],
+                                              ArchiveSchema()[2], AddNote};
     const auto newer = WithSchema(later);
     EXPECT_TRUE(Upload(*newer, 1000).empty());
     EXPECT_EQ(newer->Loggers().at(0).Records, 1000);
@@ -198,13 +199,14 @@ TEST_F(TroubleTest, AnOlderArchiveIsBroughtUpInPlace) {
 
 TEST_F(TroubleTest, AMigrationThatFailsLeavesTheOlderArchiveAsItWas) {
     MakeArchive();
-    const std::array<const char*, 4> later = {ArchiveSchema()[0], ArchiveSchema()[1], AddNote,
-                                              "NO SUCH WORD;\n"};
+    const std::array<const char*, 5> later = {ArchiveSchema()[0], ArchiveSchema()[1],
+                                              ArchiveSchema()[2], AddNote, "NO SUCH WORD;\n"};
     EXPECT_THROW(WithSchema(later)->Open(), ArchiveFault);
     EXPECT_TRUE(Upload(1000).empty());
     EXPECT_EQ(RecordsKept(), 1000);
     store->Close();
-    const std::array<const char*, 3> mended = {ArchiveSchema()[0], ArchiveSchema()[1], AddNote};
+    const std::array<const char*, 4> mended = {ArchiveSchema()[0], ArchiveSchema()[1],
+                                               ArchiveSchema()[2], AddNote};
     WithSchema(mended)->Open();
 }
 
