@@ -6,10 +6,10 @@
 #include <string_view>
 #include <system_error>
 
+#include "common/file_path.h"
 #include "common/file_rewrite.h"
 #include "common/mac_text.h"
 #include "common/number_text.h"
-#include "common/file_path.h"
 #include "common/path_text.h"
 
 namespace {
