@@ -4,7 +4,8 @@
 set -euo pipefail
 packages=(
     g++ cmake ninja-build ccache git python3 ca-certificates
-    qt6-base-dev qt6-serialport-dev qt6-svg-dev libqt6svg6 libqt6sql6-sqlite libgl-dev
+    qt6-base-dev qt6-serialport-dev qt6-svg-dev libqt6svg6 libqt6sql6-sqlite libqt6sql6-psql libgl-dev
+    postgresql-15
     libqcustomplot-dev qtkeychain-qt6-dev
     libgtest-dev libgmock-dev libbenchmark-dev libboost-dev libsqlite3-dev
     clang clang-format clang-tidy libclang-rt-14-dev

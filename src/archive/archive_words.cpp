@@ -44,6 +44,14 @@ TroubleWords WordsOf(ArchiveTrouble kind) {
         case ArchiveTrouble::Gone:
             return {"the logger was deleted from it meanwhile.", "Upload again to keep it anew.",
                     "Upload again to keep it anew."};
+        case ArchiveTrouble::Away:
+            return {"its server cannot be reached.",
+                    "Make sure that the server runs and the network reaches it.",
+                    "Make sure that the server runs and the network reaches it."};
+        case ArchiveTrouble::Refused:
+            return {"its server does not let this user in.",
+                    "Make sure that user and password are those that its administrator gave.",
+                    "Make sure that user and password are those that its administrator gave."};
         default:
             return {"it could not be written.", "Upload again once this is mended.",
                     "Try again once this is mended."};

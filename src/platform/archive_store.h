@@ -26,7 +26,8 @@ enum class ArchiveTrouble {
     Damaged,   ///< it is an archive no longer: cut off, or its inside does not hold together
     Newer,     ///< a newer console made it
     Gone,      ///< what was worked on has been deleted meanwhile
-    Away,      ///< the server cannot be reached, or the connection to it is lost
+    Away,      ///< its server cannot be reached, or the connection was lost; Open connects anew
+    Refused,   ///< its server does not let this user in, or not with this password
     Other      ///< the words tell
 };
 
@@ -148,8 +149,8 @@ class ArchiveStore {
     [[nodiscard]] virtual std::int64_t Now() = 0;
 
     // What is written between Begin and Commit is there as a whole or not at all, whatever happens.
-    // Only one at a time is in there: whoever else begins finds it Locked. What is read between
-    // BeginReading and Commit is one state of the archive.
+    // Only one at a time works on a logger: whoever else looks for it, or begins, finds it Locked.
+    // What is read between BeginReading and Commit is one state of the archive.
     virtual void Begin() = 0;
     virtual void BeginReading() = 0;
     virtual void Commit() = 0;

@@ -190,14 +190,12 @@ TEST_P(FilerTest, SettledInWordsItShowsNoBox) {
     UploadStart start;
     start.Name = "Site";
     start.Records = 1;
-    const auto other = bench->NewStore();
-    other->Open();
-    other->Begin();
+    bench->Hold();
     filer.Began(start);
     filer.Took(std::vector{RecordAt(60)});
     filer.Ended(UploadOutcome::Complete);
     const auto words = filer.SettleInWords();
-    other->Rollback();
+    bench->Release();
     ASSERT_TRUE(words);
     EXPECT_NE(words->find("another program holds it"), std::string::npos) << *words;
     EXPECT_TRUE(Line().Boxes().empty());
@@ -247,10 +245,8 @@ TEST_P(FilerTest, TheUploadRunsToTheStepAsWithoutAnArchive) {
 
 TEST_P(FilerTest, ALockThatGoesAgainIsNotTold) {
     Make(SiteWithHistory(2000));
-    const auto other = bench->NewStore();
-    other->Open();
-    other->Begin();
-    filing->In(3 * Second, [&] { other->Rollback(); });
+    bench->Hold();
+    filing->In(3 * Second, [&] { bench->Release(); });
     filing->Run();
     EXPECT_TRUE(Line().Boxes().empty());
     EXPECT_EQ(Uploads().at(0).Outcome, ArchiveOutcome::Complete);
@@ -259,9 +255,7 @@ TEST_P(FilerTest, ALockThatGoesAgainIsNotTold) {
 
 TEST_P(FilerTest, ALockThatStaysIsToldOnceAndTheUploadIsThere) {
     Make(SiteWithHistory(100));
-    const auto other = bench->NewStore();
-    other->Open();
-    other->Begin();
+    bench->Hold();
     filing->Run();
     ASSERT_EQ(Line().Boxes().size(), 1U);
     EXPECT_EQ(Line().Boxes()[0].Title, "Archive");
@@ -271,14 +265,14 @@ TEST_P(FilerTest, ALockThatStaysIsToldOnceAndTheUploadIsThere) {
     EXPECT_EQ(filing->Viewers, 1);
     filing->Run();
     EXPECT_TRUE(Line().Boxes().empty());
-    other->Rollback();
+    bench->Release();
     filing->Run();
     EXPECT_TRUE(Line().Boxes().empty());
     ExpectKeptAll();
-    other->Begin();
+    bench->Hold();
     filing->Run();
     EXPECT_EQ(Line().Boxes().size(), 1U);
-    other->Rollback();
+    bench->Release();
 }
 
 TEST_P(FilerTest, ALoggerDeletedMeanwhileIsTold) {

@@ -333,12 +333,10 @@ TEST_P(ScheduleTest, TheEndOfTheProgramInTheMiddleEndsTheRound) {
 }
 
 TEST_P(ScheduleTest, ALogThatTheArchiveDoesNotTakeIsKeptLater) {
-    const auto other = bench->NewStore();
-    other->Open();
-    other->Begin();
+    bench->Hold();
     rounds.schedule->StartNow();
     ASSERT_TRUE(rounds.RunOut());
-    other->Rollback();
+    bench->Release();
     EXPECT_TRUE(store->Rounds(1).empty());
     rounds.Seconds(11);
     EXPECT_EQ(Newest().Log, rounds.schedule->LogText());

@@ -262,7 +262,7 @@ QSqlDatabase ConnectSql(const QString& file, int patienceMilliseconds, SqlOpenin
     if (!database.open()) {
         const ArchiveFault fault =
             database.isValid()
-                ? FaultOf(database.lastError(), file)
+                ? SqliteDialect(file).FaultOf(database.lastError())
                 : ArchiveFault(ArchiveTrouble::Other, "The driver for SQLite is missing.");
         DisconnectSql(database);
         throw fault;

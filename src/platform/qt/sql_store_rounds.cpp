@@ -1,10 +1,9 @@
-// The rounds that an archive in a file remembers.
+// The rounds that an archive remembers.
 
-#include "platform/qt/sql_archive.h"
+#include "platform/qt/sql_store.h"
 
 namespace {
 
-// Texts are written and read as bytes, so that each comes back as it was.
 constexpr const char* NewestRounds =
     "SELECT id, begun, ended, loggers, done, CAST(log AS BLOB), CAST(digest AS BLOB) FROM rounds "
     "ORDER BY begun DESC, id DESC LIMIT ?";
@@ -17,7 +16,7 @@ constexpr const char* ChangeRound =
 
 }  // namespace
 
-std::vector<ArchiveRound> SqlArchive::Rounds(int most) {
+std::vector<ArchiveRound> SqlStore::Rounds(int most) {
     std::vector<ArchiveRound> rounds;
     for (SqlRows rows(Prepared(NewestRounds), most); rows.Next();) {
         ArchiveRound round{.Id = rows->Integer(0),
@@ -34,7 +33,7 @@ std::vector<ArchiveRound> SqlArchive::Rounds(int most) {
     return rounds;
 }
 
-void SqlArchive::KeepRound(ArchiveRound& round) {
+void SqlStore::KeepRound(ArchiveRound& round) {
     if (round.Id != 0) {
         SqlStatement& change = Prepared(ChangeRound);
         change.Run(round.End, round.Loggers, round.Done, round.Log, round.Digest, round.Id);
@@ -48,6 +47,6 @@ void SqlArchive::KeepRound(ArchiveRound& round) {
     round.Id = rows->Integer(0);
 }
 
-void SqlArchive::DropRounds(std::int64_t before) {
+void SqlStore::DropRounds(std::int64_t before) {
     Prepared("DELETE FROM rounds WHERE begun < ?").Run(before);
 }
