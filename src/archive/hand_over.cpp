@@ -132,8 +132,6 @@ void HandOver::Write(const std::vector<RecordIdentity>& records, bool last) {
     if (row.Id == 0) {
         FindRow(logger, row);
         upload.Merge = std::make_unique<SeriesMerge>(shared_, row.Id, row.Begin);
-    } else if (row.Logger != logger.Id) {
-        throw ArchiveFault(ArchiveTrouble::Gone, "");
     }
     upload.Merge->File(records, logger);
     upload.Sent += static_cast<std::int64_t>(records.size());
