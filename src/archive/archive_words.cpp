@@ -67,6 +67,9 @@ TroubleWords WordsOfServer(ArchiveTrouble kind) {
         case ArchiveTrouble::Away:
             return words("the server cannot be reached.",
                          "\"This Computer\" shows what was collected here.");
+        case ArchiveTrouble::Refused:
+            return words("the server does not let this user in, or not with this password.",
+                         "\"Archive Settings...\" has user and password.");
         case ArchiveTrouble::ReadOnly:
             return words("this user may only read it.",
                          "Ask whoever looks after the server for a user who may do more.");

@@ -116,7 +116,7 @@ TEST_F(ArchiveSharingTest, TheServerGoingAndComingBackIsToldOnceEach) {
     Begin();
     shared.Now = {.State = SharingState::Done, .Waiting = 0};
     EXPECT_EQ(Told(), "");
-    shared.Now = {.State = SharingState::Away, .Waiting = 2};
+    shared.Now = {.State = SharingState::Away, .Waiting = 2, .Kind = ArchiveTrouble::Away};
     EXPECT_NE(Told().find("The shared archive cannot be reached"), std::string::npos);
     EXPECT_TRUE(status.Failed());
     status.Came("Something else");
@@ -134,10 +134,17 @@ TEST_F(ArchiveSharingTest, TheServerGoingAndComingBackIsToldOnceEach) {
 TEST_F(ArchiveSharingTest, ALineWaitsForTheOperationThatStandsThere) {
     Begin();
     status.Doing("Reading");
-    shared.Now = {.State = SharingState::Away};
+    shared.Now = {.State = SharingState::Away, .Kind = ArchiveTrouble::Away};
     EXPECT_EQ(Told(), "Reading...");
     status.Came("Read");
     EXPECT_NE(Told().find("cannot be reached"), std::string::npos);
+}
+
+TEST_F(ArchiveSharingTest, WhoIsNotLetInIsToldSo) {
+    Begin();
+    shared.Now = {.State = SharingState::Away, .Kind = ArchiveTrouble::Refused};
+    EXPECT_NE(Told().find("does not let this user in"), std::string::npos);
+    EXPECT_TRUE(status.Failed());
 }
 
 TEST_F(ArchiveSharingTest, WhoMayOnlyReadIsToldOnce) {

@@ -58,7 +58,7 @@ TEST_F(MainWindowSharing, WhatWasSharedIsSharedFromTheStart) {
 TEST_F(MainWindowSharing, TheServerGoingAndComingBackIsALineAndNoBox) {
     KeepShared();
     StartConnected();
-    Shared.Now = {.State = SharingState::Away, .Waiting = 1};
+    Shared.Now = {.State = SharingState::Away, .Waiting = 1, .Kind = ArchiveTrouble::Away};
     EXPECT_TRUE(Tells("The shared archive cannot be reached"));
     Shared.Now = {.State = SharingState::Done, .Waiting = 0};
     EXPECT_TRUE(Tells("The shared archive is back"));

@@ -272,11 +272,11 @@ class History {
     std::mt19937& random_;
 };
 
-constexpr unsigned Histories = 25;
+constexpr int Histories = 25;
 
 TEST_P(HandOverTest, InAnyOrderItIsAsIfAllHadBeenFiledThere) {
-    for (unsigned seed = 1; seed <= Histories; ++seed) {
-        std::mt19937 random(seed);
+    for (int seed = 1; seed <= bench->CasesOf(Histories); ++seed) {
+        std::mt19937 random(static_cast<unsigned>(seed));
         History history(random);
         std::array<SqliteBench, 3> computers;
         std::vector<std::unique_ptr<ArchiveStore>> stores;
@@ -318,8 +318,8 @@ TEST_P(HandOverTest, InAnyOrderItIsAsIfAllHadBeenFiledThere) {
 
 /// Whatever stumbles, before it is done or behind it, at any call here or there.
 TEST_P(HandOverTest, WhateverGoesWrongItIsThereOnce) {
-    for (unsigned seed = 1; seed <= Histories; ++seed) {
-        std::mt19937 random(seed);
+    for (int seed = 1; seed <= bench->CasesOf(Histories); ++seed) {
+        std::mt19937 random(static_cast<unsigned>(seed));
         History history(random);
         SqliteBench computer;
         const auto local = computer.NewStore();
@@ -362,7 +362,7 @@ TEST_P(HandOverTest, WhateverGoesWrongItIsThereOnce) {
         ASSERT_EQ(local->CountOwed(shared->Identity()), 0) << "seed " << seed;
         ASSERT_EQ(Whole(*shared), Whole(*local)) << "seed " << seed;
     }
-    EXPECT_GT(faults, 100);
+    EXPECT_GT(faults, bench->CasesOf(Histories));
 }
 
 ORVIA_FOR_ALL_STORES(HandOverTest);

@@ -2,6 +2,7 @@
 
 #include <QSqlDatabase>
 
+#include "platform/qt/server_archive.h"
 #include "platform/qt/sql_archive.h"
 
 namespace {
@@ -17,6 +18,12 @@ SharingStores SharingStoresFor(const QString& file) {
         return std::make_unique<SqlArchive>(
             SqlArchiveOptions{.File = file, .PatienceMilliseconds = PatienceMilliseconds});
     };
-    stores.WhyNot = "The driver for PostgreSQL is missing.";
+    stores.Server = [](const ServerPlace& place, const std::string& password) {
+        return std::make_unique<ServerArchive>(
+            ServerArchiveOptions{.Place = place, .Password = password});
+    };
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL"))) {
+        stores.WhyNot = "The driver for PostgreSQL is missing.";
+    }
     return stores;
 }
