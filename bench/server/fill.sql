@@ -56,7 +56,8 @@ DECLARE
 BEGIN
   FOR part IN SELECT relname FROM pg_class JOIN pg_inherits ON inhrelid = oid
               WHERE inhparent = 'orvia.records'::regclass LOOP
-    EXECUTE format('CREATE UNIQUE INDEX %I ON orvia.%I(logger, place)', part || '_by_place', part);
+    EXECUTE format('CREATE UNIQUE INDEX %I ON orvia.%I(logger, place) INCLUDE (time)',
+                   part || '_by_place', part);
   END LOOP;
 END
 $$;
