@@ -45,7 +45,7 @@ void SerialLine::FinishRead() {
     const CallState state = calls_.EndRead(bytes);
     reads_ = state == CallState::Pending;
     failed_ = state == CallState::Failed;
-    if (state == CallState::Done && !purged_) {
+    if (state == CallState::Done) {
         Keep(bytes);
     }
 }
@@ -88,7 +88,6 @@ void SerialLine::ReadAll() {
             return;
         }
         before = received_.size();
-        purged_ = false;
         reads_ = calls_.BeginRead();
         failed_ = !reads_;
         FinishRead();
@@ -111,8 +110,9 @@ Bytes SerialLine::Take(std::size_t most) {
 }
 
 void SerialLine::Purge() {
+    // What a read has brought goes as well; one that still waits will bring what comes from now on.
+    FinishRead();
     received_.clear();
-    purged_ = true;
     if (!failed_) {
         calls_.Purge();
     }

@@ -82,7 +82,6 @@ class SerialLine {
     Bytes queued_;   // what goes behind it
     bool waits_ = false;
     bool reads_ = false;
-    bool purged_ = false;  // since the read under way began
     bool failed_ = false;
     int emptyWaits_ = 0;  // since a byte last came
 };

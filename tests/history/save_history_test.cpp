@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/path_text.h"
 #include "history/csv.h"
 #include "support/virtual_host.h"
 
@@ -42,7 +43,7 @@ TEST_F(AskForCsvFileTest, StartsInTheProgramsFolder) {
     EXPECT_EQ(query.Title, "Save As");
     EXPECT_EQ(query.DefaultExtension, ".csv");
     EXPECT_EQ(query.Filter, "Comma Separated Value Files (*.csv)|*.csv");
-    EXPECT_EQ(query.InitialName, "/opt/orvia/Pump 3 20261115-0830.csv");
+    EXPECT_EQ(query.InitialName, JoinPath("/opt/orvia", "Pump 3 20261115-0830.csv"));
     EXPECT_TRUE(host.Dialogs.Prompts[0]);
     EXPECT_EQ(lastFolder, "/opt/orvia");
 }
@@ -52,7 +53,8 @@ TEST_F(AskForCsvFileTest, GoesOnInTheFolderChosenLast) {
     EXPECT_EQ(Ask(), "/data/2026/a.csv");
     EXPECT_EQ(lastFolder, "/data/2026");
     Ask();
-    EXPECT_EQ(host.Dialogs.Queries[1].InitialName, "/data/2026/Pump 3 20261115-0830.csv");
+    EXPECT_EQ(host.Dialogs.Queries[1].InitialName,
+              JoinPath("/data/2026", "Pump 3 20261115-0830.csv"));
     EXPECT_EQ(lastFolder, "/data/2026");
 }
 

@@ -70,7 +70,7 @@ void WinSerialPort::Close() {
     opened_.reset();
 }
 
-void WinSerialPort::OnSignal() {
+void WinSerialPort::OnSignal() const {
     opened_->Line.OnSignal();
     if (opened_->Line.Failed()) {
         // Its signals would go on; a tick closes what is left, when no signal is under way.
@@ -87,6 +87,11 @@ void WinSerialPort::SetDTREnable(bool enable) {
 }
 
 int WinSerialPort::InBufferCount() const {
+    // Signals come by other threads, and late where many programs want the processor: whoever asks
+    // learns of what has ended before its signal.
+    if (PortOpen()) {
+        OnSignal();
+    }
     return PortOpen() ? static_cast<int>(opened_->Line.Waiting()) : 0;
 }
 

@@ -42,7 +42,7 @@ class WinSerialPort final : public SerialPort {
 
     void Open();
     void Close();
-    void OnSignal();
+    void OnSignal() const;
 
     int number_ = 1;
     std::string settings_ = "9600,N,8,1";
