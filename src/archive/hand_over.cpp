@@ -87,7 +87,7 @@ void HandOver::ReadUpload(const ArchiveUpload& row) {
         const auto settings =
             std::find_if(all.begin(), all.end(),
                          [&row](const ArchiveSettings& one) { return one.Id == row.Settings; });
-        upload_.emplace();
+        upload_ = std::make_unique<InHand>();
         upload_->Local = row;
         upload_->Logger = *logger;
         upload_->Settings = settings == all.end() ? ArchiveSettings() : *settings;

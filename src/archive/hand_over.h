@@ -70,7 +70,7 @@ class HandOver {
     const std::string target_;
     std::deque<ArchiveUpload> owed_;  ///< the next ones
     std::set<std::int64_t> refused_;  ///< those that went wrong since the last round
-    std::optional<InHand> upload_;
+    std::unique_ptr<InHand> upload_;
     std::vector<ArchiveRecord> rows_;  ///< room for what is read
 };
 

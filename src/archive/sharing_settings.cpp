@@ -67,7 +67,7 @@ std::optional<std::string> FlawOfName(std::string_view name, const std::string& 
 }
 
 std::optional<std::string> FlawOfServer(std::string_view server) {
-    const auto flaw = FlawOfName(server, "name or address of the server", LongestServer);
+    auto flaw = FlawOfName(server, "name or address of the server", LongestServer);
     if (flaw) {
         return flaw;
     }

@@ -329,10 +329,10 @@ TEST_P(HandOverTest, WhateverGoesWrongItIsThereOnce) {
         shared->Open();
         StumblingStore here(*local);
         StumblingStore there(*shared);
-        HandOver hand(here, there, history.Pick(1, 15));
-        const auto stumble = [&](const std::string& call, StumblingStore::When) {
-            // One that hands over knows how to begin anew; a notice is no part of it.
-            if (history.Pick(1, 60) == 1 && call != "Rollback") {
+        HandOver hand(here, there, history.Pick(4, 15));
+        const std::string target = hand.Target();
+        const auto stumble = [&](const char*, StumblingStore::When) {
+            if (history.Pick(1, 60) == 1) {
                 constexpr std::array Kinds = {ArchiveTrouble::Away, ArchiveTrouble::Locked,
                                               ArchiveTrouble::Full, ArchiveTrouble::Other};
                 throw ArchiveFault(Kinds[static_cast<std::size_t>(history.Pick(0, 3))], "");
@@ -341,7 +341,7 @@ TEST_P(HandOverTest, WhateverGoesWrongItIsThereOnce) {
         here.Stumble = stumble;
         there.Stumble = stumble;
         const auto some = [&](int turns) {
-            for (; turns > 0; --turns) {
+            for (; turns > 0 && local->CountOwed(target) > 0; --turns) {
                 try {
                     static_cast<void>(hand.Portion());
                 } catch (const ArchiveFault&) {
