@@ -287,7 +287,8 @@ std::optional<std::string> SharingWorker::WhyNot() const {
 
 void SharingWorker::Share(const ServerPlace& place, const std::string& password,
                           const std::string& identity) {
-    store_ = engine_->Stores().Server(place, password);
+    const SharingStores& stores = engine_->Stores();
+    store_ = (stores.ForWindows ? stores.ForWindows : stores.Server)(place, password);
     engine_->Share({place, password}, identity);
     Begin();
 }

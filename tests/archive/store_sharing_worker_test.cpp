@@ -167,6 +167,22 @@ TEST_P(SharingWorkerTest, AServerThatIsAwayIsAskedAgainBehindItsPause) {
     EXPECT_TRUE(Comes(worker, SharingState::Done));
 }
 
+TEST_P(SharingWorkerTest, TheWindowsHaveAnArchiveOfTheirOwn) {
+    SharingStores stores = Stores();
+    ArchiveStore* windows = nullptr;
+    stores.ForWindows = [&](const ServerPlace&, const std::string&) {
+        auto made = bench->NewStore();
+        windows = made.get();
+        return made;
+    };
+    SharingWorker worker(stores, quick);
+    worker.Share(place, "", "");
+    ASSERT_NE(windows, nullptr);
+    EXPECT_EQ(worker.Store().get(), windows);
+    worker.Cease();
+    EXPECT_EQ(worker.Store(), nullptr);
+}
+
 TEST_P(SharingWorkerTest, WhoMayOnlyReadIsToldSo) {
     File(1000);
     SharingStores stores = Stores();

@@ -9,6 +9,10 @@ namespace {
 
 /// Of the thread that hands over, which nobody waits for: what the console is filing comes first.
 constexpr int PatienceMilliseconds = 500;
+/// Of the windows: a click is answered by then, if only by what is wrong.
+constexpr int WindowMilliseconds = 2000;
+/// What another console holds just now, a window reads, or deletes, a little later.
+constexpr int WindowLockMilliseconds = 50;
 
 }  // namespace
 
@@ -21,6 +25,13 @@ SharingStores SharingStoresFor(const QString& file) {
     stores.Server = [](const ServerPlace& place, const std::string& password) {
         return std::make_unique<ServerArchive>(
             ServerArchiveOptions{.Place = place, .Password = password});
+    };
+    stores.ForWindows = [](const ServerPlace& place, const std::string& password) {
+        return std::make_unique<ServerArchive>(
+            ServerArchiveOptions{.Place = place,
+                                 .Password = password,
+                                 .StatementMilliseconds = WindowMilliseconds,
+                                 .LockMilliseconds = WindowLockMilliseconds});
     };
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL"))) {
         stores.WhyNot = "The driver for PostgreSQL is missing.";
