@@ -103,7 +103,9 @@ CREATE TABLE IF NOT EXISTS records(
 CREATE INDEX IF NOT EXISTS records_by_time ON records(logger, time);
 -- What no year's part takes: clocks that are off.
 CREATE TABLE IF NOT EXISTS records_other PARTITION OF records DEFAULT;
-CREATE UNIQUE INDEX IF NOT EXISTS records_other_by_place ON records_other(logger, place);
+-- With the time: where a period begins and ends in the series is found without its records.
+CREATE UNIQUE INDEX IF NOT EXISTS records_other_by_place
+  ON records_other(logger, place) INCLUDE (time);
 
 CREATE TABLE IF NOT EXISTS rounds(
   id integer GENERATED ALWAYS AS IDENTITY PRIMARY KEY,
@@ -142,7 +144,8 @@ BEGIN
   EXECUTE format('WITH moved AS (DELETE FROM records_other WHERE time >= %s AND time < %s
                                  RETURNING *) INSERT INTO %I SELECT * FROM moved',
                  first, behind, part);
-  EXECUTE format('CREATE UNIQUE INDEX %I ON %I(logger, place)', part || '_by_place', part);
+  EXECUTE format('CREATE UNIQUE INDEX %I ON %I(logger, place) INCLUDE (time)',
+                 part || '_by_place', part);
   EXECUTE format('ALTER TABLE records ATTACH PARTITION %I FOR VALUES FROM (%s) TO (%s)',
                  part, first, behind);
 END

@@ -87,8 +87,6 @@ PostgresServer::~PostgresServer() {
     } catch (const std::exception& fault) {
         ADD_FAILURE() << fault.what();
     }
-    // The folder is the server's user's.
-    watch_.reset();
 }
 
 PostgresServer& PostgresServer::Shared() {

@@ -141,8 +141,9 @@ void ServerArchive::Commit() {
         Rollback();
         throw ArchiveFault(ArchiveTrouble::Other, "It was taken back.");
     }
-    Do("COMMIT");
+    // Whatever it answers, the transaction is over.
     inTransaction_ = writing_ = false;
+    Do("COMMIT");
 }
 
 void ServerArchive::Rollback() noexcept {

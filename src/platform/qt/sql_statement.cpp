@@ -1,6 +1,7 @@
 #include "platform/qt/sql_statement.h"
 
 #include <QByteArray>
+#include <QSqlError>
 #include <QStringList>
 
 namespace {
@@ -23,6 +24,9 @@ QString Named(const QString& text) {
 
 SqlStatement::SqlStatement(const QSqlDatabase& database, const char* text, SqlDialect& dialect)
     : query_(database), dialect_(&dialect) {
+    if (!database.isOpen()) {
+        throw dialect.FaultOf(database.lastError());
+    }
     query_.setForwardOnly(dialect.FetchesRowByRow());
     if (!query_.prepare(Named(dialect.Said(text)))) {
         throw dialect.FaultOf(query_.lastError());
