@@ -124,7 +124,9 @@ void SharingRounds::EndRound(Result& result) {
     if (result.Reached) {
         result.Waiting = CountWaiting(target);
     }
-    pause_ = pause_.count() == 0 ? pauses_.First : std::min(2 * pause_, pauses_.Longest);
+    // What another console held is free a moment later.
+    const bool held = result.Reached && lastRound_->Kind == ArchiveTrouble::Locked;
+    pause_ = held || pause_.count() == 0 ? pauses_.First : std::min(2 * pause_, pauses_.Longest);
     next_ = std::chrono::steady_clock::now() + pause_;
 }
 

@@ -242,6 +242,24 @@ TEST_F(TroubleTest, AMigrationThatFailsLeavesTheOlderArchiveAsItWas) {
     WithSchema(mended)->Open();
 }
 
+/// The hand-over opens and closes the archive on its own, again and again, beside the console.
+TEST_F(TroubleTest, WhatASecondStoreClosesNoOtherProcessTakesForUnused) {
+    MakeArchive();
+    store->Open();
+    const auto second = bench.NewStore();
+    second->Open();
+    second->Close();
+    OtherProcess other({ORVIA_KILLED_CONSOLE, bench.File().toStdString(), "20", "0"});
+    EXPECT_NE(other.Output().find("done"), std::string::npos);
+    EXPECT_TRUE(QFile::exists(bench.File() + QStringLiteral("-wal"))) << "the log is gone";
+    EXPECT_TRUE(Upload(1500).empty());
+    const auto uploads = store->Loggers().at(0).Uploads;
+    store.reset();
+    const auto later = bench.NewStore();
+    later->Open();
+    EXPECT_EQ(later->Loggers().at(0).Uploads, uploads);
+}
+
 TEST_F(TroubleTest, AFullDiskIsToldAndWhatWasFiledIsThere) {
     constexpr rlim_t Room = 200'000;
     EXPECT_TRUE(Upload(20).empty());

@@ -8,6 +8,7 @@
 
 #include "platform/qt/sql_beside.h"
 #include "platform/qt/sql_checkpoints.h"
+#include "platform/qt/sql_open_files.h"
 #include "platform/qt/text_qt.h"
 
 namespace {
@@ -47,7 +48,7 @@ void SqlArchive::Open() {
     if (!QFileInfo::exists(options_.File)) {
         MakeArchiveFile(options_.File, options_.Schema);
     }
-    CheckArchiveFile(options_.File);
+    LookIntoUnusedFile(options_.File, [this] { CheckArchiveFile(options_.File); });
     try {
         Connect();
     } catch (const ArchiveFault&) {

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/qt/sql_open_files.h"
 #include "platform/qt/sql_statement.h"
 #include "platform/qt/text_qt.h"
 
@@ -131,6 +132,11 @@ bool IsCutOff(const QByteArray& header, const QString& file) {
     // Pages that are still in the log beside the file need not be in it.
     const bool hasLog = QFileInfo(file + QStringLiteral("-wal")).size() > 0;
     return !hasLog && QFileInfo(file).size() < page * HeaderNumber(header, PageCountOffset, 4);
+}
+
+/// The file of a connection; empty for one to a server.
+QString FileOf(const QSqlDatabase& database) {
+    return QUrl(database.databaseName()).toLocalFile();
 }
 
 /// Runs statements one by one; the engine takes only one at a time.
@@ -257,6 +263,7 @@ QSqlDatabase ConnectSql(const QString& file, int patienceMilliseconds, SqlOpenin
     database.setDatabaseName(
         QString::fromUtf8(QUrl::fromLocalFile(file).toEncoded()) +
         (opening == SqlOpening::Existing ? QStringLiteral("?mode=rw") : QString()));
+    AddOpenFile(FileOf(database));
     database.setConnectOptions(
         QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(patienceMilliseconds));
     if (!database.open()) {
@@ -272,7 +279,11 @@ QSqlDatabase ConnectSql(const QString& file, int patienceMilliseconds, SqlOpenin
 
 void DisconnectSql(QSqlDatabase& database) noexcept {
     const QString name = database.connectionName();
+    const QString file = FileOf(database);
     database.close();
     database = QSqlDatabase();
     QSqlDatabase::removeDatabase(name);
+    if (!file.isEmpty()) {
+        RemoveOpenFile(file);
+    }
 }
