@@ -11,7 +11,7 @@ namespace {
 
 constexpr int TicksPerSecond = 10;
 /// Ticks that the rate looks back on, and the fewest that tell one.
-constexpr std::size_t LongestLook = 5 * TicksPerSecond;
+constexpr std::size_t LongestLook = std::size_t{5} * TicksPerSecond;
 constexpr std::size_t ShortestLook = TicksPerSecond;
 
 /// "0:45", "12:05", "1:02:05".
