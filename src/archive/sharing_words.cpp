@@ -37,6 +37,16 @@ std::string AwayText(const SharingStatus& status, const std::string& since) {
     return status.Words.empty() ? text : text.append(LineBreak).append(status.Words);
 }
 
+/// A server that answers, if only to refuse, is not out of reach.
+std::string LineOfLoss(ArchiveTrouble kind) {
+    if (kind == ArchiveTrouble::Away || kind == ArchiveTrouble::Other) {
+        return "The shared archive cannot be reached: uploads are kept on this computer, and "
+               "handed over later";
+    }
+    return "The shared archive cannot be entered: " + WhatIsWrongThere(kind) +
+           " Uploads are kept on this computer, and handed over later";
+}
+
 }  // namespace
 
 std::string StatusText(const SharingStatus& status, const std::string& since) {
@@ -78,10 +88,7 @@ std::string TrialText(const SharingTrial& trial) {
 std::optional<SharingLine> LineBetween(SharingState told, const SharingStatus& now) {
     switch (now.State) {
         case SharingState::Away:
-            return SharingLine{
-                "The shared archive cannot be reached: uploads are kept on this "
-                "computer, and handed over later",
-                false};
+            return SharingLine{LineOfLoss(now.Kind), false};
         case SharingState::Stuck:
             return SharingLine{"The shared archive does not take what is handed over: " +
                                    WhatIsWrongThere(now.Kind) +
