@@ -55,16 +55,7 @@ QString Array(std::span<const ArchiveRecord> records, Of of) {
 
 const SqlRecordTexts& ServerRecordTexts() {
     static constexpr SqlRecordTexts texts = {
-        .FromPlace = FromPlace,
-        .OfUpload = OfUpload,
-        .AtTime = AtTime,
-        .Last = Last,
-        .LeastTime = "SELECT min(time) FROM records WHERE logger = ?",
-        .GreatestTime = "SELECT max(time) FROM records WHERE logger = ?",
-        .PlaceBefore = "SELECT max(place) FROM records WHERE logger = ? AND place < ?",
-        .PlacesWithin =
-            "SELECT min(place), max(place) FROM records "
-            "WHERE logger = ? AND time BETWEEN ? AND ?"};
+        .FromPlace = FromPlace, .OfUpload = OfUpload, .AtTime = AtTime, .Last = Last};
     return texts;
 }
 

@@ -61,17 +61,7 @@ const char* InsertOf(std::size_t records) {
 
 const SqlRecordTexts& SqliteRecordTexts() {
     static constexpr SqlRecordTexts texts = {
-        .FromPlace = FromPlace,
-        .OfUpload = OfUpload,
-        .AtTime = AtTime,
-        .Last = LastPlace,
-        // Each of the two is the end of an index; asked for both at once, the engine reads all.
-        .LeastTime = "SELECT min(time) FROM records WHERE logger = ?",
-        .GreatestTime = "SELECT max(time) FROM records WHERE logger = ?",
-        .PlaceBefore = "SELECT max(place) FROM records WHERE logger = ? AND place < ?",
-        .PlacesWithin =
-            "SELECT min(place), max(place) FROM records "
-            "WHERE logger = ? AND time BETWEEN ? AND ?"};
+        .FromPlace = FromPlace, .OfUpload = OfUpload, .AtTime = AtTime, .Last = LastPlace};
     return texts;
 }
 

@@ -14,10 +14,14 @@ struct SqlRecordTexts {
     const char* OfUpload;   ///< of logger, place, upload, most
     const char* AtTime;     ///< of logger, time
     const char* Last;       ///< of logger
-    const char* LeastTime;  ///< of logger
-    const char* GreatestTime;
-    const char* PlaceBefore;   ///< of logger, place
-    const char* PlacesWithin;  ///< of logger, first time, last time
+    // Each of the two is the end of an index; asked for both at once, an engine may read all.
+    const char* LeastTime = "SELECT min(time) FROM records WHERE logger = ?";
+    const char* GreatestTime = "SELECT max(time) FROM records WHERE logger = ?";
+    /// Of logger, place.
+    const char* PlaceBefore = "SELECT max(place) FROM records WHERE logger = ? AND place < ?";
+    /// Of logger, first time, last time.
+    const char* PlacesWithin =
+        "SELECT min(place), max(place) FROM records WHERE logger = ? AND time BETWEEN ? AND ?";
 };
 
 // How counts lie in the numbers that records are read by.
