@@ -117,6 +117,7 @@ class CountingView final : public MainView {
     int ClientCount() const override { return 10000; }
     int SelectedClient() const override { return 1; }
     std::shared_ptr<ClientWindow> NewClientWindow() override { return nullptr; }
+    std::shared_ptr<ClientWindow> NewClientWindowBehind() override { return nullptr; }
     void CloseAllChildForms() override {}
     void SetStatus(const std::string& /*text*/, bool /*failed*/) override {}
 

@@ -10,6 +10,7 @@ set(ORVIA_FLOORS
     "client console"
     "setup history trace"
     "archive"
+    "collect"
     "app")
 string(REPLACE " " ";" ORVIA_ROOMS "${ORVIA_FLOORS}")
 

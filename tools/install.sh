@@ -5,8 +5,9 @@
 set -euo pipefail
 packages=(
     g++ cmake ninja-build ccache git python3 ca-certificates
-    qt6-base-dev qt6-serialport-dev libqt6sql6-sqlite libgl-dev librsvg2-bin
-    libqcustomplot-dev
+    qt6-base-dev qt6-serialport-dev libqt6sql6-sqlite libqt6sql6-psql postgresql-15
+    libgl-dev librsvg2-bin
+    libqcustomplot-dev qtkeychain-qt6-dev
     libgtest-dev libgmock-dev libbenchmark-dev libboost-dev libsqlite3-dev
     clang clang-format clang-tidy libclang-rt-14-dev
     fonts-dejavu-core poppler-utils xvfb xauth

@@ -96,7 +96,7 @@ ClientContext Contexts::Clients(ClientPopup& popup) const {
             .Devices = state_.CataloguesRecord,
             .Cycles = state_.SamplingRecord,
             .Exchange = state_.Exchange,
-            .Outside = state_.Outside,
+            .Outside = state_.OutsideOfWindows,
             .View = view_,
             .Popup = popup,
             .Samples = &state_.Live};
@@ -136,5 +136,16 @@ ArchiveContext Contexts::Collected() const {
 ArchiveWork Contexts::Archive() const {
     return {.windows = Collected(),
             .settings = state_.SettingsRecord,
-            .filer = state_.Filer ? &*state_.Filer : nullptr};
+            .filer = state_.Filer ? &*state_.Filer : nullptr,
+            .sharing = &state_.Sharing};
+}
+
+CollectContext Contexts::Collection(OperationLog& log) const {
+    return {.operation = Operation(log),
+            .book = state_.Book,
+            .windows = state_.Windows,
+            .history = state_.History,
+            .filer = *state_.Filer,
+            .archive = *state_.Outside.Archive,
+            .windowBoxes = state_.WindowBoxes};
 }

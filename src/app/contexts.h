@@ -4,6 +4,7 @@
 #include "app/shared_state.h"
 #include "archive/archive_session.h"
 #include "client/client_context.h"
+#include "collect/collect_context.h"
 #include "console/book_operations.h"
 #include "console/entry_editing.h"
 #include "console/list_drop.h"
@@ -35,6 +36,8 @@ class Contexts {
     [[nodiscard]] SetupRecords Setup() const;
     [[nodiscard]] ArchiveContext Collected() const;
     [[nodiscard]] ArchiveWork Archive() const;
+    /// There is an archive.
+    [[nodiscard]] CollectContext Collection(OperationLog& log) const;
 
  private:
     SharedState& state_;

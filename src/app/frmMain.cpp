@@ -10,6 +10,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTextDocument>
@@ -23,6 +24,7 @@
 #include "app/lifecycle.h"
 #include "app/window_place.h"
 #include "client/frmClient.h"
+#include "collect/frmCollect.h"
 #include "common/fault.h"
 #include "common/help_file.h"
 #include "console/client_list.h"
@@ -143,11 +145,12 @@ frmMain::frmMain(SharedState& state)
     BuildHelpMenu();
     BuildPopup();
     BuildTimers();
+    MakeSchedule();
 }
 
 frmMain::~frmMain() = default;
 
-void frmMain::Load() {
+void frmMain::Load(bool unattended) {
     frmSplash splash;
     splash.show();
     BeginStart(state_, *this);
@@ -163,7 +166,9 @@ void frmMain::Load() {
     Timer1_.start();
     Timer2_.start();
     AwaitPlace();
-    ShowConnect();
+    if (!unattended) {
+        ShowConnect();
+    }
     EndStart(state_, *this);
 }
 
@@ -244,6 +249,7 @@ void frmMain::SetCommandStates(const CommandStates& states) {
     for (QAction* action : forAllActions_) {
         action->setEnabled(states.Operations);
     }
+    mnuCollect_->setEnabled(states.Collection && state_.Filer);
     mnuAutoUpdateFACW_->setEnabled(states.SampleContinuously);
     mnuAutoUpdateFACW_->setChecked(states.AutoUpdateChecked);
     cmdSampleContinuously_->setEnabled(states.SampleContinuously);
@@ -295,6 +301,19 @@ std::shared_ptr<ClientWindow> frmMain::NewClientWindow() {
     return window;
 }
 
+std::shared_ptr<ClientWindow> frmMain::NewClientWindowBehind() {
+    const QPointer<QMdiSubWindow> active = area_->currentSubWindow();
+    const QPointer<QWidget> focus = QApplication::focusWidget();
+    std::shared_ptr<ClientWindow> window = NewClientWindow();
+    if (!active.isNull()) {
+        area_->setActiveSubWindow(active);
+    }
+    if (!focus.isNull()) {
+        focus->setFocus();
+    }
+    return window;
+}
+
 void frmMain::CloseAllChildForms() {
     CloseDialogs();
     CloseDataWindows();
@@ -303,6 +322,9 @@ void frmMain::CloseAllChildForms() {
     }
     if (support_ != nullptr) {
         support_->Unload();
+    }
+    if (collect_ != nullptr) {
+        collect_->Unload();
     }
     const QList<QMdiSubWindow*> opened = area_->subWindowList(QMdiArea::CreationOrder);
     for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
@@ -324,6 +346,12 @@ void frmMain::ShowClientPopup(const std::string& sampleCaption) {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    // In the middle of an exchange the close would be refused.
+    if (state_.LinkRecord.CommBusy != False && schedule_ &&
+        schedule_->DeferUrgently([this] { close(); })) {
+        event->ignore();
+        return;
+    }
     const WindowSize size{TwipsOfPixels(width()), TwipsOfPixels(height())};
     const bool closes =
         state_.LinkRecord.ShuttingDown != False ||
@@ -439,6 +467,8 @@ void frmMain::Supervise() {
     if (state_.Filer) {
         state_.Filer->Tick();
     }
+    FollowCollection();
+    FollowSharing();
     if (togglePostponed_ && state_.SamplingRecord.StepRuns == False) {
         togglePostponed_ = false;
         QMetaObject::invokeMethod(

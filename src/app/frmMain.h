@@ -12,6 +12,7 @@
 #include "app/shared_state.h"
 #include "client/client_context.h"
 #include "client/client_popup.h"
+#include "collect/collect_schedule.h"
 #include "console/book_operations.h"
 #include "console/entry_editing.h"
 #include "console/for_all.h"
@@ -36,6 +37,8 @@ class QMenu;
 class QPushButton;
 class StatusLine;
 class frmArchive;
+class frmArchiveSettings;
+class frmCollect;
 class frmRating;
 class frmSupport;
 class frmTrace;
@@ -43,15 +46,19 @@ struct SupportSource;
 
 /// The main window: parent of all client windows, with the client list, the operations and the
 /// state of the link. Its two timers are the console's main loop.
-class frmMain final : public QMainWindow, public MainView, public ClientPopup {
+class frmMain final : public QMainWindow,
+                      public MainView,
+                      public ClientPopup,
+                      private ScheduleDesk {
  public:
     /// Makes the window, hidden and at rest; Load brings it to life.
     explicit frmMain(SharedState& state);
     ~frmMain() override;
 
     /// Takes the console from launch to the main window with the connect dialog behind it: splash,
-    /// settings, catalogues, connection, book. Returns when that dialog is gone.
-    void Load();
+    /// settings, catalogues, connection, book. Returns when that dialog is gone. A console that a
+    /// session starts, where nobody may be there, does without it.
+    void Load(bool unattended = false);
 
     // MainView
     [[nodiscard]] bool IsVisible() const override { return isVisible(); }
@@ -69,6 +76,7 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     [[nodiscard]] int ClientCount() const override;
     [[nodiscard]] int SelectedClient() const override;
     [[nodiscard]] std::shared_ptr<ClientWindow> NewClientWindow() override;
+    [[nodiscard]] std::shared_ptr<ClientWindow> NewClientWindowBehind() override;
     void CloseAllChildForms() override;
 
     // ClientPopup
@@ -119,10 +127,25 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     void ShowRating();
     void ShowHelpOn(const std::vector<std::string>& names);
     void ShowArchive();
+    void ShowArchiveSettings();
+    void FollowSharing();
     void ShowLivePlot();
     void PlotSeries(std::vector<std::shared_ptr<const NamedSeries>> series, const Period& span);
     void ReportSeries(std::shared_ptr<const NamedSeries> series, const Period& span);
     void UploadHistory(const OperationContext& context);
+    void BuildCollectRows(QMenu& menu);
+    void CollectFromAll();
+    void KeepChoice();
+    void FollowCollection();
+    void ShowCollect();
+    void MakeSchedule();
+    /// Does what the operator clicked, or has it done when a round has done with its logger.
+    void OrLater(std::function<void()> click);
+    // ScheduleDesk
+    void QueueStep() override;
+    [[nodiscard]] bool DialogStands() override;
+    [[nodiscard]] std::string RoundEnded(const std::string& digest,
+                                         const std::string& when) override;
     void PlotViewed(const FlowTable& points, QDialog& viewer);
     void CloseDataWindows();
     void ShowTrace();
@@ -145,10 +168,13 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     EntryForms entryForms_;
     SignalForms signalForms_;
     std::unique_ptr<WalkLogForm> log_;
-    frmRating* rating_ = nullptr;    ///< none until it is asked for
-    frmArchive* archive_ = nullptr;  ///< the same
-    frmTrace* trace_ = nullptr;      ///< the same
-    frmSupport* support_ = nullptr;  ///< the same
+    frmRating* rating_ = nullptr;                    ///< none until it is asked for
+    frmArchive* archive_ = nullptr;                  ///< the same
+    frmArchiveSettings* archiveSettings_ = nullptr;  ///< the same
+    frmTrace* trace_ = nullptr;                      ///< the same
+    frmSupport* support_ = nullptr;                  ///< the same
+    frmCollect* collect_ = nullptr;                  ///< the same
+    std::unique_ptr<CollectSchedule> schedule_;      ///< none without an archive
     bool togglePostponed_ = false;
 
     QWidget* pctTop_ = nullptr;
@@ -169,6 +195,9 @@ class frmMain final : public QMainWindow, public MainView, public ClientPopup {
     std::vector<QAction*> entryActions_;
     std::vector<QAction*> forAllActions_;  ///< all but mnuAutoUpdateFACW
     QAction* mnuAutoUpdateFACW_ = nullptr;
+    QAction* mnuCollect_ = nullptr;
+    QAction* mnuCollectBook_ = nullptr;
+    QAction* mnuCollectSync_ = nullptr;
     QMenu* mnuWindow_ = nullptr;
     QMenu* mnuClientS_ = nullptr;
     QMenu* mnuClientPopup_ = nullptr;

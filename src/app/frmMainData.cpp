@@ -1,11 +1,13 @@
 // The windows of the main window on data: flow tables, what was collected, plots and reports.
 #include "app/frmMain.h"
 #include "archive/frmArchive.h"
+#include "archive/frmArchiveSettings.h"
 #include "archive/frmPlot.h"
 #include "archive/frmReport.h"
 #include "archive/viewed_series.h"
 #include "client/frmClient.h"
 #include "common/fault.h"
+#include "common/text.h"
 #include "flow/frmRating.h"
 #include "history/frmGetHistory.h"
 
@@ -27,6 +29,22 @@ void frmMain::ShowArchive() {
         };
     }
     archive_->ShowOrRaise();
+}
+
+void frmMain::ShowArchiveSettings() {
+    if (archiveSettings_ == nullptr) {
+        archiveSettings_ =
+            new frmArchiveSettings({.sharing = state_.Sharing, .outside = state_.Outside}, this);
+    }
+    archiveSettings_->ShowOrRaise();
+}
+
+void frmMain::FollowSharing() {
+    const auto line = state_.Sharing.Tick();
+    // A walk that runs writes a line of its own, piece by piece.
+    if (line && state_.OperationsRecord.OperationBusy == False) {
+        log_->AppendLog(*line + std::string(LineBreak));
+    }
 }
 
 void frmMain::PlotSeries(std::vector<std::shared_ptr<const NamedSeries>> series,
@@ -85,6 +103,9 @@ void frmMain::CloseDataWindows() {
     }
     if (archive_ != nullptr) {
         TrapFault([this] { archive_->Unload(); });
+    }
+    if (archiveSettings_ != nullptr) {
+        TrapFault([this] { archiveSettings_->Unload(); });
     }
     for (frmPlot* plot : findChildren<frmPlot*>()) {
         TrapFault([plot] { plot->Unload(); });

@@ -65,7 +65,8 @@ void frmMain::BuildTopPanel() {
     txtComPort_ =
         ShowingField(pctTop_, QStringLiteral("txtComPort"), QStringLiteral("Com Port"), 7);
     cmdConnect_ = NamedButton(pctTop_, QStringLiteral("cmdConnect"), QStringLiteral("C&onnect"));
-    connect(cmdConnect_, &QPushButton::clicked, this, [this] { ToggleConnection(); });
+    connect(cmdConnect_, &QPushButton::clicked, this,
+            [this] { OrLater([this] { ToggleConnection(); }); });
 
     auto* row = new QHBoxLayout(pctTop_);
     row->addWidget(
@@ -106,7 +107,8 @@ QPushButton* frmMain::AddButton(const QString& name, const QString& text,
                                 const Operation& operation) {
     QPushButton* button = NamedButton(Picture1_, name, text);
     button->setEnabled(false);
-    connect(button, &QPushButton::clicked, this, [this, operation] { operation(Operating()); });
+    connect(button, &QPushButton::clicked, this,
+            [this, operation] { OrLater([this, operation] { operation(Operating()); }); });
     Picture1_->layout()->addWidget(button);
     return button;
 }
@@ -186,9 +188,9 @@ void frmMain::BuildFileMenu() {
     QMenu& file = *menuBar()->addMenu(QStringLiteral("&File"));
     file.setObjectName(QStringLiteral("mnuFile"));
     AddItem(file, QStringLiteral("mnuLoadAddressbook"), QStringLiteral("Load Address Book"),
-            [this] { LoadOtherBook(contexts_.Book()); });
+            [this] { OrLater([this] { LoadOtherBook(contexts_.Book()); }); });
     AddItem(file, QStringLiteral("mnuNewAddressBook"), QStringLiteral("New Blank Address Book"),
-            [this] { CreateBlankBook(contexts_.Book()); });
+            [this] { OrLater([this] { CreateBlankBook(contexts_.Book()); }); });
     file.addSeparator();
     AddItem(file, QStringLiteral("mnuExit"), QStringLiteral("E&xit"), [this] { close(); });
 }
@@ -216,8 +218,9 @@ void frmMain::BuildPopup() {
     mnuClientPopup_ = new QMenu(this);
     mnuClientPopup_->setObjectName(QStringLiteral("mnuClientPopup"));
     const auto row = [this](const char* name, const char* text, const Operation& operation) {
-        return AddItem(*mnuClientPopup_, QLatin1String(name), QLatin1String(text),
-                       [this, operation] { operation(Operating()); });
+        return AddItem(
+            *mnuClientPopup_, QLatin1String(name), QLatin1String(text),
+            [this, operation] { OrLater([this, operation] { operation(Operating()); }); });
     };
     row("mnuClientGetSettings", "Get Sample", GetSample);
     mnuClientSampleContinuously_ =

@@ -50,8 +50,8 @@ void frmMain::BuildForAllMenu() {
     QMenu& all = *menuBar()->addMenu(QStringLiteral("  For &All...  "));
     all.setObjectName(QStringLiteral("cmdForAll"));
     const auto row = [this, &all](const char* name, const char* text, ForAllRow run) {
-        QAction* item =
-            AddItem(all, QLatin1String(name), QLatin1String(text), [this, run] { run(Walking()); });
+        QAction* item = AddItem(all, QLatin1String(name), QLatin1String(text),
+                                [this, run] { OrLater([this, run] { run(Walking()); }); });
         item->setEnabled(false);
         forAllActions_.push_back(item);
     };
@@ -76,6 +76,10 @@ void frmMain::BuildDataMenu() {
             [this] { ShowRating(); });
     AddItem(making, QStringLiteral("mnuLivePlot"), QStringLiteral("&Live Plot"),
             [this] { ShowLivePlot(); });
+    BuildCollectRows(making);
+    AddItem(making, QStringLiteral("mnuArchiveSettings"), QStringLiteral("Archive &Settings..."),
+            [this] { ShowArchiveSettings(); })
+        ->setEnabled(state_.Outside.Archive != nullptr && state_.Outside.Shared != nullptr);
 }
 
 void frmMain::BuildTraceRows(QMenu& help) {
@@ -88,7 +92,7 @@ void frmMain::BuildTraceRows(QMenu& help) {
 void frmMain::ToggleAutoUpdate() {
     // The mark shows the mode, and not that the row was chosen.
     mnuAutoUpdateFACW_->setChecked(statesShown_.AutoUpdateChecked);
-    ::ToggleAutoUpdate(Walking());
+    OrLater([this] { ::ToggleAutoUpdate(Walking()); });
 }
 
 EntryContext frmMain::Entries() {

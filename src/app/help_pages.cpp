@@ -11,7 +11,7 @@ using HelpPage = std::pair<std::string_view, std::string_view>;
 constexpr std::string_view Contents = "index.html";
 
 // By the name of a window, or of a part that has a page of its own.
-constexpr std::array<HelpPage, 28> Pages{{
+constexpr std::array<HelpPage, 30> Pages{{
     {"frmMain", "main-window.html"},
     {"frmSplash", "about.html"},
     {"frmAbout", "about.html"},
@@ -35,7 +35,9 @@ constexpr std::array<HelpPage, 28> Pages{{
     {"Frames(3)", "setup-flow.html"},
     {"frmCalibrate", "calibrate.html"},
     {"frmRating", "flow-table-window.html"},
+    {"frmCollect", "collect.html"},
     {"frmArchive", "archive.html"},
+    {"frmArchiveSettings", "archive-settings.html"},
     {"frmPlot", "plot.html"},
     {"frmReport", "report.html"},
     {"frmTrace", "trace.html"},

@@ -38,6 +38,7 @@ void BeginStart(SharedState& state, MainView& view) {
     view.SetSystemID("");
     view.SetComPort("");
     view.ShowLinkFields(false);
+    state.Sharing.Begin();
 }
 
 void AwaitSplash(Link& link) {

@@ -4,8 +4,10 @@
 #include <optional>
 #include <string>
 
+#include "archive/archive_sharing.h"
 #include "archive/live_series.h"
 #include "archive/upload_filer.h"
+#include "collect/collect_progress.h"
 #include "common/flag.h"
 #include "flow/catalogues.h"
 #include "history/history_store.h"
@@ -15,6 +17,7 @@
 #include "platform/host.h"
 #include "records/address_book.h"
 #include "records/client_windows.h"
+#include "records/diverted_boxes.h"
 #include "records/link.h"
 #include "records/operation_status.h"
 #include "records/operations_state.h"
@@ -23,6 +26,30 @@
 #include "records/settings.h"
 #include "trace/link_recorder.h"
 
+/// The same host, with another port and other boxes.
+[[nodiscard]] inline Host HostWith(const Host& host, SerialPort& port, MessageBoxes& boxes) {
+    return {.MSComm1 = port,
+            .Events = host.Events,
+            .Boxes = boxes,
+            .Dialogs = host.Dialogs,
+            .Store = host.Store,
+            .Clock = host.Clock,
+            .Help = host.Help,
+            .LocalMachine = host.LocalMachine,
+            .Inquiry = host.Inquiry,
+            .Sound = host.Sound,
+            .AppPath = host.AppPath,
+            .TickMilliseconds = host.TickMilliseconds,
+            .Archive = host.Archive,
+            .SystemText = host.SystemText,
+            .SaveFolder = host.SaveFolder,
+            .UserFolder = host.UserFolder,
+            .Commands = host.Commands,
+            .AtStart = host.AtStart,
+            .Shared = host.Shared,
+            .Passwords = host.Passwords};
+}
+
 /// All that the console's procedures share. main() makes the one there is; windows are handed a
 /// reference, and a procedure gets just the records that it may touch.
 struct SharedState {
@@ -30,27 +57,14 @@ struct SharedState {
         : Recorder(outside.MSComm1, outside.Clock),
           LinkRecord(Recorder, outside.Events),
           Boxes(outside.Boxes, LinkRecord.ShuttingDown),
-          Outside{.MSComm1 = Recorder,
-                  .Events = outside.Events,
-                  .Boxes = Boxes,
-                  .Dialogs = outside.Dialogs,
-                  .Store = outside.Store,
-                  .Clock = outside.Clock,
-                  .Help = outside.Help,
-                  .LocalMachine = outside.LocalMachine,
-                  .Inquiry = outside.Inquiry,
-                  .Sound = outside.Sound,
-                  .AppPath = outside.AppPath,
-                  .TickMilliseconds = outside.TickMilliseconds,
-                  .Archive = outside.Archive,
-                  .SystemText = outside.SystemText,
-                  .SaveFolder = outside.SaveFolder,
-                  .UserFolder = outside.UserFolder},
+          Outside(HostWith(outside, Recorder, Boxes)),
+          OutsideOfWindows(HostWith(outside, Recorder, WindowBoxes)),
           Status(outside.Clock),
           Exchange(LinkRecord, &Status) {
         LinkRecord.Listener = &Recorder;
         if (Outside.Archive != nullptr) {
             Filer.emplace(*Outside.Archive, Boxes);
+            Filer->Filed = [this] { Sharing.Filed(); };
         }
     }
     SharedState(const SharedState&) = delete;
@@ -71,10 +85,14 @@ struct SharedState {
     HistoryStore History;
     std::string LastHistoryFolder;  ///< of the last history file saved, empty at start
     QuietBoxes Boxes;
-    Host Outside;  ///< the host, its boxes made quiet for the end
+    Host Outside;                      ///< the host, its boxes made quiet for the end
+    DivertedBoxes WindowBoxes{Boxes};  ///< through which client windows tell
+    Host OutsideOfWindows;             ///< the host of client windows
     OperationStatus Status;
     LinkFrames Exchange;
-    LiveSeries Live{Outside.Clock};    ///< the last hour's readings of the open windows
+    LiveSeries Live{Outside.Clock};  ///< the last hour's readings of the open windows
+    CollectProgress Collecting;      ///< of the collection that the operator follows
+    ArchiveSharing Sharing{Outside, Status};
     std::optional<UploadFiler> Filer;  ///< files every upload, if there is an archive
 };
 

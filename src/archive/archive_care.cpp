@@ -43,13 +43,13 @@ void ArchiveCare::BackUp(const std::string& path) {
 CareResult ArchiveCare::CopyTo(const std::string& path) {
     namespace fs = std::filesystem;
     std::error_code failed;
-    if (fs::equivalent(FilePath(path), FilePath(store_.Place()), failed)) {
+    if (fs::equivalent(FilePath(path), FilePath(store_->Place()), failed)) {
         return {.Good = false, .Text = "That file is the archive itself. Choose another name."};
     }
     // A back-up that is replaced stays until the new one is whole.
     const std::string fresh = path + ".new";
     fs::remove(FilePath(fresh), failed);
-    store_.BackUp(fresh, [] {});
+    store_->BackUp(fresh, [] {});
     fs::rename(FilePath(fresh), FilePath(path), failed);
     if (failed) {
         const std::string why = failed.message();
@@ -60,7 +60,7 @@ CareResult ArchiveCare::CopyTo(const std::string& path) {
 }
 
 void ArchiveCare::Check() {
-    Begin("Checking...", [this] { return ResultOfCheck(store_.Check([] {})); });
+    Begin("Checking...", [this] { return ResultOfCheck(store_->Check([] {})); });
 }
 
 void ArchiveCare::Begin(const std::string& doing, const Work& work) {
@@ -77,7 +77,8 @@ void ArchiveCare::Begin(const std::string& doing, const Work& work) {
 }
 
 CareResult ArchiveCare::FaultOf(const ArchiveFault& fault) const {
-    return {.Good = false, .Text = AccessText(fault.Kind(), store_.Place(), fault.what())};
+    const auto words = shared_ ? SharedAccessText : AccessText;
+    return {.Good = false, .Text = words(fault.Kind(), store_->Place(), fault.what())};
 }
 
 void ArchiveCare::Delete(const ArchiveLogger& logger) {
@@ -123,8 +124,8 @@ std::optional<CareResult> ArchiveCare::DeleteOn() {
         return std::nullopt;  // an upload goes first
     }
     try {
-        store_.Open();
-        const Deletion now = DeletePiece(store_, *asked_);
+        store_->Open();
+        const Deletion now = DeletePiece(*store_, *asked_);
         locked_ = 0;
         left_ = now.Left;
         switch (now.Now) {

@@ -4,8 +4,10 @@
 #include <cstdint>
 #include <functional>
 #include <future>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "archive/archive_reader.h"
@@ -23,11 +25,18 @@ struct CareResult {
 class ArchiveCare {
  public:
     /// `filer` may be null.
-    ArchiveCare(ArchiveStore& store, const UploadFiler* filer) : store_(store), filer_(filer) {}
+    ArchiveCare(std::shared_ptr<ArchiveStore> store, const UploadFiler* filer)
+        : store_(std::move(store)), filer_(filer) {}
     /// Waits for a back-up or check that runs; a deletion stays where it is.
     ~ArchiveCare() = default;
     ArchiveCare(const ArchiveCare&) = delete;
     ArchiveCare& operator=(const ArchiveCare&) = delete;
+
+    /// Another archive from now on, when nothing is under way.
+    void TakeCareOf(std::shared_ptr<ArchiveStore> store, bool shared) {
+        store_ = std::move(store);
+        shared_ = shared;
+    }
 
     // Begin it, when nothing is under way.
     void BackUp(const std::string& path);
@@ -56,7 +65,8 @@ class ArchiveCare {
     [[nodiscard]] std::optional<CareResult> DeleteOn();
     [[nodiscard]] CareResult EndOfDeletion(const std::string& text, bool good);
 
-    ArchiveStore& store_;
+    std::shared_ptr<ArchiveStore> store_;
+    bool shared_ = false;  ///< it is on a server
     const UploadFiler* filer_;
     std::string doing_;
     std::future<CareResult> result_;

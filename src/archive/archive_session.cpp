@@ -21,6 +21,11 @@ std::string EmptyText(const std::string& place) {
            std::string(LineBreak) + std::string(LineBreak) + place;
 }
 
+std::string EmptySharedText(const std::string& place) {
+    return "Nothing has been handed over to the shared archive yet." + std::string(LineBreak) +
+           std::string(LineBreak) + place;
+}
+
 bool HasRecordIn(const NamedSeries& series, const Period& span) {
     const auto times = series.Values().Times().All();
     return std::any_of(times.begin(), times.end(), [&](Moment at) { return span.Holds(at); });
@@ -36,19 +41,96 @@ Period Union(const Period& one, const Period& other) {
 }  // namespace
 
 ArchiveSession::ArchiveSession(const ArchiveWork& work)
-    : work_(work), store_(*work.windows.outside.Archive) {}
+    : work_(work),
+      // The host keeps it.
+      local_(std::shared_ptr<void>(), work.windows.outside.Archive),
+      store_(local_) {
+    LookAtShared(MayShare());
+}
+
+// ----- which archive
+
+bool ArchiveSession::MayShare() const {
+    return work_.sharing != nullptr && work_.sharing->IsOn();
+}
+
+void ArchiveSession::LookAtShared(bool shared) {
+    couldShare_ = MayShare();
+    shared_ = shared && couldShare_;
+    store_ = local_;
+    Forget();
+}
+
+void ArchiveSession::Forget() {
+    Tell({});
+    gaps_.clear();
+    count_.reset();
+    rest_ = 0;
+}
+
+/// Takes the shared archive if its server answers; who does not is not asked here.
+bool ArchiveSession::TakeSharedStore() {
+    const SharedArchive& shared = *work_.windows.outside.Shared;
+    const auto store = shared.Store();
+    if (store != nullptr && store != store_) {
+        Forget();
+        store_ = store;
+    }
+    if (store != nullptr && shared.Status().Answers() && rest_ == 0) {
+        return true;
+    }
+    rest_ = std::max(rest_ - 1, 0);
+    if (store_ != local_) {
+        store_->Close();
+    }
+    Tell(work_.sharing->NoticeText());
+    return false;
+}
+
+/// Behind a fault of the server: whoever looks after it is told to look.
+void ArchiveSession::Lost(const ArchiveFault& fault) {
+    constexpr int looks = 3;
+    if (shared_ && fault.Kind() == ArchiveTrouble::Away) {
+        rest_ = looks;
+        Tell(WordsOf(fault));
+        work_.windows.outside.Shared->Look();
+    }
+}
+
+std::optional<std::string> ArchiveSession::WhyNotDelete() const {
+    const bool readOnly =
+        shared_ && work_.windows.outside.Shared->Status().State == SharingState::ReadOnly;
+    return readOnly ? std::optional(SharedAccessText(ArchiveTrouble::ReadOnly, store_->Place(), ""))
+                    : std::nullopt;
+}
+
+std::optional<std::string> ArchiveSession::WhyNotBackUp() const {
+    if (!shared_) {
+        return std::nullopt;
+    }
+    return "The shared archive is backed up on its server, by whoever looks after that: its own "
+           "tools (pg_dump) do it." +
+           std::string(LineBreak) + std::string(LineBreak) +
+           "\"This Computer\" backs up what was collected here.";
+}
 
 // ----- the list
 
 bool ArchiveSession::Refresh() {
     const std::string noticeBefore = notice_;
+    if (couldShare_ != MayShare()) {
+        LookAtShared(MayShare());
+    }
+    if (shared_ && !TakeSharedStore()) {
+        return notice_ != noticeBefore;
+    }
     try {
-        if (!store_.Exists()) {
-            Tell(EmptyText(store_.Place()));
+        if (!store_->Exists()) {
+            Tell(EmptyText(store_->Place()));
             return notice_ != noticeBefore;
         }
-        store_.Open();
-        const std::int64_t stamp = store_.Stamp();
+        store_->Open();
+        const std::int64_t stamp = store_->Stamp();
         if (stamp_ == stamp) {
             return false;
         }
@@ -59,6 +141,7 @@ bool ArchiveSession::Refresh() {
         if (fault.Kind() == ArchiveTrouble::Locked && !lines_.empty()) {
             return false;
         }
+        Lost(fault);
         Tell(WordsOf(fault));
         return notice_ != noticeBefore;
     }
@@ -77,12 +160,14 @@ void ArchiveSession::ReadList() {
         known.push_back(line.Summary);
     }
     std::vector<LoggerLine> lines;
-    for (LoggerSummary& summary : ListLoggers(store_, known)) {
+    for (LoggerSummary& summary : ListLoggers(*store_, known)) {
         const auto gaps = GapsOf(summary.Logger);
         lines.push_back({.Summary = std::move(summary), .Gaps = gaps});
     }
     lines_ = std::move(lines);
-    notice_ = lines_.empty() ? EmptyText(store_.Place()) : std::string();
+    notice_ = !lines_.empty() ? std::string()
+              : shared_       ? EmptySharedText(store_->Place())
+                              : EmptyText(store_->Place());
 }
 
 const LoggerLine* ArchiveSession::LineOf(std::int64_t logger) const {
@@ -94,13 +179,14 @@ const LoggerLine* ArchiveSession::LineOf(std::int64_t logger) const {
 
 std::vector<UploadLine> ArchiveSession::UploadsOf(std::int64_t logger) {
     std::vector<UploadLine> lines;
-    const auto running = work_.filer == nullptr ? std::nullopt : work_.filer->Running();
+    const auto running = work_.filer == nullptr || shared_ ? std::nullopt : work_.filer->Running();
     try {
-        for (ArchiveUpload& upload : store_.UploadsOf(logger)) {
+        for (ArchiveUpload& upload : store_->UploadsOf(logger)) {
             const bool runs = running == upload.Id;
             lines.push_back({.Upload = std::move(upload), .Begin = {}, .End = {}, .Runs = runs});
         }
-    } catch (const ArchiveFault&) {
+    } catch (const ArchiveFault& fault) {
+        Lost(fault);
         lines.clear();  // the next look tells
     }
     std::reverse(lines.begin(), lines.end());
@@ -124,11 +210,12 @@ std::optional<std::size_t> ArchiveSession::CountOn(std::int64_t logger) {
         count_.emplace(logger);
     }
     try {
-        store_.Open();
-        if (!count_->Portion(store_)) {
+        store_->Open();
+        if (!count_->Portion(*store_)) {
             return std::nullopt;
         }
-    } catch (const ArchiveFault&) {
+    } catch (const ArchiveFault& fault) {
+        Lost(fault);
         count_.reset();
         return std::nullopt;
     }
@@ -150,7 +237,7 @@ std::optional<Period> ArchiveSession::SpanUpTo(const std::vector<std::int64_t>& 
                                                NamedPeriod name) const {
     std::optional<Moment> newest;
     for (const std::int64_t logger : loggers) {
-        const auto last = store_.LastRecord(logger);
+        const auto last = store_->LastRecord(logger);
         if (last) {
             newest = std::max(newest.value_or(EarliestMoment), MomentOf(PackedTimeOf(last->Time)));
         }
@@ -168,7 +255,7 @@ Period ArchiveSession::SpanOf(const std::vector<std::int64_t>& loggers,
 
 ChosenSeries ArchiveSession::Read(const std::vector<std::int64_t>& loggers,
                                   const PeriodChoice& choice) {
-    store_.Open();
+    store_->Open();
     const bool all = choice.Name == NamedPeriod::All;
     ChosenSeries chosen;
     if (!all) {
@@ -181,7 +268,7 @@ ChosenSeries ArchiveSession::Read(const std::vector<std::int64_t>& loggers,
         const LoggerLine* line = LineOf(id);
         auto series = std::make_shared<const NamedSeries>(
             line == nullptr ? std::string() : LoggerLabel(line->Summary.Logger.Name),
-            all ? ReadSeries(store_, id) : ReadSeries(store_, id, chosen.Span));
+            all ? ReadSeries(*store_, id) : ReadSeries(*store_, id, chosen.Span));
         const Period own = NamedPeriodOf(series->Values().Times(), NamedPeriod::All);
         if (all ? !own.IsEmpty() : HasRecordIn(*series, chosen.Span)) {
             chosen.Span = all ? Union(chosen.Span, own) : chosen.Span;
@@ -219,7 +306,9 @@ BoxContent ArchiveSession::DeletionQuestion(const ArchiveLogger& logger) const {
     const bool one = logger.Uploads == 1;
     std::string text = "Delete ";
     text.append(LoggerLabel(logger.Name)).append(" (").append(MacText(logger.Mac));
-    text.append(") from the archive, with its ").append(IntegerToText(logger.Records));
+    text.append(shared_ ? ") from the archive that all share, with its "
+                        : ") from the archive, with its ")
+        .append(IntegerToText(logger.Records));
     text.append(logger.Records == 1 ? " record" : " records").append(" of ");
     text.append(IntegerToText(logger.Uploads)).append(one ? " upload?" : " uploads?");
     text.append(LineBreak).append(LineBreak);
@@ -245,5 +334,6 @@ std::optional<std::string> ArchiveSession::AskForBackUp() {
 }
 
 std::string ArchiveSession::WordsOf(const ArchiveFault& fault) const {
-    return AccessText(fault.Kind(), store_.Place(), fault.what());
+    const auto words = shared_ ? SharedAccessText : AccessText;
+    return words(fault.Kind(), store_->Place(), fault.what());
 }

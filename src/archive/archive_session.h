@@ -10,6 +10,7 @@
 
 #include "archive/archive_context.h"
 #include "archive/archive_list.h"
+#include "archive/archive_sharing.h"
 #include "archive/gap_count.h"
 #include "archive/named_series.h"
 #include "archive/periods.h"
@@ -21,7 +22,8 @@
 struct ArchiveWork {
     ArchiveContext windows;
     const Settings& settings;
-    const UploadFiler* filer = nullptr;  ///< files the uploads
+    const UploadFiler* filer = nullptr;       ///< files the uploads
+    const ArchiveSharing* sharing = nullptr;  ///< hands them over to a shared archive
 };
 
 /// The period that is asked for.
@@ -43,6 +45,16 @@ struct ChosenSeries {
 class ArchiveSession {
  public:
     explicit ArchiveSession(const ArchiveWork& work);
+
+    /// Whether there is a shared archive to look at beside this computer's.
+    [[nodiscard]] bool MayShare() const;
+    /// Looks at the shared archive, or at this computer's, from now on.
+    void LookAtShared(bool shared);
+    [[nodiscard]] bool IsShared() const { return shared_; }
+    /// Why a logger cannot be deleted, for the operator; nothing if it can.
+    [[nodiscard]] std::optional<std::string> WhyNotDelete() const;
+    /// The same of a back-up.
+    [[nodiscard]] std::optional<std::string> WhyNotBackUp() const;
 
     /// Looks whether something changed, and reads what did. True if Loggers or Notice are others.
     [[nodiscard]] bool Refresh();
@@ -68,6 +80,10 @@ class ArchiveSession {
     /// line; empty when it was cancelled.
     [[nodiscard]] std::string SaveCsv(const ChosenSeries& chosen, bool machine, ProgressBar& bar);
 
+    /// Takes note of a fault that somebody else met: a server that is lost has nothing to show, and
+    /// is left alone for some looks.
+    void Lost(const ArchiveFault& fault);
+
     /// What is asked before a logger is deleted.
     [[nodiscard]] BoxContent DeletionQuestion(const ArchiveLogger& logger) const;
     /// Where a back-up goes; nothing when cancelled.
@@ -75,7 +91,7 @@ class ArchiveSession {
     /// A fault in words.
     [[nodiscard]] std::string WordsOf(const ArchiveFault& fault) const;
 
-    [[nodiscard]] ArchiveStore& Store() { return store_; }
+    [[nodiscard]] const std::shared_ptr<ArchiveStore>& Store() const { return store_; }
     [[nodiscard]] const ArchiveWork& Work() const { return work_; }
 
  private:
@@ -84,6 +100,8 @@ class ArchiveSession {
         std::int64_t Gaps = 0;
     };
 
+    void Forget();
+    [[nodiscard]] bool TakeSharedStore();
     void ReadList();
     void Tell(const std::string& notice);
     [[nodiscard]] std::optional<std::int64_t> GapsOf(const ArchiveLogger& logger) const;
@@ -94,8 +112,12 @@ class ArchiveSession {
                                 const PeriodChoice& choice) const;
 
     const ArchiveWork work_;
-    ArchiveStore& store_;
-    std::optional<std::int64_t> stamp_;  ///< of what was read
+    const std::shared_ptr<ArchiveStore> local_;
+    std::shared_ptr<ArchiveStore> store_;  ///< the one that is looked at
+    bool shared_ = false;                  ///< it is on a server
+    bool couldShare_ = false;              ///< at the last look
+    int rest_ = 0;                         ///< looks that a lost server is left alone for
+    std::optional<std::int64_t> stamp_;    ///< of what was read
     std::vector<LoggerLine> lines_;
     std::string notice_;
     std::map<std::int64_t, CountedGaps> gaps_;

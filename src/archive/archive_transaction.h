@@ -9,7 +9,13 @@ class ArchiveTransaction {
     enum class Kind { Reading, Writing };
 
     ArchiveTransaction(ArchiveStore& store, Kind kind) : store_(store) {
-        kind == Kind::Writing ? store_.Begin() : store_.BeginReading();
+        try {
+            kind == Kind::Writing ? store_.Begin() : store_.BeginReading();
+        } catch (...) {
+            // It may have begun all the same.
+            store_.Rollback();
+            throw;
+        }
     }
     ~ArchiveTransaction() {
         if (!committed_) {

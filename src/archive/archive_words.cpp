@@ -44,9 +44,51 @@ TroubleWords WordsOf(ArchiveTrouble kind) {
         case ArchiveTrouble::Gone:
             return {"the logger was deleted from it meanwhile.", "Upload again to keep it anew.",
                     "Upload again to keep it anew."};
+        case ArchiveTrouble::Away:
+            return {"its server cannot be reached.",
+                    "Make sure that the server runs and the network reaches it.",
+                    "Make sure that the server runs and the network reaches it."};
+        case ArchiveTrouble::Refused:
+            return {"its server does not let this user in.",
+                    "Make sure that user and password are those that its administrator gave.",
+                    "Make sure that user and password are those that its administrator gave."};
         default:
             return {"it could not be written.", "Upload again once this is mended.",
                     "Try again once this is mended."};
+    }
+}
+
+/// Of an archive on a server.
+TroubleWords WordsOfServer(ArchiveTrouble kind) {
+    const auto words = [](std::string_view what, std::string_view help) {
+        return TroubleWords{what, help, help};
+    };
+    switch (kind) {
+        case ArchiveTrouble::Away:
+            return words("the server cannot be reached.",
+                         "\"This Computer\" shows what was collected here.");
+        case ArchiveTrouble::Refused:
+            return words("the server does not let this user in, or not with this password.",
+                         "\"Archive Settings...\" has user and password.");
+        case ArchiveTrouble::ReadOnly:
+            return words("this user may only read it.",
+                         "Ask whoever looks after the server for a user who may do more.");
+        case ArchiveTrouble::Locked:
+            return words("another console is at it.", "Try again in a moment.");
+        case ArchiveTrouble::Full:
+            return words("the disk of the server is full.", "Tell whoever looks after the server.");
+        case ArchiveTrouble::Foreign:
+            return words("there is no archive in that database.",
+                         "Choose another database, or have its tables made.");
+        case ArchiveTrouble::Damaged:
+            return words("it is damaged.", "Tell whoever looks after the server.");
+        case ArchiveTrouble::Newer:
+            return words("it was made for a newer version of the console.",
+                         "Use the newer version.");
+        case ArchiveTrouble::Gone:
+            return words("the logger was deleted from it meanwhile.", "Look again.");
+        default:
+            return words("the server refuses.", "Try again once this is mended.");
     }
 }
 
@@ -72,4 +114,14 @@ std::string TroubleText(ArchiveTrouble kind, const std::string& place, const std
 std::string AccessText(ArchiveTrouble kind, const std::string& place, const std::string& words) {
     const TroubleWords known = WordsOf(kind);
     return Told("The archive cannot be used: ", known.What, known.AccessHelp, place, words);
+}
+
+std::string SharedAccessText(ArchiveTrouble kind, const std::string& place,
+                             const std::string& words) {
+    const TroubleWords known = WordsOfServer(kind);
+    return Told("The shared archive cannot be used: ", known.What, known.AccessHelp, place, words);
+}
+
+std::string WhatIsWrongThere(ArchiveTrouble kind) {
+    return std::string(WordsOfServer(kind).What);
 }

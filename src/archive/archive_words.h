@@ -17,4 +17,11 @@ inline constexpr const char* ArchiveTitle = "Archive";
 [[nodiscard]] std::string AccessText(ArchiveTrouble kind, const std::string& place,
                                      const std::string& words);
 
+/// The same of an archive that is shared on a server.
+[[nodiscard]] std::string SharedAccessText(ArchiveTrouble kind, const std::string& place,
+                                           const std::string& words);
+
+/// What is wrong with an archive on a server, a sentence without its begin.
+[[nodiscard]] std::string WhatIsWrongThere(ArchiveTrouble kind);
+
 #endif  // ORVIA_ARCHIVE_ARCHIVE_WORDS_H

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSplitter>
 
 #include "archive/archive_words.h"
@@ -70,11 +71,32 @@ void frmArchive::hideEvent(QHideEvent* event) {
 // ----- what is shown
 
 void frmArchive::Refresh() {
-    if (session_.Refresh()) {
+    const bool changed = session_.Refresh();
+    ShowChoice();
+    if (changed) {
         TakeList();
     }
     if (NextToCount()) {
         count_.start();
+    }
+}
+
+/// Looks at the shared archive, or at this computer's.
+void frmArchive::LookAt(bool shared) {
+    session_.LookAtShared(shared);
+    lblState_->clear();
+    static_cast<void>(session_.Refresh());
+    ShowChoice();
+    TakeList();
+    Refresh();
+}
+
+/// The choice of an archive is there while one is shared.
+void frmArchive::ShowChoice() {
+    pnlChoice_->setVisible(session_.MayShare());
+    (session_.IsShared() ? optShared_ : optLocal_)->setChecked(true);
+    if (!care_.Busy()) {
+        care_.TakeCareOf(session_.Store(), session_.IsShared());
     }
 }
 
@@ -125,6 +147,8 @@ void frmArchive::ShowStates() {
     cmdDelete_->setEnabled(chosen == 1 && idle);
     cmdBackUp_->setEnabled(session_.HasArchive() && idle);
     cmdCheck_->setEnabled(session_.HasArchive() && idle);
+    optShared_->setEnabled(idle);
+    optLocal_->setEnabled(idle);
     dtpFrom_->setEnabled(days);
     dtpTo_->setEnabled(days);
     cmdCancel_->setVisible(care_.CanCancel());
@@ -174,6 +198,10 @@ void frmArchive::CountGaps() {
     if (line) {
         const LoggerLine& counted = session_.Loggers()[*line];
         model_->SetGaps(counted.Summary.Logger.Id, *counted.Gaps);
+    } else if (!session_.HasArchive()) {
+        // It was lost meanwhile.
+        TakeList();
+        count_.stop();
     }
 }
 
@@ -217,6 +245,7 @@ ChosenSeries frmArchive::ReadChosen() {
         const Hourglass pointer;
         chosen = session_.Read(loggers, ChosenPeriod());
     } catch (const ArchiveFault& fault) {
+        session_.Lost(fault);
         Tell({.Good = false, .Text = session_.WordsOf(fault)});
         return {};
     }
@@ -255,7 +284,7 @@ void frmArchive::SaveCsv() {
 
 void frmArchive::DeleteLogger() {
     const std::vector<LoggerLine> chosen = Chosen();
-    if (chosen.size() != 1) {
+    if (chosen.size() != 1 || Refuses(session_.WhyNotDelete())) {
         return;
     }
     const ArchiveLogger logger = chosen.front().Summary.Logger;
@@ -270,6 +299,9 @@ void frmArchive::DeleteLogger() {
 }
 
 void frmArchive::BackUp() {
+    if (Refuses(session_.WhyNotBackUp())) {
+        return;
+    }
     const auto path = WhileAsking([this] { return session_.AskForBackUp(); });
     if (path && !unloaded_) {
         care_.BackUp(*path);
@@ -298,6 +330,13 @@ void frmArchive::StepCare() {
         Refresh();
         Tell(*result);
     }
+}
+
+bool frmArchive::Refuses(const std::optional<std::string>& why) {
+    if (why) {
+        Tell({.Good = false, .Text = *why});
+    }
+    return why.has_value();
 }
 
 void frmArchive::Tell(const CareResult& result) {

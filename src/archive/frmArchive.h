@@ -23,6 +23,7 @@ class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class QRadioButton;
 class QSplitter;
 class UploadModel;
 
@@ -54,6 +55,7 @@ class frmArchive final : public QDialog {
     void hideEvent(QHideEvent* event) override;
 
  private:
+    void BuildChoice(QBoxLayout& column);
     void BuildFilter(QBoxLayout& column);
     void BuildLists(QBoxLayout& column);
     [[nodiscard]] QWidget* BuildLoggers();
@@ -68,6 +70,8 @@ class frmArchive final : public QDialog {
     void FitScreen();
 
     void Refresh();
+    void LookAt(bool shared);
+    void ShowChoice();
     void TakeList();
     void ShowUploads();
     void ShowStates();
@@ -91,6 +95,8 @@ class frmArchive final : public QDialog {
     void Cancel();
     void StepCare();
     void Tell(const CareResult& result);
+    /// Tells why something cannot be done, if so.
+    [[nodiscard]] bool Refuses(const std::optional<std::string>& why);
 
     ArchiveSession session_;
     ArchiveCare care_;
@@ -103,6 +109,9 @@ class frmArchive final : public QDialog {
     bool unloaded_ = false;
     bool asking_ = false;  ///< a box or a dialog of this window stands
 
+    QWidget* pnlChoice_ = nullptr;  ///< seen while there is a choice
+    QRadioButton* optShared_ = nullptr;
+    QRadioButton* optLocal_ = nullptr;
     QLineEdit* txtFilter_ = nullptr;
     QLabel* lblCount_ = nullptr;
     QLabel* lblNotice_ = nullptr;

@@ -9,6 +9,7 @@
 #include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
@@ -43,12 +44,14 @@ frmArchive::frmArchive(const ArchiveWork& work, QWidget* parent)
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setSizeGripEnabled(true);
     auto* column = new QVBoxLayout(this);
+    BuildChoice(*column);
     BuildFilter(*column);
     BuildLists(*column);
     BuildPeriod(*column);
     BuildCare(*column);
     BuildTimers();
     OrderTabs();
+    ShowChoice();
     ShowUploads();
     ShowStates();
     FitScreen();
@@ -56,6 +59,26 @@ frmArchive::frmArchive(const ArchiveWork& work, QWidget* parent)
 }
 
 frmArchive::~frmArchive() = default;
+
+void frmArchive::BuildChoice(QBoxLayout& column) {
+    pnlChoice_ = new QWidget(this);
+    auto* row = new QHBoxLayout(pnlChoice_);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(new QLabel(QStringLiteral("Archive:"), pnlChoice_));
+    const auto add = [this, row](const char* name, const char* text, const char* hint,
+                                 bool shared) {
+        auto* option = new QRadioButton(QString::fromLatin1(text), pnlChoice_);
+        option->setObjectName(Named(name));
+        option->setToolTip(QString::fromLatin1(hint));
+        row->addWidget(option);
+        connect(option, &QRadioButton::clicked, this, [this, shared] { LookAt(shared); });
+        return option;
+    };
+    optShared_ = add("optShared", "S&hared", "What all consoles of the crew have collected.", true);
+    optLocal_ = add("optLocal", "Th&is Computer", "What was collected here.", false);
+    row->addStretch();
+    column.addWidget(pnlChoice_);
+}
 
 void frmArchive::BuildFilter(QBoxLayout& column) {
     constexpr int Characters = 30;
@@ -235,10 +258,11 @@ void frmArchive::BuildTimers() {
 }
 
 void frmArchive::OrderTabs() {
-    QWidget* before = txtFilter_;
+    QWidget* before = optShared_;
     for (QWidget* widget : std::initializer_list<QWidget*>{
-             lvwLoggers_, lvwUploads_, cmbPeriod_, dtpFrom_, dtpTo_, cmdPlot_, cmdReport_,
-             cmdSaveCsv_, chkMachine_, cmdCancel_, cmdDelete_, cmdBackUp_, cmdCheck_, cmdClose_}) {
+             optLocal_, txtFilter_, lvwLoggers_, lvwUploads_, cmbPeriod_, dtpFrom_, dtpTo_,
+             cmdPlot_, cmdReport_, cmdSaveCsv_, chkMachine_, cmdCancel_, cmdDelete_, cmdBackUp_,
+             cmdCheck_, cmdClose_}) {
         setTabOrder(before, widget);
         before = widget;
     }

@@ -6,6 +6,7 @@
 #include "archive/archive_rows.h"
 #include "archive/archive_transaction.h"
 #include "archive/archive_words.h"
+#include "archive/filed_rows.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ bool IsLost(ArchiveTrouble kind) {
 void UploadFiler::Began(const UploadStart& start) {
     filing_ = std::make_unique<Filing>();
     trouble_.reset();
+    newRecords_ = 0;
     filing_->Start = start;
     filing_->Begin = store_.Now();
     Portion();
@@ -74,12 +76,22 @@ void UploadFiler::Tick() {
     }
 }
 
-void UploadFiler::Settle() {
+void UploadFiler::FileRest() {
     if (filing_) {
         filing_->Blocked = false;
         Portion();
     }
     filing_.reset();
+}
+
+std::optional<std::string> UploadFiler::SettleInWords() {
+    FileRest();
+    return trouble_ ? std::optional(TroubleText(trouble_->Kind, store_.Place(), trouble_->Words))
+                    : std::nullopt;
+}
+
+void UploadFiler::Settle() {
+    FileRest();
     if (trouble_ && told_ != trouble_->Kind) {
         told_ = trouble_->Kind;
         boxes_.Show({.Text = TroubleText(trouble_->Kind, store_.Place(), trouble_->Words),
@@ -135,13 +147,16 @@ void UploadFiler::TakeBack() {
 void UploadFiler::WritePortion() {
     ArchiveTransaction transaction(store_, ArchiveTransaction::Kind::Writing);
     Filing& filing = *filing_;
-    ArchiveLogger logger = LoggerRow(filing.Start);
+    ArchiveLogger logger = LoggerRowOf(store_, filing.Start.Mac, filing.Start.Name);
+    logger.Name = filing.Start.Name;
     ArchiveUpload row = filing.Row;
     if (row.Id == 0) {
         AddRow(filing, logger, row);
         filing.Merge = std::make_unique<SeriesMerge>(store_, row.Id, row.Begin);
     }
+    const std::int64_t known = logger.Records;
     filing.Merge->File(filing.Pending, logger);
+    const std::int64_t added = logger.Records - known;
     store_.UpdateLogger(logger);
     row.Received = filing.Received;
     if (filing.Outcome) {
@@ -149,8 +164,12 @@ void UploadFiler::WritePortion() {
     }
     store_.UpdateUpload(row);
     transaction.Commit();
+    newRecords_ += added;
     filing.Row = row;
     filing.Pending.clear();
+    if (Filed) {
+        Filed();
+    }
 }
 
 void UploadFiler::AddRow(const Filing& filing, ArchiveLogger& logger, ArchiveUpload& row) {
@@ -160,32 +179,9 @@ void UploadFiler::AddRow(const Filing& filing, ArchiveLogger& logger, ArchiveUpl
     row.Begin = last ? std::max(filing.Begin, *last + 1) : filing.Begin;
     row.Firmware = filing.Start.Logger.FirmwareVersion;
     row.Name = filing.Start.Name;
-    row.Settings = SettingsId(logger.Id, filing.Start);
+    row.Settings =
+        SettingsIdOf(store_, logger.Id, SettingsRow(filing.Start.Logger, filing.Start.Table));
     row.Said = filing.Start.Records;
     store_.AddUpload(row);
     ++logger.Uploads;
-}
-
-/// The row of the upload's logger, under its name of today.
-ArchiveLogger UploadFiler::LoggerRow(const UploadStart& start) {
-    auto logger = store_.FindLogger(start.Mac);
-    if (!logger) {
-        logger = ArchiveLogger{.Mac = start.Mac, .Name = start.Name};
-        store_.AddLogger(*logger);
-    }
-    logger->Name = start.Name;
-    return *logger;
-}
-
-/// Settings that are like some of the logger's are not kept twice.
-std::int64_t UploadFiler::SettingsId(std::int64_t logger, const UploadStart& start) {
-    ArchiveSettings settings = SettingsRow(start.Logger, start.Table);
-    for (const ArchiveSettings& kept : store_.SettingsOf(logger)) {
-        settings.Id = kept.Id;
-        if (settings == kept) {
-            return kept.Id;
-        }
-    }
-    store_.AddSettings(logger, settings);
-    return settings.Id;
 }

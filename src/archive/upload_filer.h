@@ -2,6 +2,7 @@
 #define ORVIA_ARCHIVE_UPLOAD_FILER_H
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -25,6 +26,14 @@ class UploadFiler final : public UploadListener {
     void Took(std::span<const HistoryRecord> records) override;
     void Ended(UploadOutcome outcome) override;
     void Settle() override;
+    /// As Settle, for who tells of it in a box's place: what keeps the upload, or a part of it, out
+    /// of the archive, in words; nothing if all of it is there.
+    [[nodiscard]] std::optional<std::string> SettleInWords();
+    /// Records of the last upload that the series had not held.
+    [[nodiscard]] std::int64_t NewRecords() const { return newRecords_; }
+
+    /// Called whenever something has been filed.
+    std::function<void()> Filed;
 
     /// A tick of the console: files what came when it is time to.
     void Tick();
@@ -57,17 +66,17 @@ class UploadFiler final : public UploadListener {
         std::string Words;
     };
 
+    void FileRest();
     void Portion();
     [[nodiscard]] bool TryPortion();
     void WritePortion();
     void TakeBack();
     void AddRow(const Filing& filing, ArchiveLogger& logger, ArchiveUpload& row);
-    [[nodiscard]] ArchiveLogger LoggerRow(const UploadStart& start);
-    [[nodiscard]] std::int64_t SettingsId(std::int64_t logger, const UploadStart& start);
 
     ArchiveStore& store_;
     MessageBoxes& boxes_;
     std::unique_ptr<Filing> filing_;  ///< nothing once all of it is in the archive
+    std::int64_t newRecords_ = 0;
     std::optional<Trouble> trouble_;  ///< of the last portion
     std::optional<ArchiveTrouble> told_;
 };

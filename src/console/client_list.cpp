@@ -44,22 +44,23 @@ void OpenOrActivateClient(AddressBook& book, ClientWindows& windows, MainView& v
         BringForward(*open);
         return;
     }
-    const std::int16_t slot = OpenClientWindow(book.Entries[number], windows, view);
-    book.Entries[number].WindowIndex = slot;
-    book.Entries[number].SmallIcon = IconWindowOpen;
-    windows.At(slot)->SetClientIndex(static_cast<std::int16_t>(number));
-    view.SetClientIcon(number, IconWindowOpen);
+    static_cast<void>(OpenClientWindow(number, book, windows, view, view.NewClientWindow()));
 }
 
-std::int16_t OpenClientWindow(const ClientRadio& entry, ClientWindows& windows, MainView& view) {
-    auto slot = std::find(windows.Slots.begin(), windows.Slots.end(), nullptr);
-    if (slot == windows.Slots.end()) {
-        slot = windows.Slots.emplace(windows.Slots.end());
+std::int16_t OpenClientWindow(int number, AddressBook& book, ClientWindows& windows, MainView& view,
+                              const std::shared_ptr<ClientWindow>& window) {
+    auto place = std::find(windows.Slots.begin(), windows.Slots.end(), nullptr);
+    if (place == windows.Slots.end()) {
+        place = windows.Slots.emplace(windows.Slots.end());
     }
-    const auto index = slot - windows.Slots.begin();
-    const std::shared_ptr<ClientWindow> window = view.NewClientWindow();
-    windows.Slots[static_cast<std::size_t>(index)] = window;
+    *place = window;
+    const auto slot = static_cast<std::int16_t>(place - windows.Slots.begin());
+    ClientRadio& entry = book.Entries[number];
     window->SetCaption(ShownName(entry.Name));
     window->ResetDisplay();
-    return static_cast<std::int16_t>(index);
+    entry.WindowIndex = slot;
+    entry.SmallIcon = IconWindowOpen;
+    window->SetClientIndex(static_cast<std::int16_t>(number));
+    view.SetClientIcon(number, IconWindowOpen);
+    return slot;
 }

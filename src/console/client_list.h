@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 
 #include "records/address_book.h"
 #include "records/client_windows.h"
@@ -16,8 +17,10 @@
 /// selected, or no entry behind it, is nothing to do.
 void OpenOrActivateClient(AddressBook& book, ClientWindows& windows, MainView& view);
 
-/// Makes the window of `entry` and gives its slot: the first empty one, else a new one.
-[[nodiscard]] std::int16_t OpenClientWindow(const ClientRadio& entry, ClientWindows& windows,
-                                            MainView& view);
+/// Makes `window`, fresh from the view, that of entry `number` and gives its slot: the first empty
+/// one, else a new one.
+[[nodiscard]] std::int16_t OpenClientWindow(int number, AddressBook& book, ClientWindows& windows,
+                                            MainView& view,
+                                            const std::shared_ptr<ClientWindow>& window);
 
 #endif  // ORVIA_CONSOLE_CLIENT_LIST_H

@@ -22,26 +22,6 @@ struct WalkOperation {
 constexpr WalkOperation SampleOperation{"Get Sample", "Getting sample for client window ",
                                         GetSampleOf};
 
-/// Shows which window an operation is for while it runs under the walk.
-class WalkStep {
- public:
-    WalkStep(const OperationContext& context, int slot) : context_(context) {
-        context_.operations.ForAllActive = True;
-        context_.operations.ForAllWindow = static_cast<std::int16_t>(slot);
-        context_.radio.view.SetPointer(Pointer::Hourglass);
-    }
-    ~WalkStep() {
-        context_.radio.view.SetPointer(Pointer::Normal);
-        context_.operations.ForAllActive = False;
-        context_.radio.status.End();
-    }
-    WalkStep(const WalkStep&) = delete;
-    WalkStep& operator=(const WalkStep&) = delete;
-
- private:
-    const OperationContext& context_;
-};
-
 bool WorkOn(const OperationContext& context, const WalkOperation& operation) {
     const Target target = WindowOfWalk(context);
     try {
@@ -125,12 +105,6 @@ void Walk(const ForAllContext& context, const WalkOperation& operation) {
     log.EndLog();
 }
 
-void TellNoClients(const OperationContext& context) {
-    context.radio.boxes.Show({.Text = "There are no client windows active!",
-                              .Title = "No Clients",
-                              .Icon = BoxIcon::Information});
-}
-
 void StartWalk(const ForAllContext& context, const WalkOperation& operation,
                const std::optional<BoxContent>& question) {
     const OperationContext& work = context.operation;
@@ -185,6 +159,12 @@ void StartAutoUpdate(const OperationContext& context) {
 }
 
 }  // namespace
+
+void TellNoClients(const OperationContext& context) {
+    context.radio.boxes.Show({.Text = "There are no client windows active!",
+                              .Title = "No Clients",
+                              .Icon = BoxIcon::Information});
+}
 
 void GetSampleForAll(const ForAllContext& context) {
     StartWalk(context, SampleOperation, std::nullopt);

@@ -15,6 +15,9 @@ struct ForAllContext {
 // the log how it went. Nothing happens while the link is not connected, or while another operation
 // or a sampling mode runs. The windows may come and go meanwhile.
 
+/// Tells that no window is open to walk over.
+void TellNoClients(const OperationContext& context);
+
 /// "Get Sample for All Client Windows".
 void GetSampleForAll(const ForAllContext& context);
 /// "Clear History for All Client Windows", once the operator has agreed.

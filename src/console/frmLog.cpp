@@ -11,6 +11,7 @@
 #include "platform/qt/frame_press.h"
 #include "platform/qt/named_controls.h"
 #include "platform/qt/pictures.h"
+#include "platform/qt/status_line.h"
 #include "platform/qt/text_qt.h"
 
 frmLog::frmLog() {
@@ -32,7 +33,13 @@ frmLog::frmLog() {
 
     auto* column = new QVBoxLayout(content);
     column->addWidget(txtLog_, 1);
-    column->addWidget(cmdClose_, 0, Qt::AlignRight);
+    // Not there but for a walk that tells how far it is.
+    lblFoot_ = new StatusLine(content, QStringLiteral("lblFoot"));
+    lblFoot_->setAccessibleDescription(QStringLiteral("How far the walk is"));
+    auto* foot = new QHBoxLayout;
+    foot->addWidget(lblFoot_, 1);
+    foot->addWidget(cmdClose_, 0, Qt::AlignRight);
+    column->addLayout(foot);
     setWidget(content);
     content->setFocusProxy(cmdClose_);
     resize(fontMetrics().averageCharWidth() * Characters, fontMetrics().lineSpacing() * Lines);
@@ -45,6 +52,12 @@ void frmLog::Reset() {
     cmdClose_->setText(QStringLiteral("Canc&el"));
     cancels_ = true;
     CancelRequested = false;
+    SetFoot("");
+}
+
+void frmLog::SetFoot(const std::string& text) {
+    lblFoot_->setVisible(!text.empty());
+    lblFoot_->Tell(text, false);
 }
 
 void frmLog::AppendText(const std::string& text) {

@@ -6,6 +6,7 @@
 
 class QPlainTextEdit;
 class QPushButton;
+class StatusLine;
 
 /// The log of a walk over all client windows, a child of the main window. Its button asks a
 /// running walk to end, and hides the window behind it.
@@ -20,6 +21,8 @@ class frmLog final : public QMdiSubWindow {
     /// Adds to the end, where the caret goes, so that the box follows.
     void AppendText(const std::string& text);
     [[nodiscard]] std::string Text() const;
+    /// What stands beside the button; empty takes it away.
+    void SetFoot(const std::string& text);
     /// The walk is over: the button closes.
     void EndWalk();
 
@@ -40,6 +43,7 @@ class frmLog final : public QMdiSubWindow {
     void HideFromArea();
 
     QPlainTextEdit* txtLog_;
+    StatusLine* lblFoot_;
     QPushButton* cmdClose_;
     bool loaded_ = true;
     bool cancels_ = true;  ///< the button reads "Cancel"

@@ -37,6 +37,12 @@ bool WalkLogForm::CancelRequested() const {
     return LogWindowOpen() && form_->CancelRequested;
 }
 
+void WalkLogForm::SetFoot(const std::string& text) {
+    if (LogWindowOpen()) {
+        form_->SetFoot(text);
+    }
+}
+
 void WalkLogForm::EndLog() {
     if (LogWindowOpen()) {
         form_->EndWalk();

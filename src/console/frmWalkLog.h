@@ -23,6 +23,7 @@ class WalkLogForm final : public WalkLog {
     void OpenLog() override;
     [[nodiscard]] bool LogWindowOpen() const override;
     [[nodiscard]] bool CancelRequested() const override;
+    void SetFoot(const std::string& text) override;
     void EndLog() override;
 
     /// Unloads the log window, if it is loaded, as its frame does.

@@ -22,6 +22,8 @@ class WalkLog : public OperationLog {
     [[nodiscard]] virtual bool LogWindowOpen() const = 0;
     /// Whether the operator asked the walk to end.
     [[nodiscard]] virtual bool CancelRequested() const = 0;
+    /// What stands below the log while a walk tells how far it is; empty takes it away.
+    virtual void SetFoot(const std::string& text) = 0;
     /// The walk is over: the button of the window, if that is loaded, turns to "Close".
     virtual void EndLog() = 0;
 };

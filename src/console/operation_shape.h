@@ -66,6 +66,26 @@ class OperationScope {
     const OperationContext& context_;
 };
 
+/// Shows which window an operation is for while it runs under the walk.
+class WalkStep {
+ public:
+    WalkStep(const OperationContext& context, int slot) : context_(context) {
+        context_.operations.ForAllActive = True;
+        context_.operations.ForAllWindow = static_cast<std::int16_t>(slot);
+        context_.radio.view.SetPointer(Pointer::Hourglass);
+    }
+    ~WalkStep() {
+        context_.radio.view.SetPointer(Pointer::Normal);
+        context_.operations.ForAllActive = False;
+        context_.radio.status.End();
+    }
+    WalkStep(const WalkStep&) = delete;
+    WalkStep& operator=(const WalkStep&) = delete;
+
+ private:
+    const OperationContext& context_;
+};
+
 /// Runs `work` on the window that is active, its radio selected. A fault ends the operation as a
 /// failure does.
 template <typename Work>

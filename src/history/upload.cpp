@@ -49,7 +49,7 @@ class Upload {
           view_(view),
           totalRecords_(totalRecords),
           channels_(context.global.NumAnalogChannels + context.global.NumDigitalChannels),
-          maxPerBlock_(MaxPerBlock(channels_)) {}
+          maxPerBlock_(context.toTheEnd ? RecordsThatFit(channels_) : MaxPerBlock(channels_)) {}
 
     /// Leaves the dialog to be hidden.
     void Run() {
@@ -197,6 +197,10 @@ class Upload {
 
 int MaxPerBlock(int channels) {
     return static_cast<int>(RoundTiesToEven(static_cast<double>(BlockRoom) / RecordSize(channels)));
+}
+
+int RecordsThatFit(int channels) {
+    return BlockRoom / RecordSize(channels);
 }
 
 void RunUpload(const UploadContext& context, UploadView& view, std::int32_t totalRecords) {

@@ -51,11 +51,15 @@ struct UploadContext {
     HistoryStore& store;
     MessageBoxes& boxes;
     UploadListener* listener = nullptr;  ///< hears of the records and of the end
+    bool toTheEnd = false;  ///< counts a block full when no more records fit; see MaxPerBlock
 };
 
 /// Most records of a block that a logger with so many channels may count: 240 bytes by the size of
 /// a record, rounded to nearest with ties to even. With 9 channels that is 11, of which 10 fit.
 [[nodiscard]] int MaxPerBlock(int channels);
+/// Records that fit into a block: the same but for 9 channels, whose full block of 10 MaxPerBlock
+/// takes for the last one.
+[[nodiscard]] int RecordsThatFit(int channels);
 
 /// Reads all records of the logger into the store; `totalRecords` is how many it says it has. Runs
 /// until the dialog hides: the Tag is then "Okay" or "Cancel", or still "Running" after an error,

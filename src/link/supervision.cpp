@@ -53,6 +53,7 @@ CommandStates StatesOf(const SupervisionContext& context) {
                            : mode < AutoUpdateStart  ? "Stop Sampling"
                                                      : "Stop Auto Update";
     states.Operations = enable && mode == SamplingIdle;
+    states.Collection = context.link.Connected != False && mode == SamplingIdle;
     states.BookEntries = context.view.ClientCount() >= 1;
     return states;
 }

@@ -53,6 +53,16 @@ std::uint8_t ShownHour(std::uint8_t hour) {
     return low == TwelveBcd ? 0 : low;
 }
 
+/// The hour byte as an hour of the day.
+int HourOfDay(std::uint8_t hour) {
+    constexpr int Noon = 12;
+    if ((hour & TwelveHourBit) == 0) {
+        return FromBcd(hour);
+    }
+    const int onDial = FromBcd(static_cast<std::uint8_t>(hour & TwelveHourMask)) % Noon;
+    return (hour & PmBit) != 0 ? onDial + Noon : onDial;
+}
+
 /// Takes what stands before `mark` off the text, as a number from 0 to `largest`; nothing if
 /// there is no mark or no such number.
 std::optional<int> TakeNumber(std::string_view& text, char mark, int largest = 99) {
@@ -103,6 +113,19 @@ bool GetLoggerTime(FrameExchange& exchange, const SystemClock& clock, LoggerReco
         ShortDateText(clock, 2000 + FromBcd(reply[6]), FromBcd(reply[5]), FromBcd(reply[4])) + " " +
         BcdToText(ShownHour(reply[2])) + ":" + BcdToText(reply[1]) + ":" + BcdToText(reply[0]);
     return true;
+}
+
+std::optional<LocalTime> ReadLoggerClock(FrameExchange& exchange) {
+    Bytes reply(TimeReplySize);
+    if (!Ask(exchange, GetTimeCode, NoRetries, reply)) {
+        return std::nullopt;
+    }
+    return LocalTime{.Year = 2000 + FromBcd(reply[6]),
+                     .Month = FromBcd(reply[5]),
+                     .Day = FromBcd(reply[4]),
+                     .Hour = HourOfDay(reply[2]),
+                     .Minute = FromBcd(reply[1]),
+                     .Second = FromBcd(reply[0])};
 }
 
 bool SetLoggerTime(FrameExchange& exchange, std::string_view text) {

@@ -2,6 +2,7 @@
 #define ORVIA_LOGGER_COMMANDS_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,9 @@ inline constexpr std::int16_t StatusNoSample = 0xFD;
 /// Reads the clock into `LoggerTime`, which is "00/00/00 00:00:00" when that failed.
 [[nodiscard]] bool GetLoggerTime(FrameExchange& exchange, const SystemClock& clock,
                                  LoggerRecord& record);
+
+/// Reads the clock as a moment, whichever form it runs in; nothing when that failed.
+[[nodiscard]] std::optional<LocalTime> ReadLoggerClock(FrameExchange& exchange);
 
 /// Sets the clock from "month/day/year hour:minute:second", with or without " AM" or " PM". A
 /// text of another shape is False with nothing sent.

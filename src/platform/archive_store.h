@@ -26,6 +26,8 @@ enum class ArchiveTrouble {
     Damaged,   ///< it is an archive no longer: cut off, or its inside does not hold together
     Newer,     ///< a newer console made it
     Gone,      ///< what was worked on has been deleted meanwhile
+    Away,      ///< its server cannot be reached, or the connection was lost; Open connects anew
+    Refused,   ///< its server does not let this user in, or not with this password
     Other      ///< the words tell
 };
 
@@ -92,7 +94,20 @@ struct ArchiveUpload {
     std::int64_t Settings = 0;  ///< which of the logger's settings its records are read with
     std::int64_t Said = 0;      ///< records that the logger said it has
     std::int64_t Received = 0;  ///< records that came, known ones too
+    std::string Origin = {};    ///< names it among all archives if another one handed it over
     bool operator==(const ArchiveUpload&) const = default;
+};
+
+/// A round that collected from many loggers by itself. Times are milliseconds since 1970, UTC.
+struct ArchiveRound {
+    std::int64_t Id = 0;
+    std::int64_t Begin = 0;
+    std::optional<std::int64_t> End = {};  ///< none: it runs still, or was killed
+    std::int64_t Loggers = 0;              ///< that had their turn
+    std::int64_t Done = 0;                 ///< those of which all came
+    std::string Log = {};
+    std::string Digest = {};  ///< what needs a person; empty if nothing does
+    bool operator==(const ArchiveRound&) const = default;
 };
 
 /// A record of a series.
@@ -134,8 +149,8 @@ class ArchiveStore {
     [[nodiscard]] virtual std::int64_t Now() = 0;
 
     // What is written between Begin and Commit is there as a whole or not at all, whatever happens.
-    // Only one at a time is in there: whoever else begins finds it Locked. What is read between
-    // BeginReading and Commit is one state of the archive.
+    // Only one at a time works on a logger: whoever else looks for it, or begins, finds it Locked.
+    // What is read between BeginReading and Commit is one state of the archive.
     virtual void Begin() = 0;
     virtual void BeginReading() = 0;
     virtual void Commit() = 0;
@@ -171,6 +186,9 @@ class ArchiveStore {
     virtual void AddUpload(ArchiveUpload& upload) = 0;
     /// Keeps its end, outcome and records received; Gone if it was deleted.
     virtual void UpdateUpload(const ArchiveUpload& upload) = 0;
+    /// That of a logger which was handed over under this name.
+    [[nodiscard]] virtual std::optional<ArchiveUpload> UploadFrom(std::int64_t logger,
+                                                                  const std::string& origin) = 0;
 
     // Records of a logger. What is read comes behind what `out` holds.
     /// Up to `most`, in order, from the first that stands at `place` or behind it.
@@ -196,6 +214,31 @@ class ArchiveStore {
     virtual void OpenRoom(std::int64_t logger, std::int64_t place, std::int64_t by) = 0;
     /// Deletes up to `most` of them; how many it were.
     virtual int DeleteRecords(std::int64_t logger, int most) = 0;
+
+    // Handing over to another archive, which is known by its Identity.
+    /// Names this archive among all; it keeps that name wherever it is copied to.
+    [[nodiscard]] virtual std::string Identity() = 0;
+    /// Up to `most` uploads of which more is here than was noted to be there, by their begin.
+    [[nodiscard]] virtual std::vector<ArchiveUpload> UploadsOwed(const std::string& target,
+                                                                 int most) = 0;
+    /// How many those are.
+    [[nodiscard]] virtual std::int64_t CountOwed(const std::string& target) = 0;
+    /// Notes that `upload`, with the end and the records it has there, has been handed over.
+    virtual void NoteHandedOver(const std::string& target, const ArchiveUpload& upload) = 0;
+    /// Forgets what was noted, so that all is handed over again.
+    virtual void ForgetHandedOver(const std::string& target) = 0;
+    /// Up to `most` records that this upload was the first to read, in their order, from the first
+    /// that stands at `place` or behind it. What is read comes behind what `out` holds.
+    virtual void RecordsOfUpload(const ArchiveUpload& upload, std::int64_t place, int most,
+                                 std::vector<ArchiveRecord>& out) = 0;
+
+    // Rounds.
+    /// The newest first.
+    [[nodiscard]] virtual std::vector<ArchiveRound> Rounds(int most) = 0;
+    /// Adds it, which gives it its Id, or keeps what has changed in it.
+    virtual void KeepRound(ArchiveRound& round) = 0;
+    /// Deletes those that began before that.
+    virtual void DropRounds(std::int64_t before) = 0;
 
     // Care. These may take long, and may be called on a thread of their own while the archive is in
     // use; `meanwhile` is called there some times a second until they are done.

@@ -46,7 +46,7 @@ std::uint8_t StopBitsCode(LineStopBits bits) {
 }  // namespace
 
 std::string ComPortName(int number) {
-    const std::string name = "COM" + IntegerToText(number);
+    std::string name = "COM" + IntegerToText(number);
     if (number < FirstPort || number > LastPort) {
         throw Fault("there is no port " + name);
     }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "common/bytes.h"
 #include "platform/archive_store.h"
@@ -208,6 +209,32 @@ class Bell {
     virtual void Ring() = 0;
 };
 
+/// Starts other programs, which run beside this one. No shell takes part: what is given is handed
+/// over as it stands.
+class CommandRunner {
+ public:
+    virtual ~CommandRunner() = default;
+
+    /// Starts `program` with these arguments, and gives it `input` to read. False if it could not
+    /// be started.
+    [[nodiscard]] virtual bool Start(const std::string& program,
+                                     const std::vector<std::string>& arguments,
+                                     const std::string& input) = 0;
+};
+
+/// Whether the user's desktop session starts the program.
+class SessionStart {
+ public:
+    virtual ~SessionStart() = default;
+
+    [[nodiscard]] virtual bool IsOn() const = 0;
+    /// False if it stays as it is.
+    [[nodiscard]] virtual bool Switch(bool on) = 0;
+};
+
+class PasswordKeeper;  // platform/password_keeper.h
+class SharedArchive;   // platform/shared_archive.h
+
 /// The host: a reference to each, the program's folder and the length of a tick.
 struct Host {
     SerialPort& MSComm1;
@@ -230,6 +257,10 @@ struct Host {
     /// The user's own folder for what the program finds and keeps, no separator at its end; may be
     /// missing. Empty: there is none.
     std::string UserFolder = {};
+    CommandRunner* Commands = nullptr;    ///< without it no other program is started
+    SessionStart* AtStart = nullptr;      ///< without it there is no desktop session
+    SharedArchive* Shared = nullptr;      ///< without it nothing is shared
+    PasswordKeeper* Passwords = nullptr;  ///< without it none is kept
 
     /// Where a dialog for the user's files starts.
     [[nodiscard]] const std::string& StartFolder() const {

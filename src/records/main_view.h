@@ -25,6 +25,7 @@ struct CommandStates {
     std::string SampleCaption;
     bool SampleHighlighted = false;  ///< a sampling mode runs
     bool AutoUpdateChecked = false;
+    bool Collection = false;   ///< history can be collected
     bool BookEntries = false;  ///< edit, view and delete entries
     bool operator==(const CommandStates&) const = default;
 };
@@ -57,6 +58,8 @@ class MainView {
 
     /// Makes a client window, loaded but without caption, not yet in any slot.
     [[nodiscard]] virtual std::shared_ptr<ClientWindow> NewClientWindow() = 0;
+    /// The same, the active window and what has the keys staying as they are.
+    [[nodiscard]] virtual std::shared_ptr<ClientWindow> NewClientWindowBehind() = 0;
     /// Unloads every form but the main window, from the one opened last to the first: dialogs, then
     /// log and client windows.
     virtual void CloseAllChildForms() = 0;

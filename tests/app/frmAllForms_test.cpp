@@ -14,6 +14,7 @@
 #include "history/frmProgress.h"
 #include "platform/qt/sql_archive.h"
 #include "platform/qt/text_qt.h"
+#include "support/fake_shared_archive.h"
 #include "support/qt/desk_look.h"
 #include "support/qt/form_look.h"
 
@@ -50,13 +51,14 @@ const std::set<std::string> Meant{
 
 /// An archive, there before the console.
 struct ArchiveOfTest {
+    FakeSharedArchive Shared;
     QTemporaryDir Folder;
     SqlArchive Archive{{.File = Folder.filePath(QStringLiteral("archive.sqlite"))}};
 };
 
 class AllForms : public Desk, private ArchiveOfTest, public MainWindowTest {
  protected:
-    AllForms() : MainWindowTest(&Archive) {
+    AllForms() : MainWindowTest(&Archive, &Shared) {
         simulator::LoggerSetup site = BasicSite(4, 3, 2);
         site.HistoryRecords = 60;
         site.Settings.Analog[0].Units = "Feet";
@@ -198,6 +200,12 @@ TEST_P(AllForms, HaveNothingToStumbleOver) {
     Look(Find<QWidget>("frmTrace"));
     Trigger("mnuSupport");
     LookAtPages(Find<QDialog>("frmSupport"));
+    Trigger("mnuCollect");
+    Look(*window_, "with the log of a collection");
+    Trigger("mnuCollectRegularly");
+    LookAtPages(Find<QDialog>("frmCollect"));
+    Trigger("mnuArchiveSettings");
+    Look(Find<QDialog>("frmArchiveSettings"));
     Trigger("mnuArchive");
     auto& archive = Find<frmArchive>("frmArchive");
     Look(archive);
@@ -220,7 +228,7 @@ TEST_P(AllForms, HaveNothingToStumbleOver) {
           "frmReport",         "frmProgress",    "frmSplash",         "frmSelectClient",
           "frmEditClient",     "frmSignalLevel", "frmGetHistoryData", "frmHistory",
           "frmHistoryOptions", "frmSetup",       "frmCalibrate",      "frmRating",
-          "frmTrace",          "frmSupport"}) {
+          "frmTrace",          "frmSupport",     "frmCollect",        "frmArchiveSettings"}) {
         EXPECT_EQ(looked_.count(form), 1U) << form << " was not looked at";
     }
 }

@@ -4,15 +4,19 @@ namespace testing_support {
 
 namespace {
 
-Host WithArchive(Host host, ArchiveStore* archive) {
+Host WithArchive(Host host, ArchiveStore* archive, SharedArchive* shared,
+                 PasswordKeeper* passwords) {
     host.Archive = archive;
+    host.Shared = shared;
+    host.Passwords = passwords;
     return host;
 }
 
 }  // namespace
 
-MainWindowTest::MainWindowTest(ArchiveStore* archive)
-    : state_(WithArchive(host_.AsHost(folder_), archive)) {
+MainWindowTest::MainWindowTest(ArchiveStore* archive, SharedArchive* shared,
+                               PasswordKeeper* passwords)
+    : state_(WithArchive(host_.AsHost(folder_), archive, shared, passwords)) {
     std::string book;
     for (int number = 1; number <= 3; ++number) {
         const simulator::LoggerSetup site = BasicSite(number);

@@ -26,8 +26,9 @@ namespace testing_support {
 /// The console's real windows on a fast host, with a network of three sites and their book.
 class MainWindowTest : public ::testing::Test {
  protected:
-    /// With an archive if there is one to keep what is uploaded.
-    explicit MainWindowTest(ArchiveStore* archive = nullptr);
+    /// With an archive if there is one to keep what is uploaded, and one that it is shared in.
+    explicit MainWindowTest(ArchiveStore* archive = nullptr, SharedArchive* shared = nullptr,
+                            PasswordKeeper* passwords = nullptr);
     ~MainWindowTest() override;
 
     /// Starts the console; `inDialog` is done to the connect dialog once it is there.

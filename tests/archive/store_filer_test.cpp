@@ -175,6 +175,37 @@ TEST_P(FilerTest, TheEndOfTheProgramStopsAnUpload) {
     ExpectKeptAll();
 }
 
+TEST_P(FilerTest, TellsHowManyRecordsWereNew) {
+    Make(SiteWithHistory(25));
+    filing->Run();
+    EXPECT_EQ(Line().console.State.Filer->NewRecords(), 25);
+    ++bench->Clock;
+    filing->Run();
+    EXPECT_EQ(Line().console.State.Filer->NewRecords(), 0);
+}
+
+TEST_P(FilerTest, SettledInWordsItShowsNoBox) {
+    Make(SiteWithHistory(25));
+    UploadFiler& filer = *Line().console.State.Filer;
+    UploadStart start;
+    start.Name = "Site";
+    start.Records = 1;
+    bench->Hold();
+    filer.Began(start);
+    filer.Took(std::vector{RecordAt(60)});
+    filer.Ended(UploadOutcome::Complete);
+    const auto words = filer.SettleInWords();
+    bench->Release();
+    ASSERT_TRUE(words);
+    EXPECT_NE(words->find("another program holds it"), std::string::npos) << *words;
+    EXPECT_TRUE(Line().Boxes().empty());
+    filer.Began(start);
+    filer.Took(std::vector{RecordAt(60)});
+    filer.Ended(UploadOutcome::Complete);
+    EXPECT_FALSE(filer.SettleInWords());
+    EXPECT_EQ(filer.NewRecords(), 1);
+}
+
 TEST_P(FilerTest, NamesAreKeptAsTheyAre) {
     const std::vector<std::string> names = {"Robert'); DROP TABLE loggers;--",
                                             "100 % \"full\" ?1 :a", std::string("nul\0inside", 10),
@@ -214,10 +245,8 @@ TEST_P(FilerTest, TheUploadRunsToTheStepAsWithoutAnArchive) {
 
 TEST_P(FilerTest, ALockThatGoesAgainIsNotTold) {
     Make(SiteWithHistory(2000));
-    const auto other = bench->NewStore();
-    other->Open();
-    other->Begin();
-    filing->In(3 * Second, [&] { other->Rollback(); });
+    bench->Hold();
+    filing->In(3 * Second, [&] { bench->Release(); });
     filing->Run();
     EXPECT_TRUE(Line().Boxes().empty());
     EXPECT_EQ(Uploads().at(0).Outcome, ArchiveOutcome::Complete);
@@ -226,9 +255,7 @@ TEST_P(FilerTest, ALockThatGoesAgainIsNotTold) {
 
 TEST_P(FilerTest, ALockThatStaysIsToldOnceAndTheUploadIsThere) {
     Make(SiteWithHistory(100));
-    const auto other = bench->NewStore();
-    other->Open();
-    other->Begin();
+    bench->Hold();
     filing->Run();
     ASSERT_EQ(Line().Boxes().size(), 1U);
     EXPECT_EQ(Line().Boxes()[0].Title, "Archive");
@@ -238,14 +265,14 @@ TEST_P(FilerTest, ALockThatStaysIsToldOnceAndTheUploadIsThere) {
     EXPECT_EQ(filing->Viewers, 1);
     filing->Run();
     EXPECT_TRUE(Line().Boxes().empty());
-    other->Rollback();
+    bench->Release();
     filing->Run();
     EXPECT_TRUE(Line().Boxes().empty());
     ExpectKeptAll();
-    other->Begin();
+    bench->Hold();
     filing->Run();
     EXPECT_EQ(Line().Boxes().size(), 1U);
-    other->Rollback();
+    bench->Release();
 }
 
 TEST_P(FilerTest, ALoggerDeletedMeanwhileIsTold) {

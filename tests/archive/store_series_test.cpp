@@ -238,9 +238,9 @@ class RandomLogger {
 
 /// Thousands of histories, filed in any order and in portions of any size.
 TEST_P(SeriesTest, EqualsThePlainModelWhateverTheOrderOfFiling) {
-    constexpr int Cases = 3000;
+    const int cases = bench->CasesOf(3000);
     std::mt19937 random(20261122);
-    for (int one = 0; one < Cases; ++one) {
+    for (int one = 0; one < cases; ++one) {
         std::vector<HeldUpload> uploads = RandomLogger(random).Uploads(1 + one % 7);
         const auto model = ModelSeries(uploads);
         if (one % 2 == 1) {

@@ -5,6 +5,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <initializer_list>
+#include <string>
+#include <vector>
 
 #include "archive/filing_bench.h"
 #include "archive/other_process.h"
@@ -185,9 +188,41 @@ TEST_F(TroubleTest, ANewerArchiveIsToldAndLeftAlone) {
 
 constexpr const char* AddNote = "ALTER TABLE loggers ADD COLUMN note TEXT;\n";
 
+/// The steps of today, and further ones.
+std::vector<const char*> SchemaWith(std::initializer_list<const char*> further) {
+    std::vector<const char*> steps(ArchiveSchema().begin(), ArchiveSchema().end());
+    steps.insert(steps.end(), further);
+    return steps;
+}
+
+TEST_F(TroubleTest, AnArchiveOfEachVersionBeforeIsBroughtUpWithWhatItHolds) {
+    std::string lastName;
+    for (std::size_t version = 1; version < ArchiveSchema().size(); ++version) {
+        {
+            const auto old = WithSchema(ArchiveSchema().first(version));
+            old->Open();
+        }
+        Run("INSERT INTO loggers(id, mac, name, records, uploads, revision) "
+            "VALUES(7, '00:13:A2:40:5F:01', 'Weir', 1, 1, 1)");
+        Run("INSERT INTO uploads(id, logger, begun, firmware, name, settings, said, received) "
+            "VALUES(3, 7, 1000, 21, 'Weir', 0, 1, 1)");
+        Run("INSERT INTO records VALUES(7, 1, 5, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 3)");
+        store->Open();
+        EXPECT_EQ(store->Loggers().at(0).Name, "Weir");
+        ASSERT_EQ(store->UploadsOwed("another", 10).size(), 1U) << version;
+        EXPECT_EQ(store->UploadsOf(7).at(0).Origin, "");
+        EXPECT_TRUE(store->Rounds(1).empty());
+        EXPECT_EQ(store->Identity().size(), 32U);
+        EXPECT_NE(store->Identity(), lastName) << "two archives of one name";
+        lastName = store->Identity();
+        store->Close();
+        QFile::remove(bench.File());
+    }
+}
+
 TEST_F(TroubleTest, AnOlderArchiveIsBroughtUpInPlace) {
     MakeArchive();
-    const std::array<const char*, 2> later = {ArchiveSchema()[0], AddNote};
+    const auto later = SchemaWith({AddNote});
     const auto newer = WithSchema(later);
     EXPECT_TRUE(Upload(*newer, 1000).empty());
     EXPECT_EQ(newer->Loggers().at(0).Records, 1000);
@@ -198,13 +233,31 @@ TEST_F(TroubleTest, AnOlderArchiveIsBroughtUpInPlace) {
 
 TEST_F(TroubleTest, AMigrationThatFailsLeavesTheOlderArchiveAsItWas) {
     MakeArchive();
-    const std::array<const char*, 3> later = {ArchiveSchema()[0], AddNote, "NO SUCH WORD;\n"};
+    const auto later = SchemaWith({AddNote, "NO SUCH WORD;\n"});
     EXPECT_THROW(WithSchema(later)->Open(), ArchiveFault);
     EXPECT_TRUE(Upload(1000).empty());
     EXPECT_EQ(RecordsKept(), 1000);
     store->Close();
-    const std::array<const char*, 2> mended = {ArchiveSchema()[0], AddNote};
+    const auto mended = SchemaWith({AddNote});
     WithSchema(mended)->Open();
+}
+
+/// The hand-over opens and closes the archive on its own, again and again, beside the console.
+TEST_F(TroubleTest, WhatASecondStoreClosesNoOtherProcessTakesForUnused) {
+    MakeArchive();
+    store->Open();
+    const auto second = bench.NewStore();
+    second->Open();
+    second->Close();
+    OtherProcess other({ORVIA_KILLED_CONSOLE, bench.File().toStdString(), "20", "0"});
+    EXPECT_NE(other.Output().find("done"), std::string::npos);
+    EXPECT_TRUE(QFile::exists(bench.File() + QStringLiteral("-wal"))) << "the log is gone";
+    EXPECT_TRUE(Upload(1500).empty());
+    const auto uploads = store->Loggers().at(0).Uploads;
+    store.reset();
+    const auto later = bench.NewStore();
+    later->Open();
+    EXPECT_EQ(later->Loggers().at(0).Uploads, uploads);
 }
 
 TEST_F(TroubleTest, AFullDiskIsToldAndWhatWasFiledIsThere) {

@@ -1,5 +1,6 @@
 #include "console/frmLog.h"
 
+#include <QLabel>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QPlainTextEdit>
@@ -51,6 +52,26 @@ TEST_F(frmLogTest, OpensEmptyWithTheFocusOnCancel) {
     EXPECT_EQ(Caption(), QStringLiteral("Canc&el"));
     EXPECT_EQ(Focused(), "cmdClose");
     EXPECT_TRUE(Find<QPlainTextEdit>(Form(), "txtLog")->isReadOnly());
+}
+
+TEST_F(frmLogTest, AFootStandsBesideTheButtonWhileThereIsOne) {
+    log.SetFoot("lost");
+    log.OpenLog();
+    QCoreApplication::processEvents();
+    auto* foot = Find<QLabel>(Form(), "lblFoot");
+    auto* button = Find<QPushButton>(Form(), "cmdClose");
+    const QRect alone = button->geometry();
+    EXPECT_FALSE(foot->isVisible());
+    log.SetFoot("Site 3: 120 of 10000 records");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(foot->isVisible());
+    EXPECT_EQ(foot->text(), QStringLiteral("Site 3: 120 of 10000 records"));
+    EXPECT_EQ(button->geometry(), alone);
+    log.SetFoot("");
+    EXPECT_FALSE(foot->isVisible());
+    log.SetFoot("more");
+    log.OpenLog();
+    EXPECT_FALSE(foot->isVisible());
 }
 
 TEST_F(frmLogTest, FollowsItsOutput) {

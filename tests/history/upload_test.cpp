@@ -69,6 +69,27 @@ TEST(Upload, WithNineChannelsAFullBlockOfTenCountsAsTheLastOne) {
     EXPECT_EQ(bench.view.TagText, TagOkay);
 }
 
+TEST(Upload, ToTheEndItGoesOnBehindAFullBlockOfTenOfNineChannels) {
+    for (const std::uint32_t records : {25U, 30U}) {
+        UploadBench bench(SiteWithHistory(records, 8, 1));
+        bench.console.Outside.Network.ClearRecord();
+        UploadContext context = bench.Context();
+        context.toTheEnd = true;
+        RunUpload(context, bench.view, static_cast<std::int32_t>(records));
+        EXPECT_EQ(bench.Requests(), records == 25 ? "011" : "0111");
+        EXPECT_EQ(bench.Store().HistoryCount(), static_cast<std::int32_t>(records));
+        EXPECT_EQ(bench.FirstWrong(), -1);
+        EXPECT_EQ(bench.view.TagText, TagOkay);
+    }
+}
+
+TEST(Upload, ToTheEndChangesNothingForOtherNumbersOfChannels) {
+    for (int channels = 1; channels <= 10; ++channels) {
+        const int expected = channels == 9 ? 10 : MaxPerBlock(channels);
+        EXPECT_EQ(RecordsThatFit(channels), expected) << channels;
+    }
+}
+
 TEST(Upload, LostReplyIsFollowedByARepeatThenTheNextBlock) {
     UploadBench bench(SiteWithHistory(35));
     bench.Faults().Pass().LoseReply();

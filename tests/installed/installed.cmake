@@ -48,6 +48,11 @@ foreach(file help/index.html help/main-window.html orvia-sim orvia-training prac
     endif()
 endforeach()
 
+# What makes a shared archive lies where an administrator looks.
+if(NOT EXISTS ${prefix}/share/orvia/sql/archive.sql)
+    message(SEND_ERROR "share/orvia/sql/archive.sql is missing")
+endif()
+
 # A program at the console's place, started over a link as the console is, reads them there.
 file(MAKE_DIRECTORY ${prefix}/home)
 set(offscreen ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen HOME=${prefix}/home

@@ -74,6 +74,27 @@ TEST_F(CommandsTest, AClockThatDoesNotAnswerReadsZeros) {
     EXPECT_EQ(Sent().size(), 1U) << "one try";
 }
 
+TEST_F(CommandsTest, TheClockAsAMomentIsRightInEitherForm) {
+    const auto hour = [this](std::uint8_t byte) {
+        logger_.Answers(0x00, {0x09, 0x58, byte, 0x03, 0x15, 0x11, 0x26});
+        return cmd::ReadLoggerClock(exchange_).value().Hour;
+    };
+    EXPECT_EQ(hour(0x23), 23);
+    EXPECT_EQ(hour(0x00), 0);
+    EXPECT_EQ(hour(0x52), 0) << "12 AM";
+    EXPECT_EQ(hour(0x49), 9) << "9 AM";
+    EXPECT_EQ(hour(0x72), 12) << "12 PM";
+    EXPECT_EQ(hour(0x68), 20) << "8 PM";
+    const LocalTime time = cmd::ReadLoggerClock(exchange_).value();
+    EXPECT_EQ(time.Year, 2026);
+    EXPECT_EQ(time.Month, 11);
+    EXPECT_EQ(time.Day, 15);
+    EXPECT_EQ(time.Minute, 58);
+    EXPECT_EQ(time.Second, 9);
+    network_.Faults().LoseAnswer();
+    EXPECT_FALSE(cmd::ReadLoggerClock(exchange_));
+}
+
 struct ClockText {
     const char* Name;
     const char* Text;

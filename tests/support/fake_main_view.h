@@ -48,6 +48,10 @@ class FakeMainView final : public MainView {
     int ClientCount() const override { return static_cast<int>(Clients.size()); }
     int SelectedClient() const override { return Selected; }
     std::shared_ptr<ClientWindow> NewClientWindow() override { return MakeWindow(); }
+    std::shared_ptr<ClientWindow> NewClientWindowBehind() override {
+        ++OpenedBehind;
+        return MakeWindow();
+    }
     void CloseAllChildForms() override {
         ++ClosedAll;
         if (WhenClosingAll) {
@@ -70,6 +74,7 @@ class FakeMainView final : public MainView {
     std::vector<Item> Clients;
     int Selected = 0;  ///< the item highlighted
     int Current = 0;   ///< the item that the keys go to; no procedure can see it
+    int OpenedBehind = 0;
     int ClosedAll = 0;
     std::function<void()> WhenClosingAll;
     std::function<std::shared_ptr<ClientWindow>()> MakeWindow;

@@ -2,6 +2,7 @@
 #define ORVIA_TESTS_SUPPORT_FAKE_WALK_LOG_H
 
 #include <string>
+#include <vector>
 
 #include "console/operation_log.h"
 
@@ -24,6 +25,12 @@ class FakeWalkLog final : public WalkLog {
     }
     bool LogWindowOpen() const override { return Open; }
     bool CancelRequested() const override { return Cancel; }
+    void SetFoot(const std::string& text) override {
+        if (Open && text != Foot) {
+            Foot = text;
+            Feet.push_back(text);
+        }
+    }
     void EndLog() override {
         if (Open) {
             ButtonCloses = true;
@@ -35,6 +42,8 @@ class FakeWalkLog final : public WalkLog {
     bool ButtonCloses = false;
     int Opened = 0;
     std::string Text;
+    std::string Foot;
+    std::vector<std::string> Feet;  ///< all that it told, one behind the other
 };
 
 }  // namespace testing_support

@@ -26,6 +26,10 @@ VirtualConsole::VirtualConsole(const std::string& appPath, ArchiveStore* archive
         if (State.Filer) {
             State.Filer->Tick();
         }
+        State.Collecting.Tick();
+        if (!State.Collecting.Text().empty()) {
+            Log.SetFoot(State.Collecting.Text());
+        }
     });
     Outside.Time.StartTimer(100 * Millisecond, [this] { comm::SampleTick(Make.Machines()); });
 }

@@ -34,6 +34,7 @@ class VirtualConsole {
     [[nodiscard]] comm::ToggleContext Toggling() const { return Make.Toggling(); }
     [[nodiscard]] BookContext BookWork() const { return Make.Book(); }
     [[nodiscard]] OperationContext Operation() { return Make.Operation(Log); }
+    [[nodiscard]] CollectContext Collection() { return Make.Collection(Log); }
     [[nodiscard]] ForAllContext ForAll() { return {.operation = Operation(), .log = Log}; }
 
     /// Opens the port and has the server radio answered, in command mode.

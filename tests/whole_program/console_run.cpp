@@ -42,7 +42,7 @@ Object& Find(QObject& parent, const QString& name) {
 }
 
 /// The host with another clock.
-Host WithClock(const Host& host, SystemClock& clock) {
+Host WithClock(const Host& host, SystemClock& clock, SharedArchive& shared) {
     return {.MSComm1 = host.MSComm1,
             .Events = host.Events,
             .Boxes = host.Boxes,
@@ -58,7 +58,8 @@ Host WithClock(const Host& host, SystemClock& clock) {
             .Archive = host.Archive,
             .SystemText = host.SystemText,
             .SaveFolder = host.SaveFolder,
-            .UserFolder = host.UserFolder};
+            .UserFolder = host.UserFolder,
+            .Shared = &shared};
 }
 
 [[noreturn]] void GiveUp(const char* what) {
@@ -133,7 +134,7 @@ LocalTime ClockAhead::Now() const {
 
 ConsoleRun::ConsoleRun()
     : clock_(host_.Services().Clock),
-      state_(std::make_unique<SharedState>(WithClock(host_.Services(), clock_))),
+      state_(std::make_unique<SharedState>(WithClock(host_.Services(), clock_, sharing_))),
       window_(std::make_unique<frmMain>(*state_)) {
     QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { Look(); });
     watch_.start(20);

@@ -15,8 +15,10 @@
 
 #include "app/frmMain.h"
 #include "app/shared_state.h"
+#include "archive/sharing_worker.h"
 #include "client/frmClient.h"
 #include "platform/qt/qt_host.h"
+#include "platform/qt/qt_sharing_stores.h"
 
 namespace whole_program {
 
@@ -132,6 +134,7 @@ class ConsoleRun {
     void ActWhenItHolds();
 
     QtHost host_;
+    SharingWorker sharing_{SharingStoresFor(ArchiveFile())};
     ClockAhead clock_;
     std::unique_ptr<SharedState> state_;
     std::unique_ptr<frmMain> window_;

@@ -130,6 +130,8 @@ int Take(Tour& tour) {
     ShowFlows(tour);
     SetUpLoggers(tour);
     MakeFlowTable(tour);
+    CollectNetwork(tour);
+    ShareArchive(tour);
     CloseInOrder(tour);
     Tour::Say(tour.Failures() == 0
                   ? QStringLiteral("\nEverything is as the simulator was told to answer.")

@@ -76,6 +76,11 @@ void ShowFlows(Tour& tour);
 void SetUpLoggers(Tour& tour);
 /// Makes a flow table from a device's dimensions and has a logger's flow shown by it.
 void MakeFlowTable(Tour& tour);
+/// Collects the history of the whole network twice: at a click, then by a round that comes by
+/// itself.
+void CollectNetwork(Tour& tour);
+/// Shares the archive with a server that is not there, and ceases.
+void ShareArchive(Tour& tour);
 
 // ----- another console
 

@@ -20,6 +20,13 @@ QtHost::QtHost()
       inquiry_(port_.PortsFolder()),
 #endif
       archive_({.File = ArchiveFile()}),
+#ifdef _WIN32
+      atStart_(QCoreApplication::applicationFilePath()),
+#else
+      atStart_(QCoreApplication::applicationFilePath(),
+               QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                   QStringLiteral("/autostart")),
+#endif
       host_{.MSComm1 = port_,
             .Events = pump_,
             .Boxes = boxes_,
@@ -36,7 +43,10 @@ QtHost::QtHost()
                                  QSysInfo::currentCpuArchitecture() + QStringLiteral(", Qt ") +
                                  QLatin1String(qVersion())),
             .SaveFolder = SaveFolderFor(QCoreApplication::applicationDirPath()),
-            .UserFolder = FolderWithoutSeparator(UserFolder())} {
+            .UserFolder = FolderWithoutSeparator(UserFolder()),
+            .Commands = &commands_,
+            .AtStart = &atStart_,
+            .Passwords = &passwords_} {
 }
 
 QString UserFolder() {

@@ -3,10 +3,13 @@
 
 #include "platform/host.h"
 #include "platform/qt/qt_bell.h"
+#include "platform/qt/qt_command_runner.h"
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_file_dialogs.h"
 #include "platform/qt/qt_help_viewer.h"
 #include "platform/qt/qt_message_boxes.h"
+#include "platform/qt/qt_password_keeper.h"
+#include "platform/qt/qt_session_start.h"
 #include "platform/qt/qt_settings_store.h"
 #include "platform/qt/qt_system_clock.h"
 #include "platform/qt/sql_archive.h"
@@ -47,6 +50,9 @@ class QtHost final {
     QtHelpViewer help_;
     QtBell sound_;
     SqlArchive archive_;
+    QtCommandRunner commands_;
+    QtSessionStart atStart_;
+    QtPasswordKeeper passwords_;
     Host host_;
 };
 

@@ -4,11 +4,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <chrono>
-#include <future>
 #include <utility>
 
+#include "platform/qt/sql_beside.h"
 #include "platform/qt/sql_checkpoints.h"
+#include "platform/qt/sql_open_files.h"
 #include "platform/qt/text_qt.h"
 
 namespace {
@@ -19,7 +19,6 @@ constexpr int WrittenPerCheckpoint = 4000;
 constexpr int WrittenPerTransaction = 20;
 /// Patience of work that has a thread of its own.
 constexpr int LongPatienceMilliseconds = 10'000;
-constexpr std::chrono::milliseconds BetweenLooks(40);
 
 /// `folder` made if it is missing.
 void MakeFolder(const QString& folder) {
@@ -28,15 +27,10 @@ void MakeFolder(const QString& folder) {
     }
 }
 
-constexpr const char* WrongCounts =
-    "SELECT mac FROM loggers WHERE records <> "
-    "(SELECT count(*) FROM records WHERE records.logger = loggers.id)";
-constexpr const char* Strays =
-    "SELECT count(*) FROM records WHERE upload NOT IN (SELECT id FROM uploads)";
-
 }  // namespace
 
-SqlArchive::SqlArchive(SqlArchiveOptions options) : options_(std::move(options)) {}
+SqlArchive::SqlArchive(SqlArchiveOptions options)
+    : SqlStore(SqliteRecordTexts()), options_(std::move(options)), dialect_(options_.File) {}
 
 SqlArchive::~SqlArchive() {
     Close();
@@ -54,7 +48,7 @@ void SqlArchive::Open() {
     if (!QFileInfo::exists(options_.File)) {
         MakeArchiveFile(options_.File, options_.Schema);
     }
-    CheckArchiveFile(options_.File);
+    LookIntoUnusedFile(options_.File, [this] { CheckArchiveFile(options_.File); });
     try {
         Connect();
     } catch (const ArchiveFault&) {
@@ -73,7 +67,7 @@ void SqlArchive::Connect() {
     RunSql(database_, "PRAGMA cache_size=-32768");
     MigrateArchive(database_, options_.Schema);
     static_cast<void>(AskSql(database_, "PRAGMA journal_mode=WAL"));
-    statements_ = std::make_unique<SqlStatements>(database_);
+    statements_ = std::make_unique<SqlStatements>(database_, dialect_);
     checkpoints_ = std::make_unique<SqlCheckpoints>(options_.File);
 }
 
@@ -92,13 +86,6 @@ std::string SqlArchive::Place() const {
 
 std::int64_t SqlArchive::Now() {
     return options_.Clock ? options_.Clock() : QDateTime::currentMSecsSinceEpoch();
-}
-
-SqlStatement& SqlArchive::Prepared(const char* text) {
-    if (!statements_) {
-        throw ArchiveFault(ArchiveTrouble::Other, "The archive is not open.");
-    }
-    return (*statements_)[text];
 }
 
 void SqlArchive::Begin() {
@@ -146,21 +133,11 @@ std::int64_t SqlArchive::Stamp() {
 
 void SqlArchive::RunBeside(const std::function<void(const QSqlDatabase&)>& work,
                            const Meanwhile& meanwhile) const {
-    auto done = std::async(std::launch::async, [this, &work] {
-        QSqlDatabase database =
-            ConnectSql(options_.File, LongPatienceMilliseconds, SqlOpening::Existing);
-        try {
-            work(database);
-        } catch (const ArchiveFault&) {
-            DisconnectSql(database);
-            throw;
-        }
-        DisconnectSql(database);
-    });
-    while (done.wait_for(BetweenLooks) == std::future_status::timeout) {
-        meanwhile();
-    }
-    done.get();
+    RunSqlBeside(
+        [this] {
+            return ConnectSql(options_.File, LongPatienceMilliseconds, SqlOpening::Existing);
+        },
+        work, meanwhile);
 }
 
 void SqlArchive::BackUp(const std::string& path, const Meanwhile& meanwhile) {
@@ -184,19 +161,14 @@ std::vector<std::string> SqlArchive::Check(const Meanwhile& meanwhile) {
     std::vector<std::string> wrong;
     RunBeside(
         [&wrong](const QSqlDatabase& database) {
-            SqlStatement integrity(database, "PRAGMA integrity_check(20)");
+            SqliteDialect dialect(database);
+            SqlStatement integrity(database, "PRAGMA integrity_check(20)", dialect);
             for (SqlRows rows(integrity); rows.Next();) {
                 if (rows->Text(0) != "ok") {
                     wrong.push_back(rows->Text(0));
                 }
             }
-            SqlStatement counts(database, WrongCounts);
-            for (SqlRows rows(counts); rows.Next();) {
-                wrong.push_back("wrong count of records: " + rows->Text(0));
-            }
-            if (AskSql(database, Strays) != 0) {
-                wrong.emplace_back("records without an upload");
-            }
+            CheckSqlRows(database, dialect, wrong);
         },
         meanwhile);
     return wrong;

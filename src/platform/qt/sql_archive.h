@@ -6,9 +6,8 @@
 #include <functional>
 #include <memory>
 
-#include "platform/archive_store.h"
 #include "platform/qt/sql_schema.h"
-#include "platform/qt/sql_statement.h"
+#include "platform/qt/sql_store.h"
 
 class SqlCheckpoints;
 
@@ -21,14 +20,15 @@ struct SqlArchiveOptions {
     std::function<std::int64_t()> Clock = nullptr;  ///< the system's if there is none
 };
 
+/// How SQLite is asked for records.
+[[nodiscard]] const SqlRecordTexts& SqliteRecordTexts();
+
 /// The archive in a file of SQLite. All of it on the thread that opened it, but for the care, which
 /// has a connection of its own.
-class SqlArchive final : public ArchiveStore {
+class SqlArchive final : public SqlStore {
  public:
     explicit SqlArchive(SqlArchiveOptions options);
     ~SqlArchive() override;
-    SqlArchive(const SqlArchive&) = delete;
-    SqlArchive& operator=(const SqlArchive&) = delete;
 
     [[nodiscard]] bool Exists() override;
     void Open() override;
@@ -43,39 +43,7 @@ class SqlArchive final : public ArchiveStore {
     void Rollback() noexcept override;
     [[nodiscard]] std::int64_t Stamp() override;
 
-    [[nodiscard]] std::vector<ArchiveLogger> Loggers() override;
-    [[nodiscard]] std::optional<ArchiveLogger> FindLogger(
-        const std::array<std::uint8_t, 6>& mac) override;
-    [[nodiscard]] std::optional<ArchiveLogger> LoggerOf(std::int64_t id) override;
-    void AddLogger(ArchiveLogger& logger) override;
-    void UpdateLogger(const ArchiveLogger& logger) override;
-    void DeleteLogger(std::int64_t logger) override;
-
-    [[nodiscard]] std::vector<ArchiveSettings> SettingsOf(std::int64_t logger) override;
-    void AddSettings(std::int64_t logger, ArchiveSettings& settings) override;
-
-    [[nodiscard]] std::vector<ArchiveUpload> UploadsOf(std::int64_t logger) override;
-    [[nodiscard]] std::optional<std::int64_t> LastBegin(std::int64_t logger) override;
-    [[nodiscard]] std::vector<std::int64_t> UploadsBegunBehind(std::int64_t logger,
-                                                               std::int64_t begin) override;
-    void AddUpload(ArchiveUpload& upload) override;
-    void UpdateUpload(const ArchiveUpload& upload) override;
-
-    void RecordsFrom(std::int64_t logger, std::int64_t place, int most,
-                     std::vector<ArchiveRecord>& out) override;
-    void RecordsAt(std::int64_t logger, std::uint32_t time,
-                   std::vector<ArchiveRecord>& out) override;
-    [[nodiscard]] std::optional<ArchiveRecord> LastRecord(std::int64_t logger) override;
-    [[nodiscard]] std::optional<std::int64_t> PlaceBefore(std::int64_t logger,
-                                                          std::int64_t place) override;
-    [[nodiscard]] std::optional<ArchiveRange<std::uint32_t>> TimesOf(std::int64_t logger) override;
-    [[nodiscard]] std::optional<ArchiveRange<std::int64_t>> PlacesWithin(
-        std::int64_t logger, const ArchiveRange<std::uint32_t>& times) override;
     void AddRecords(std::int64_t logger, std::span<const ArchiveRecord> records) override;
-    void MoveRecord(std::int64_t logger, std::int64_t place, std::int64_t to,
-                    std::int64_t upload) override;
-    void OpenRoom(std::int64_t logger, std::int64_t place, std::int64_t by) override;
-    int DeleteRecords(std::int64_t logger, int most) override;
 
     void BackUp(const std::string& path, const Meanwhile& meanwhile) override;
     [[nodiscard]] std::vector<std::string> Check(const Meanwhile& meanwhile) override;
@@ -83,14 +51,13 @@ class SqlArchive final : public ArchiveStore {
 
  private:
     void Connect();
-    [[nodiscard]] SqlStatement& Prepared(const char* text);
     /// Does work that may take long on a connection and thread of its own.
     void RunBeside(const std::function<void(const QSqlDatabase&)>& work,
                    const Meanwhile& meanwhile) const;
 
     const SqlArchiveOptions options_;
     QSqlDatabase database_;
-    std::unique_ptr<SqlStatements> statements_;  ///< there while it is open
+    SqliteDialect dialect_;
     std::unique_ptr<SqlCheckpoints> checkpoints_;
     bool inTransaction_ = false;
     int written_ = 0;  ///< rows and transactions since the last checkpoint was asked for

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/qt/sql_open_files.h"
 #include "platform/qt/sql_statement.h"
 #include "platform/qt/text_qt.h"
 
@@ -76,7 +77,32 @@ CREATE TABLE records(
 CREATE INDEX records_by_time ON records(logger, time);
 )sql";
 
-constexpr std::array<const char*, 1> Steps = {VersionOne};
+constexpr const char* VersionTwo = R"sql(
+CREATE TABLE rounds(
+  id INTEGER PRIMARY KEY AUTOINCREMENT,
+  begun INTEGER NOT NULL,
+  ended INTEGER,
+  loggers INTEGER NOT NULL,
+  done INTEGER NOT NULL,
+  log TEXT NOT NULL,
+  digest TEXT NOT NULL);
+CREATE INDEX rounds_by_begin ON rounds(begun);
+)sql";
+
+constexpr const char* VersionThree = R"sql(
+ALTER TABLE uploads ADD COLUMN origin TEXT NOT NULL DEFAULT '';
+CREATE TABLE about(
+  identity TEXT NOT NULL);
+INSERT INTO about(identity) VALUES(lower(hex(randomblob(16))));
+CREATE TABLE handed(
+  target TEXT NOT NULL,
+  upload INTEGER NOT NULL,
+  received INTEGER NOT NULL,
+  ended INTEGER,
+  PRIMARY KEY(target, upload)) WITHOUT ROWID;
+)sql";
+
+constexpr std::array<const char*, 3> Steps = {VersionOne, VersionTwo, VersionThree};
 
 // The header of a file, its numbers with the high byte first.
 constexpr qsizetype HeaderSize = 100;
@@ -106,6 +132,11 @@ bool IsCutOff(const QByteArray& header, const QString& file) {
     // Pages that are still in the log beside the file need not be in it.
     const bool hasLog = QFileInfo(file + QStringLiteral("-wal")).size() > 0;
     return !hasLog && QFileInfo(file).size() < page * HeaderNumber(header, PageCountOffset, 4);
+}
+
+/// The file of a connection; empty for one to a server.
+QString FileOf(const QSqlDatabase& database) {
+    return QUrl(database.databaseName()).toLocalFile();
 }
 
 /// Runs statements one by one; the engine takes only one at a time.
@@ -232,12 +263,13 @@ QSqlDatabase ConnectSql(const QString& file, int patienceMilliseconds, SqlOpenin
     database.setDatabaseName(
         QString::fromUtf8(QUrl::fromLocalFile(file).toEncoded()) +
         (opening == SqlOpening::Existing ? QStringLiteral("?mode=rw") : QString()));
+    AddOpenFile(FileOf(database));
     database.setConnectOptions(
         QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(patienceMilliseconds));
     if (!database.open()) {
         const ArchiveFault fault =
             database.isValid()
-                ? FaultOf(database.lastError(), file)
+                ? SqliteDialect(file).FaultOf(database.lastError())
                 : ArchiveFault(ArchiveTrouble::Other, "The driver for SQLite is missing.");
         DisconnectSql(database);
         throw fault;
@@ -247,7 +279,11 @@ QSqlDatabase ConnectSql(const QString& file, int patienceMilliseconds, SqlOpenin
 
 void DisconnectSql(QSqlDatabase& database) noexcept {
     const QString name = database.connectionName();
+    const QString file = FileOf(database);
     database.close();
     database = QSqlDatabase();
     QSqlDatabase::removeDatabase(name);
+    if (!file.isEmpty()) {
+        RemoveOpenFile(file);
+    }
 }

@@ -17,7 +17,7 @@ using SchemaSteps = std::span<const char* const>;
 [[nodiscard]] SchemaSteps ArchiveSchema();
 
 /// Throws unless what stands at `file` is a whole archive, as far as its header tells; changes
-/// nothing.
+/// nothing. No connection has it open (platform/qt/sql_open_files.h).
 void CheckArchiveFile(const QString& file);
 
 /// Makes an archive at `file`, where nothing is, as a whole or not at all. If another program makes

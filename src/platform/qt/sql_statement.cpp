@@ -1,62 +1,20 @@
 #include "platform/qt/sql_statement.h"
 
 #include <QByteArray>
-#include <QFileInfo>
+#include <QSqlError>
 #include <QStringList>
-#include <QUrl>
-
-#include "platform/qt/text_qt.h"
 
 namespace {
-
-// What the engine answers, without the finer causes in the upper bits.
-constexpr int CauseMask = 0xFF;
-constexpr int Busy = 5;
-constexpr int TableLocked = 6;
-constexpr int ReadOnlyFile = 8;
-constexpr int InputOutput = 10;
-constexpr int Corrupt = 11;
-constexpr int DiskFull = 13;
-constexpr int CannotOpen = 14;
-constexpr int NotADatabase = 26;
-
-/// A file that is there but cannot be opened may not be written, or nothing beside it.
-ArchiveTrouble TroubleOfOpening(const QString& file) {
-    const QFileInfo info(file);
-    return info.exists() ? ArchiveTrouble::ReadOnly : ArchiveTrouble::NoFolder;
-}
-
-ArchiveTrouble TroubleOf(int cause, const QString& file) {
-    switch (cause) {
-        case Busy:
-        case TableLocked:
-            return ArchiveTrouble::Locked;
-        case ReadOnlyFile:
-            return ArchiveTrouble::ReadOnly;
-        // A quota that is used up comes as this.
-        case InputOutput:
-        case DiskFull:
-            return ArchiveTrouble::Full;
-        case Corrupt:
-            return ArchiveTrouble::Damaged;
-        case CannotOpen:
-            return TroubleOfOpening(file);
-        case NotADatabase:
-            return ArchiveTrouble::Foreign;
-        default:
-            return ArchiveTrouble::Other;
-    }
-}
 
 QString NameOf(int position) {
     return QStringLiteral(":v%1_").arg(position);
 }
 
 /// The text with a name in the place of each question mark.
-QString Named(const char* text) {
+QString Named(const QString& text) {
     QString named;
     int position = 0;
-    for (const QChar one : QString::fromUtf8(text)) {
+    for (const QChar one : text) {
         named += one == QLatin1Char('?') ? NameOf(position++) : QString(one);
     }
     return named;
@@ -64,17 +22,14 @@ QString Named(const char* text) {
 
 }  // namespace
 
-ArchiveFault FaultOf(const QSqlError& error, const QString& file) {
-    const int cause = error.nativeErrorCode().toInt() & CauseMask;
-    return {TroubleOf(cause, file),
-            FromQt(error.databaseText().isEmpty() ? error.driverText() : error.databaseText())};
-}
-
-SqlStatement::SqlStatement(const QSqlDatabase& database, const char* text)
-    : query_(database), file_(QUrl(database.databaseName()).toLocalFile()) {
-    query_.setForwardOnly(true);
-    if (!query_.prepare(Named(text))) {
-        throw FaultOf(query_.lastError(), file_);
+SqlStatement::SqlStatement(const QSqlDatabase& database, const char* text, SqlDialect& dialect)
+    : query_(database), dialect_(&dialect) {
+    if (!database.isOpen()) {
+        throw dialect.FaultOf(database.lastError());
+    }
+    query_.setForwardOnly(dialect.FetchesRowByRow());
+    if (!query_.prepare(Named(dialect.Said(text)))) {
+        throw dialect.FaultOf(query_.lastError());
     }
 }
 
@@ -88,7 +43,7 @@ const QString& SqlStatement::Placeholder(int position) {
 
 void SqlStatement::Execute() {
     if (!query_.exec()) {
-        const ArchiveFault fault = FaultOf(query_.lastError(), file_);
+        const ArchiveFault fault = dialect_->FaultOf(query_.lastError());
         query_.finish();
         throw fault;
     }
@@ -99,7 +54,7 @@ bool SqlStatement::Next() {
         return true;
     }
     if (query_.lastError().isValid()) {
-        throw FaultOf(query_.lastError(), file_);
+        throw dialect_->FaultOf(query_.lastError());
     }
     return false;
 }
@@ -113,17 +68,12 @@ double SqlStatement::Real(int column) const {
 }
 
 std::string SqlStatement::Text(int column) const {
-    return query_.value(column).toByteArray().toStdString();
+    return dialect_->TextOf(query_.value(column).toByteArray());
 }
 
 Bytes SqlStatement::Blob(int column) const {
     const QByteArray bytes = query_.value(column).toByteArray();
     return {bytes.begin(), bytes.end()};
-}
-
-/// As bytes, so that none is lost that is no UTF-8; the statement casts them to a text.
-QVariant SqlStatement::Variant(const std::string& text) {
-    return QVariant(QByteArray(text.data(), static_cast<qsizetype>(text.size())));
 }
 
 QVariant SqlStatement::Variant(const Bytes& bytes) {
@@ -136,13 +86,18 @@ QVariant SqlStatement::Variant(const Bytes& bytes) {
 SqlStatement& SqlStatements::operator[](const char* text) {
     auto& statement = statements_[text];
     if (!statement) {
-        statement = std::make_unique<SqlStatement>(database_, text);
+        statement = std::make_unique<SqlStatement>(database_, text, dialect_);
     }
     return *statement;
 }
 
 std::int64_t AskSql(const QSqlDatabase& database, const char* text) {
-    SqlStatement statement(database, text);
+    SqliteDialect dialect(database);
+    return AskSql(database, text, dialect);
+}
+
+std::int64_t AskSql(const QSqlDatabase& database, const char* text, SqlDialect& dialect) {
+    SqlStatement statement(database, text, dialect);
     SqlRows rows(statement);
     return rows.Next() ? rows->Integer(0) : 0;
 }

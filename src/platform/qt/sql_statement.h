@@ -2,7 +2,6 @@
 #define ORVIA_PLATFORM_QT_SQL_STATEMENT_H
 
 #include <QSqlDatabase>
-#include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
 #include <cstdint>
@@ -13,15 +12,13 @@
 #include <string_view>
 
 #include "common/bytes.h"
-#include "platform/archive_store.h"
-
-/// What went wrong, as an archive tells it. `file` is the one that is worked on.
-[[nodiscard]] ArchiveFault FaultOf(const QSqlError& error, const QString& file);
+#include "platform/qt/sql_dialect.h"
 
 /// A statement that is prepared once and run often, with values bound to it.
 class SqlStatement {
  public:
-    SqlStatement(const QSqlDatabase& database, const char* text);
+    /// The dialect outlives it.
+    SqlStatement(const QSqlDatabase& database, const char* text, SqlDialect& dialect);
 
     /// Binds the values in their order and runs it.
     template <typename... Values>
@@ -58,11 +55,13 @@ class SqlStatement {
         return QVariant(static_cast<qlonglong>(value));
     }
     [[nodiscard]] static QVariant Variant(double value) { return QVariant(value); }
-    [[nodiscard]] static QVariant Variant(const std::string& text);
+    [[nodiscard]] QVariant Variant(const std::string& text) const {
+        return QVariant(dialect_->KeptText(text));
+    }
     [[nodiscard]] static QVariant Variant(const Bytes& bytes);
     [[nodiscard]] static QVariant Variant(const QString& text) { return QVariant(text); }
     template <typename T>
-    [[nodiscard]] static QVariant Variant(const std::optional<T>& value) {
+    [[nodiscard]] QVariant Variant(const std::optional<T>& value) const {
         return value ? Variant(*value) : QVariant();
     }
     /// The name of a value in the prepared text. To bind by position the driver would make it anew
@@ -71,7 +70,7 @@ class SqlStatement {
     void Execute();
 
     QSqlQuery query_;
-    QString file_;
+    SqlDialect* dialect_;
 };
 
 /// A statement that runs, whose rows are let go of in the end.
@@ -95,23 +94,29 @@ class SqlRows {
 /// The statements of a connection, each prepared when it is first asked for.
 class SqlStatements {
  public:
-    explicit SqlStatements(QSqlDatabase database) : database_(std::move(database)) {}
+    /// Both outlive it.
+    SqlStatements(const QSqlDatabase& database, SqlDialect& dialect)
+        : database_(database), dialect_(dialect) {}
 
     /// `text` is a constant of the program.
     [[nodiscard]] SqlStatement& operator[](const char* text);
 
  private:
-    QSqlDatabase database_;
+    const QSqlDatabase& database_;
+    SqlDialect& dialect_;
     std::map<const char*, std::unique_ptr<SqlStatement>> statements_;
 };
 
-/// Runs one statement once.
+/// Runs one statement once, on a file.
 template <typename... Values>
 void RunSql(const QSqlDatabase& database, const char* text, const Values&... values) {
-    SqlStatement(database, text).Run(values...);
+    SqliteDialect dialect(database);
+    SqlStatement(database, text, dialect).Run(values...);
 }
 
 /// The first column of the first row, as a number; 0 if there is none.
 [[nodiscard]] std::int64_t AskSql(const QSqlDatabase& database, const char* text);
+[[nodiscard]] std::int64_t AskSql(const QSqlDatabase& database, const char* text,
+                                  SqlDialect& dialect);
 
 #endif  // ORVIA_PLATFORM_QT_SQL_STATEMENT_H

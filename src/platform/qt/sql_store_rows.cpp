@@ -1,11 +1,11 @@
-// Loggers, settings and uploads of an archive in a file.
+// Loggers, settings and uploads of an archive.
 
 #include <QString>
 #include <array>
 #include <utility>
 
 #include "common/mac_text.h"
-#include "platform/qt/sql_archive.h"
+#include "platform/qt/sql_store.h"
 
 namespace {
 
@@ -62,6 +62,7 @@ ArchiveUpload UploadRow(const SqlRows& row) {
     upload.Settings = row->Integer(7);
     upload.Said = row->Integer(8);
     upload.Received = row->Integer(9);
+    upload.Origin = row->Text(10);
     return upload;
 }
 
@@ -84,15 +85,29 @@ ArchiveSettings SettingsRow(const SqlRows& row) {
             .Points = {}};
 }
 
-// A name is written and read as bytes, so that each comes back as it was.
+#define ORVIA_OWED                                                                        \
+    "LEFT JOIN handed ON handed.target = CAST(? AS TEXT) AND handed.upload = uploads.id " \
+    "WHERE handed.upload IS NULL OR handed.received <> uploads.received OR "              \
+    "(handed.ended IS NULL AND uploads.ended IS NOT NULL)"
+
 constexpr const char* AllLoggers =
     "SELECT id, mac, CAST(name AS BLOB), records, uploads, revision FROM loggers "
     "ORDER BY name, id";
-constexpr const char* LoggerByMac =
-    "SELECT id, mac, CAST(name AS BLOB), records, uploads, revision FROM loggers "
-    "WHERE mac = CAST(? AS TEXT)";
-constexpr const char* LoggerById =
-    "SELECT id, mac, CAST(name AS BLOB), records, uploads, revision FROM loggers WHERE id = ?";
+#define ORVIA_LOGGER_BY_MAC                                                        \
+    "SELECT id, mac, CAST(name AS BLOB), records, uploads, revision FROM loggers " \
+    "WHERE mac = CAST(? AS TEXT)"
+#define ORVIA_LOGGER_BY_ID \
+    "SELECT id, mac, CAST(name AS BLOB), records, uploads, revision FROM loggers WHERE id = ?"
+
+constexpr const char* LoggerByMac = ORVIA_LOGGER_BY_MAC;
+constexpr const char* LoggerById = ORVIA_LOGGER_BY_ID;
+// Whoever else holds it is waited for; what is read then is what they left.
+constexpr const char* HeldLoggerByMac = ORVIA_LOGGER_BY_MAC " FOR UPDATE";
+constexpr const char* HeldLoggerById = ORVIA_LOGGER_BY_ID " FOR UPDATE";
+
+#undef ORVIA_LOGGER_BY_MAC
+#undef ORVIA_LOGGER_BY_ID
+
 constexpr const char* InsertLogger =
     "INSERT INTO loggers(mac, name, records, uploads, revision) "
     "VALUES(CAST(? AS TEXT), CAST(? AS TEXT), ?, ?, ?) RETURNING id";
@@ -114,18 +129,40 @@ constexpr const char* InsertSettings =
 constexpr const char* InsertPoint =
     "INSERT INTO points(settings, number, level, flow) VALUES(?, ?, ?, ?)";
 
-constexpr const char* UploadsOfLogger =
-    "SELECT id, logger, begun, ended, outcome, firmware, CAST(name AS BLOB), settings, said, "
-    "received FROM uploads WHERE logger = ? ORDER BY begun";
+#define ORVIA_UPLOAD_COLUMNS                                               \
+    "SELECT uploads.id, logger, begun, uploads.ended, outcome, firmware, " \
+    "CAST(name AS BLOB), settings, said, uploads.received, origin FROM uploads "
+
+constexpr const char* UploadsOfLogger = ORVIA_UPLOAD_COLUMNS "WHERE logger = ? ORDER BY begun";
+constexpr const char* UploadOfOrigin =
+    ORVIA_UPLOAD_COLUMNS "WHERE logger = ? AND origin = CAST(? AS TEXT)";
+// Something of it is missing there, or its end is.
+constexpr const char* OwedUploads = ORVIA_UPLOAD_COLUMNS ORVIA_OWED " ORDER BY begun LIMIT ?";
+constexpr const char* OwedCount = "SELECT count(*) FROM uploads " ORVIA_OWED;
+
+#undef ORVIA_UPLOAD_COLUMNS
+
+constexpr const char* NoteHanded =
+    "INSERT INTO handed(target, upload, received, ended) VALUES(CAST(? AS TEXT), ?, ?, ?) "
+    "ON CONFLICT(target, upload) DO UPDATE SET received = excluded.received, "
+    "ended = excluded.ended";
 constexpr const char* InsertUpload =
-    "INSERT INTO uploads(logger, begun, ended, outcome, firmware, name, settings, said, received) "
-    "VALUES(?, ?, ?, CAST(? AS TEXT), ?, CAST(? AS TEXT), ?, ?, ?) RETURNING id";
+    "INSERT INTO uploads(logger, begun, ended, outcome, firmware, name, settings, said, received, "
+    "origin) VALUES(?, ?, ?, CAST(? AS TEXT), ?, CAST(? AS TEXT), ?, ?, ?, CAST(? AS TEXT)) "
+    "RETURNING id";
 constexpr const char* ChangeUpload =
     "UPDATE uploads SET ended = ?, outcome = CAST(? AS TEXT), received = ? WHERE id = ?";
 
 }  // namespace
 
-std::vector<ArchiveLogger> SqlArchive::Loggers() {
+SqlStatement& SqlStore::Prepared(const char* text) {
+    if (!statements_) {
+        throw ArchiveFault(ArchiveTrouble::Other, "The archive is not open.");
+    }
+    return (*statements_)[text];
+}
+
+std::vector<ArchiveLogger> SqlStore::Loggers() {
     std::vector<ArchiveLogger> loggers;
     for (SqlRows rows(Prepared(AllLoggers)); rows.Next();) {
         loggers.push_back(LoggerRow(rows));
@@ -133,37 +170,39 @@ std::vector<ArchiveLogger> SqlArchive::Loggers() {
     return loggers;
 }
 
-std::optional<ArchiveLogger> SqlArchive::FindLogger(const std::array<std::uint8_t, 6>& mac) {
-    SqlRows rows(Prepared(LoggerByMac), MacText(mac));
+std::optional<ArchiveLogger> SqlStore::FindLogger(const std::array<std::uint8_t, 6>& mac) {
+    SqlRows rows(Prepared(HoldsLoggers() ? HeldLoggerByMac : LoggerByMac), MacText(mac));
     return rows.Next() ? std::optional(LoggerRow(rows)) : std::nullopt;
 }
 
-std::optional<ArchiveLogger> SqlArchive::LoggerOf(std::int64_t id) {
-    SqlRows rows(Prepared(LoggerById), id);
+std::optional<ArchiveLogger> SqlStore::LoggerOf(std::int64_t id) {
+    SqlRows rows(Prepared(HoldsLoggers() ? HeldLoggerById : LoggerById), id);
     return rows.Next() ? std::optional(LoggerRow(rows)) : std::nullopt;
 }
 
-void SqlArchive::AddLogger(ArchiveLogger& logger) {
+void SqlStore::AddLogger(ArchiveLogger& logger) {
     SqlRows rows(Prepared(InsertLogger), MacText(logger.Mac), logger.Name, logger.Records,
                  logger.Uploads, logger.Revision);
     static_cast<void>(rows.Next());
     logger.Id = rows->Integer(0);
 }
 
-void SqlArchive::UpdateLogger(const ArchiveLogger& logger) {
+void SqlStore::UpdateLogger(const ArchiveLogger& logger) {
     Prepared(ChangeLogger)
         .Run(logger.Name, logger.Records, logger.Uploads, logger.Revision, logger.Id);
 }
 
-void SqlArchive::DeleteLogger(std::int64_t logger) {
+void SqlStore::DeleteLogger(std::int64_t logger) {
     Prepared("DELETE FROM points WHERE settings IN (SELECT id FROM settings WHERE logger = ?)")
         .Run(logger);
     Prepared("DELETE FROM settings WHERE logger = ?").Run(logger);
+    Prepared("DELETE FROM handed WHERE upload IN (SELECT id FROM uploads WHERE logger = ?)")
+        .Run(logger);
     Prepared("DELETE FROM uploads WHERE logger = ?").Run(logger);
     Prepared("DELETE FROM loggers WHERE id = ?").Run(logger);
 }
 
-std::vector<ArchiveSettings> SqlArchive::SettingsOf(std::int64_t logger) {
+std::vector<ArchiveSettings> SqlStore::SettingsOf(std::int64_t logger) {
     std::vector<ArchiveSettings> all;
     for (SqlRows rows(Prepared(SettingsOfLogger), logger); rows.Next();) {
         all.push_back(SettingsRow(rows));
@@ -176,7 +215,7 @@ std::vector<ArchiveSettings> SqlArchive::SettingsOf(std::int64_t logger) {
     return all;
 }
 
-void SqlArchive::AddSettings(std::int64_t logger, ArchiveSettings& settings) {
+void SqlStore::AddSettings(std::int64_t logger, ArchiveSettings& settings) {
     {
         SqlRows rows(Prepared(InsertSettings), logger, settings.Image, settings.Firmware,
                      settings.AnalogChannels, settings.PulseChannels, settings.SampleOnDemand,
@@ -191,7 +230,7 @@ void SqlArchive::AddSettings(std::int64_t logger, ArchiveSettings& settings) {
     }
 }
 
-std::vector<ArchiveUpload> SqlArchive::UploadsOf(std::int64_t logger) {
+std::vector<ArchiveUpload> SqlStore::UploadsOf(std::int64_t logger) {
     std::vector<ArchiveUpload> uploads;
     for (SqlRows rows(Prepared(UploadsOfLogger), logger); rows.Next();) {
         uploads.push_back(UploadRow(rows));
@@ -199,12 +238,12 @@ std::vector<ArchiveUpload> SqlArchive::UploadsOf(std::int64_t logger) {
     return uploads;
 }
 
-std::optional<std::int64_t> SqlArchive::LastBegin(std::int64_t logger) {
+std::optional<std::int64_t> SqlStore::LastBegin(std::int64_t logger) {
     SqlRows rows(Prepared("SELECT max(begun) FROM uploads WHERE logger = ?"), logger);
     return rows.Next() && !rows->IsNull(0) ? std::optional(rows->Integer(0)) : std::nullopt;
 }
 
-std::vector<std::int64_t> SqlArchive::UploadsBegunBehind(std::int64_t logger, std::int64_t begin) {
+std::vector<std::int64_t> SqlStore::UploadsBegunBehind(std::int64_t logger, std::int64_t begin) {
     std::vector<std::int64_t> ids;
     SqlRows rows(Prepared("SELECT id FROM uploads WHERE logger = ? AND begun > ?"), logger, begin);
     while (rows.Next()) {
@@ -213,18 +252,49 @@ std::vector<std::int64_t> SqlArchive::UploadsBegunBehind(std::int64_t logger, st
     return ids;
 }
 
-void SqlArchive::AddUpload(ArchiveUpload& upload) {
+void SqlStore::AddUpload(ArchiveUpload& upload) {
     SqlRows rows(Prepared(InsertUpload), upload.Logger, upload.Begin, upload.End,
                  OutcomeText(upload.Outcome), upload.Firmware, upload.Name, upload.Settings,
-                 upload.Said, upload.Received);
+                 upload.Said, upload.Received, upload.Origin);
     static_cast<void>(rows.Next());
     upload.Id = rows->Integer(0);
 }
 
-void SqlArchive::UpdateUpload(const ArchiveUpload& upload) {
+void SqlStore::UpdateUpload(const ArchiveUpload& upload) {
     SqlStatement& change = Prepared(ChangeUpload);
     change.Run(upload.End, OutcomeText(upload.Outcome), upload.Received, upload.Id);
     if (change.Changed() != 1) {
         throw ArchiveFault(ArchiveTrouble::Gone, "");
     }
+}
+
+std::optional<ArchiveUpload> SqlStore::UploadFrom(std::int64_t logger, const std::string& origin) {
+    SqlRows rows(Prepared(UploadOfOrigin), logger, origin);
+    return rows.Next() ? std::optional(UploadRow(rows)) : std::nullopt;
+}
+
+std::string SqlStore::Identity() {
+    SqlRows rows(Prepared("SELECT identity FROM about"));
+    return rows.Next() ? rows->Text(0) : std::string();
+}
+
+std::vector<ArchiveUpload> SqlStore::UploadsOwed(const std::string& target, int most) {
+    std::vector<ArchiveUpload> uploads;
+    for (SqlRows rows(Prepared(OwedUploads), target, most); rows.Next();) {
+        uploads.push_back(UploadRow(rows));
+    }
+    return uploads;
+}
+
+std::int64_t SqlStore::CountOwed(const std::string& target) {
+    SqlRows rows(Prepared(OwedCount), target);
+    return rows.Next() ? rows->Integer(0) : 0;
+}
+
+void SqlStore::NoteHandedOver(const std::string& target, const ArchiveUpload& upload) {
+    Prepared(NoteHanded).Run(target, upload.Id, upload.Received, upload.End);
+}
+
+void SqlStore::ForgetHandedOver(const std::string& target) {
+    Prepared("DELETE FROM handed WHERE target = CAST(? AS TEXT)").Run(target);
 }
