@@ -14,6 +14,11 @@ mapfile -t all < <(git ls-files '*.cpp' '*.h')
 
 echo "== layout"
 clang-format --dry-run --Werror "${all[@]}"
+# Threads on Windows free what is their own before it is destroyed.
+if grep -nw thread_local "${all[@]}"; then
+    echo "no thread_local, please" >&2
+    exit 1
+fi
 
 [ "${1:-}" = "--layout" ] && exit 0
 

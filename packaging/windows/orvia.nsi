@@ -12,7 +12,7 @@ Unicode true
 Target amd64-unicode
 ManifestDPIAware true
 SetCompressor /SOLID lzma
-SetCompressorDictSize 64
+SetCompressorDictSize 32
 
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvia"
 !define RUNS 3

@@ -17,6 +17,13 @@ mkdir -p dist
 # What runs here: the simulator, and the tour that takes the pictures of the help.
 cmake -G Ninja -S . -B "$native" -DCMAKE_BUILD_TYPE=Release -DORVIA_HELP_PICTURES=ON
 cmake --build "$native" -j"$jobs" --target orvia-sim manual
+# Few colours do for pictures of windows; the help is half as large by that.
+pictures=$build/pictures
+mkdir -p "$pictures"
+for picture in "$native"/packaging/pictures/*.png; do
+    few=$pictures/$(basename "$picture")
+    [ "$few" -nt "$picture" ] || convert "$picture" +dither -colors 256 "PNG8:$few"
+done
 
 ORVIA_WINDOWS_PREFIX=$("$here/libraries.sh")
 export ORVIA_WINDOWS_PREFIX
@@ -24,7 +31,7 @@ export ORVIA_WINDOWS_PREFIX
 cmake -G Ninja -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG" \
     -DCMAKE_TOOLCHAIN_FILE="$PWD/$here/toolchain.cmake" \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
-    -DORVIA_HELP_SHOTS="$native/packaging/pictures"
+    -DORVIA_HELP_SHOTS="$pictures"
 cmake --build "$build" -j"$jobs"
 
 beside=()

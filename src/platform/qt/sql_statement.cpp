@@ -2,25 +2,6 @@
 
 #include <QByteArray>
 #include <QSqlError>
-#include <QStringList>
-
-namespace {
-
-QString NameOf(int position) {
-    return QStringLiteral(":v%1_").arg(position);
-}
-
-/// The text with a name in the place of each question mark.
-QString Named(const QString& text) {
-    QString named;
-    int position = 0;
-    for (const QChar one : text) {
-        named += one == QLatin1Char('?') ? NameOf(position++) : QString(one);
-    }
-    return named;
-}
-
-}  // namespace
 
 SqlStatement::SqlStatement(const QSqlDatabase& database, const char* text, SqlDialect& dialect)
     : query_(database), dialect_(&dialect) {
@@ -28,17 +9,22 @@ SqlStatement::SqlStatement(const QSqlDatabase& database, const char* text, SqlDi
         throw dialect.FaultOf(database.lastError());
     }
     query_.setForwardOnly(dialect.FetchesRowByRow());
-    if (!query_.prepare(Named(dialect.Said(text)))) {
+    if (!query_.prepare(NamePlaces(dialect.Said(text)))) {
         throw dialect.FaultOf(query_.lastError());
     }
 }
 
-const QString& SqlStatement::Placeholder(int position) {
-    static thread_local QStringList names;
-    while (names.size() <= position) {
-        names += NameOf(static_cast<int>(names.size()));
+QString SqlStatement::NamePlaces(const QString& text) {
+    QString named;
+    for (const QChar one : text) {
+        if (one == QLatin1Char('?')) {
+            places_ += QStringLiteral(":v%1_").arg(places_.size());
+            named += places_.constLast();
+        } else {
+            named += one;
+        }
     }
-    return names[position];
+    return named;
 }
 
 void SqlStatement::Execute() {

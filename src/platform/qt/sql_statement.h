@@ -3,6 +3,7 @@
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QStringList>
 #include <QVariant>
 #include <cstdint>
 #include <map>
@@ -31,7 +32,7 @@ class SqlStatement {
     /// Binds one value, from 0.
     template <typename Value>
     void Bind(int position, const Value& value) {
-        query_.bindValue(Placeholder(position), Variant(value));
+        query_.bindValue(places_.at(position), Variant(value));
     }
 
     /// Steps to the next row; false behind the last.
@@ -64,12 +65,13 @@ class SqlStatement {
     [[nodiscard]] QVariant Variant(const std::optional<T>& value) const {
         return value ? Variant(*value) : QVariant();
     }
-    /// The name of a value in the prepared text. To bind by position the driver would make it anew
-    /// each time.
-    [[nodiscard]] static const QString& Placeholder(int position);
+    /// The text with a name in the place of each question mark. To bind by position the driver
+    /// would make the name anew each time.
+    [[nodiscard]] QString NamePlaces(const QString& text);
     void Execute();
 
     QSqlQuery query_;
+    QStringList places_;
     SqlDialect* dialect_;
 };
 
