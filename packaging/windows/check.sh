@@ -33,7 +33,8 @@ drive() { local path="Z:${1//\//\\}"; echo "$path"; }
 # Programs of the build find their libraries where those were built. What is installed has its own.
 libraries=$(drive "$ORVIA_WINDOWS_PREFIX/bin")
 for folder in "$@"; do libraries="$libraries;$(drive "$folder")"; done
-built() { WINEPATH=$libraries wine64 "$@"; }
+built() { WINEPATH=$libraries timeout "$patience" wine64 "$@"; }
+patience=1200  # seconds
 
 step "a new wine"
 wine64 wineboot -i
@@ -42,6 +43,11 @@ wineserver -w
 for font in "MS Shell Dlg" "MS Shell Dlg 2" "MS Sans Serif" "Segoe UI" Tahoma; do
     wine64 reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d "DejaVu Sans" /f >/dev/null
 done
+cp /usr/share/fonts/truetype/dejavu/DejaVuSans{,-Bold}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+# What falls says where, and asks nobody. What is given back is written over, so that its use does not go unseen.
+wine64 reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null
+wine64 reg add 'HKLM\System\CurrentControlSet\Control\Session Manager' /v GlobalFlag /t REG_DWORD /d 0x70 /f >/dev/null
+end_server
 
 files() { (cd "$WINEPREFIX/drive_c" && find . -type f | LC_ALL=C sort); }
 has_key() { wine64 reg query "$1" >/dev/null 2>&1; }
@@ -95,7 +101,9 @@ wine64 "$setup" /S /CurrentUser
 
 step "a folder with a blank, and another one after it"
 for name in "My Programs" "Other Programs"; do
-    wine64 "$setup" /S /CurrentUser /D="C:\\$name\\Orvia two"
+    # The folder comes without quotes, so blanks are between words for wine.
+    # shellcheck disable=SC2086
+    wine64 "$setup" /S /CurrentUser /D=C:\\$name\\Orvia two
     [ "$(find "$WINEPREFIX/drive_c" -name orvia.exe)" = "$WINEPREFIX/drive_c/$name/Orvia two/orvia.exe" ] ||
         fail "not installed in $name, or the older version stayed"
 done
@@ -112,13 +120,14 @@ wine64 "$setup" /S /CurrentUser
 [ -e "$program" ] || fail "not installed in the usual folder again"
 
 step "tests"
+# Whether a page is right is seen by programs of this system, and how quick a form is without wine.
+elsewhere=ReportPagesTest.*:ReportPrintTest.*:SetupForm.OpensTurnsAndValidatesAtOnce:LargeBookTest.*
 cd "$build/bin"
 for tests in *_tests.exe; do
-    case $tests in
-        forms_tests.exe | desktop_tests.exe) continue ;;
-    esac
+    # They draw with the pointer, which nobody moves here as Windows would.
+    [ "$tests" != desktop_tests.exe ] || continue
     echo "-- $tests"
-    built "$tests" --gtest_brief=1 </dev/null
+    built "$tests" --gtest_brief=1 --gtest_filter="-$elsewhere" </dev/null
 done
 
 step "list of ports, from a registry like a machine's"
@@ -170,6 +179,7 @@ mkdir -p "$post"
 mkfifo "$post/open"
 "$here/sim_post.py" "$post" "$simulator" "$ports" <"$post/open" &
 exec 3>"$post/open"
+patience=3000
 LD_PRELOAD=$ORVIA_PTYMODEM built orvia-tour.exe --simulator "$(drive "$post")" \
     --data "$(drive "$root/data/demo")" --screenshots "$(drive "$shots")"
 
@@ -181,7 +191,7 @@ for variable in "QT_PLUGIN_PATH $(drive "$build/guide")" "QT_QPA_GENERIC_PLUGINS
 done
 end_server
 LD_PRELOAD=$ORVIA_PTYMODEM ORVIA_GUIDE_POST=$(drive "$post") ORVIA_GUIDE_PRACTICE=$(drive "$root/data/demo") \
-    ORVIA_GUIDE_PICTURES=$(drive "$shots") ORVIA_GUIDE_LOG=$(drive "$build/walk.txt") wine64 "$program" || true
+    ORVIA_GUIDE_PICTURES=$(drive "$shots") ORVIA_GUIDE_LOG=$(drive "$build/walk.txt") timeout 600 wine64 "$program" || true
 cat "$build/walk.txt"
 for variable in QT_PLUGIN_PATH QT_QPA_GENERIC_PLUGINS; do
     wine64 reg delete 'HKCU\Environment' /v $variable /f >/dev/null

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include "platform/qt/text_qt.h"
@@ -26,7 +27,7 @@ TEST(FileQueryTest, AFilterWithoutAPatternIsNone) {
 TEST(FileQueryTest, APatternGivesOnlyItsFolder) {
     const QTemporaryDir folder;
     const StartingPoint start = StartOf(FromQt(folder.path()) + "\\*.obk");
-    EXPECT_EQ(start.Folder, folder.path() + QLatin1Char('/'));
+    EXPECT_EQ(QDir(start.Folder), QDir(folder.path()));
     EXPECT_TRUE(start.Name.isEmpty());
 }
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "common/fault.h"
+#include "common/file_path.h"
 #include "common/text.h"
 
 namespace testing_support {
@@ -225,12 +226,12 @@ std::string FreshFolder(const std::string& name) {
 }
 
 std::string FileContents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(FilePath(path), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 void WriteFile(const std::string& path, const std::string& contents) {
-    std::ofstream(path, std::ios::binary) << contents;
+    std::ofstream(FilePath(path), std::ios::binary) << contents;
 }
 
 }  // namespace testing_support

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QSqlDatabase>
 #include <stdexcept>
 
 #include "whole_program/tour.h"
@@ -32,12 +33,28 @@ void SwitchSharing(Tour& tour, QWidget& settings) {
     tour.Console.Click(QStringLiteral("chkShare"), &settings);
 }
 
+/// Where nothing can talk to a server, the window says that and offers nothing.
+void TellWhyNot(Tour& tour, QWidget& settings) {
+    const auto* why = settings.findChild<QLabel*>(QStringLiteral("lblWhyNot"));
+    Tour::Say(QStringLiteral("\nThe archive is not shared: ") + why->text());
+    tour.Check(why->isVisible() && !why->text().isEmpty(),
+               QStringLiteral("nothing says why the archive cannot be shared"));
+    tour.Check(!settings.findChild<QWidget*>(QStringLiteral("chkShare"))->isEnabled(),
+               QStringLiteral("sharing is offered without a driver"));
+    tour.Console.Click(QStringLiteral("cmdCancel"), &settings);
+    tour.CheckBoxes({});
+}
+
 }  // namespace
 
 void ShareArchive(Tour& tour) {
     ConsoleRun& console = tour.Console;
     QWidget& settings =
         FormAt(tour, QStringLiteral("mnuArchiveSettings"), QStringLiteral("frmArchiveSettings"));
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL"))) {
+        TellWhyNot(tour, settings);
+        return;
+    }
     SwitchSharing(tour, settings);
     ConsoleRun::Type(settings, QStringLiteral("txtServer"), QStringLiteral("/no/server/here"));
     ConsoleRun::Type(settings, QStringLiteral("txtDatabase"), QStringLiteral("orvia"));
