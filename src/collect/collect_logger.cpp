@@ -5,6 +5,7 @@
 
 #include "archive/archive_rows.h"
 #include "collect/collect_words.h"
+#include "collect/late_answers.h"
 #include "collect/noted_boxes.h"
 #include "common/number_text.h"
 #include "console/logger_orders.h"
@@ -68,8 +69,10 @@ class Collection {
         }
         result_.Mac = target_.Radio->Mac;
         const DivertedBoxes::Diversion diversion(context_.windowBoxes, noted_);
+        LateAnswers late(quiet_.radio.link, quiet_.clock);
         watch_.progress.Begin(InOneLine(result_.Name));
         Reach();
+        late.LetPass(watch_.stopWanted);
         watch_.progress.End();
         Tell();
         return result_;

@@ -135,6 +135,51 @@ TEST_P(CollectTest, ALostEchoOfTheRadioMixesUpNoLoggers) {
               "Done\n");
 }
 
+/// A block of the first site is on its way still when the second one's is lost.
+TEST_P(CollectTest, ALateAnswerIsNotTakenForTheNextLoggers) {
+    constexpr std::uint8_t ReadBlock = 0x0D;
+    for (auto delay = Second; delay <= 5 * Second; delay += Second / 4) {
+        SCOPED_TRACE(delay);
+        bench = GetParam().Make();
+        store = bench->NewStore();
+        Make();
+        collect->Add(CollectedSite(1, 10));
+        simulator::LoggerSetup second = CollectedSite(2, 10);
+        second.ClockOffset = 3600;  // by which its records differ from the first one's
+        collect->Add(second);
+        collect->OpenAll();
+        const auto onBlock = [this](const simulator::LineFault& fault) {
+            return [this, fault] {
+                collect->console.Outside.Network.Faults().OnRequest(ReadBlock, fault);
+            };
+        };
+        collect->windows[0]->WhenSettingsRead = onBlock(simulator::LateReply(delay));
+        collect->windows[1]->WhenSettingsRead =
+            onBlock(simulator::Plain(simulator::FaultKind::LoseReply));
+        collect->Run();
+        bench->Clock += 1000;
+        collect->Run();
+        EXPECT_NE(collect->Log().find("Site 2...OK, 10 records, 0 new"), std::string::npos)
+            << collect->Log();
+    }
+}
+
+/// Where all answers come, nothing is waited for.
+TEST_P(CollectTest, OnlyWhatStaysOutIsWaitedFor) {
+    constexpr Microseconds Rest = 5 * Second;
+    MakeThree();
+    const auto timeOf = [this] {
+        const auto begin = collect->console.Outside.Time.Now();
+        collect->Run();
+        return collect->console.Outside.Time.Now() - begin;
+    };
+    const auto quick = timeOf();
+    collect->console.Outside.Network.Faults().LoseReply();
+    const auto slow = timeOf();
+    EXPECT_GT(slow - quick, Rest - Second);
+    EXPECT_LT(slow - quick, Rest + 3 * Second);
+}
+
 TEST_P(CollectTest, WhatABoxWouldSayStandsInTheLog) {
     MakeThree();
     comm::Disconnect(collect->console.State.LinkRecord, collect->console.View);
