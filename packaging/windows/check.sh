@@ -22,9 +22,10 @@ shots=$build/shots
 rm -rf "$shots"
 mkdir -p "$shots"
 export LC_ALL=C.UTF-8
-# The server tells all that it holds when it is ended.
 end_server() { wineserver -k >/dev/null 2>&1 || true; sleep 1; }
 trap end_server EXIT
+# A server tells all that it holds when it is ended, which nobody wants to read.
+new_server() { end_server; wineserver 2>/dev/null; }
 
 step() { echo "== $*"; }
 fail() { echo "$*" >&2; exit 1; }
@@ -37,7 +38,7 @@ built() { WINEPATH=$libraries timeout "$patience" wine64 "$@"; }
 patience=1200  # seconds
 
 step "a new wine"
-wine64 wineboot -i
+wine64 wineboot -i 2>/dev/null
 wineserver -w
 # Plain letters without feet, as on the system itself, by the fonts that are here.
 for font in "MS Shell Dlg" "MS Shell Dlg 2" "MS Sans Serif" "Segoe UI" Tahoma; do
@@ -46,6 +47,7 @@ done
 cp /usr/share/fonts/truetype/dejavu/DejaVuSans{,-Bold}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
 # What falls says where, and asks nobody.
 wine64 reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null
+new_server
 
 files() { (cd "$WINEPREFIX/drive_c" && find . -type f | LC_ALL=C sort); }
 has_key() { wine64 reg query "$1" >/dev/null 2>&1; }
@@ -158,23 +160,23 @@ for number in 1 2; do
     wine64 reg add 'HKLM\Software\Wine\Ports' /v "COM$number" /d "$ports/com$number" /f >/dev/null
 done
 # The server maps ports when it starts, and is told by a terminal that hangs up, upon which it says a lot.
-end_server
+new_server
 "$here/echo_port.py" "$ports/com1" >/dev/null &
 sleep 1
 LD_PRELOAD=$ORVIA_PTYMODEM built orvia-windows-line.exe >"$build/line.txt" 2>/dev/null ||
     { cat "$build/line.txt"; fail "the port is not right"; }
 grep -v "a reply is what was sent" "$build/line.txt"
-end_server
+new_server
 "$here/echo_port.py" "$ports/com1" >/dev/null &
 echo=$!
 sleep 1
 LD_PRELOAD=$ORVIA_PTYMODEM built orvia-windows-port.exe 2>/dev/null || fail "the port is not right in the toolkit's loop"
 kill $echo
-end_server
+new_server
 
 step "the tour, on a heap that writes over what is given back"
 wine64 reg add 'HKLM\System\CurrentControlSet\Control\Session Manager' /v GlobalFlag /t REG_DWORD /d 0x70 /f >/dev/null
-end_server
+new_server
 post=$WINEPREFIX/post
 mkdir -p "$post"
 mkfifo "$post/open"
@@ -190,7 +192,7 @@ wine64 reg delete 'HKCU\Software\Orvia' /f >/dev/null
 for variable in "QT_PLUGIN_PATH $(drive "$build/guide")" "QT_QPA_GENERIC_PLUGINS orviaguide"; do
     wine64 reg add 'HKCU\Environment' /v "${variable%% *}" /d "${variable#* }" /f >/dev/null
 done
-end_server
+new_server
 LD_PRELOAD=$ORVIA_PTYMODEM ORVIA_GUIDE_POST=$(drive "$post") ORVIA_GUIDE_PRACTICE=$(drive "$root/data/demo") \
     ORVIA_GUIDE_PICTURES=$(drive "$shots") ORVIA_GUIDE_LOG=$(drive "$build/walk.txt") timeout 600 wine64 "$program" || true
 cat "$build/walk.txt"
@@ -203,7 +205,7 @@ exec 3>&-
 step "screens of 100, 150 and 200 %"
 for percent in 100 150 200; do
     wine64 reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d $((96 * percent / 100)) /f >/dev/null
-    end_server
+    new_server
     wine64 "$program" &
     # The picture of the start has gone by then, also on a busy machine.
     sleep 40

@@ -147,5 +147,6 @@ CollectContext Contexts::Collection(OperationLog& log) const {
             .history = state_.History,
             .filer = *state_.Filer,
             .archive = *state_.Outside.Archive,
-            .windowBoxes = state_.WindowBoxes};
+            .windowBoxes = state_.WindowBoxes,
+            .late = state_.Late};
 }

@@ -8,6 +8,7 @@
 #include "archive/live_series.h"
 #include "archive/upload_filer.h"
 #include "collect/collect_progress.h"
+#include "collect/late_answers.h"
 #include "common/flag.h"
 #include "flow/catalogues.h"
 #include "history/history_store.h"
@@ -56,12 +57,13 @@ struct SharedState {
     explicit SharedState(const Host& outside)
         : Recorder(outside.MSComm1, outside.Clock),
           LinkRecord(Recorder, outside.Events),
+          Late(Recorder, outside.Clock),
           Boxes(outside.Boxes, LinkRecord.ShuttingDown),
           Outside(HostWith(outside, Recorder, Boxes)),
           OutsideOfWindows(HostWith(outside, Recorder, WindowBoxes)),
           Status(outside.Clock),
           Exchange(LinkRecord, &Status) {
-        LinkRecord.Listener = &Recorder;
+        LinkRecord.Listener = &Late;
         if (Outside.Archive != nullptr) {
             Filer.emplace(*Outside.Archive, Boxes);
             Filer->Filed = [this] { Sharing.Filed(); };
@@ -75,6 +77,7 @@ struct SharedState {
     Settings SettingsRecord;
     LinkRecorder Recorder;  ///< between the link and its port
     Link LinkRecord;
+    LateAnswers Late;
     Sampling SamplingRecord;
     Operations OperationsRecord;
     AddressBook Book;

@@ -2,6 +2,7 @@
 #define ORVIA_COLLECT_COLLECT_CONTEXT_H
 
 #include "archive/upload_filer.h"
+#include "collect/late_answers.h"
 #include "console/logger_operations.h"
 #include "history/history_store.h"
 #include "platform/archive_store.h"
@@ -19,6 +20,7 @@ struct CollectContext {
     UploadFiler& filer;
     ArchiveStore& archive;
     DivertedBoxes& windowBoxes;  ///< through which client windows tell
+    const LateAnswers& late;
 };
 
 #endif  // ORVIA_COLLECT_COLLECT_CONTEXT_H

@@ -5,7 +5,6 @@
 
 #include "archive/archive_rows.h"
 #include "collect/collect_words.h"
-#include "collect/late_answers.h"
 #include "collect/noted_boxes.h"
 #include "common/number_text.h"
 #include "console/logger_orders.h"
@@ -69,10 +68,12 @@ class Collection {
         }
         result_.Mac = target_.Radio->Mac;
         const DivertedBoxes::Diversion diversion(context_.windowBoxes, noted_);
-        LateAnswers late(quiet_.radio.link, quiet_.clock);
         watch_.progress.Begin(InOneLine(result_.Name));
-        Reach();
-        late.LetPass(watch_.stopWanted);
+        if (LetOthersPass()) {
+            Reach();
+        } else {
+            result_.Outcome = CollectOutcome::Stopped;
+        }
         watch_.progress.End();
         Tell();
         return result_;
@@ -81,6 +82,14 @@ class Collection {
  private:
     [[nodiscard]] OperationStatus& Status() const { return quiet_.radio.status; }
     [[nodiscard]] bool Ending() const { return quiet_.radio.link.ShuttingDown != False; }
+
+    /// What another logger was asked in vain may be on its way still.
+    [[nodiscard]] bool LetOthersPass() const {
+        if (context_.late.MayCome()) {
+            Status().Doing("Letting late answers pass");
+        }
+        return context_.late.LetPass(quiet_.radio.link, watch_.stopWanted);
+    }
 
     /// A fault ends what is under way as its failure does.
     void Reach() {

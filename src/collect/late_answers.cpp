@@ -18,28 +18,11 @@ bool IsAnswer(LinkFinding finding) {
 
 }  // namespace
 
-LateAnswers::LateAnswers(Link& link, const SystemClock& clock)
-    : link_(link), clock_(clock), beside_(link.Listener) {
-    link_.Listener = this;
-}
-
-LateAnswers::~LateAnswers() {
-    link_.Listener = beside_;
-}
-
-void LateAnswers::OnTry(const LinkTry& attempt) {
-    if (beside_ != nullptr) {
-        beside_->OnTry(attempt);
-    }
-}
-
 void LateAnswers::OnFinding(LinkFinding finding, std::int16_t ticks) {
     if (!IsAnswer(finding)) {
         stayedOut_ = MomentOf(clock_.Now());
     }
-    if (beside_ != nullptr) {
-        beside_->OnFinding(finding, ticks);
-    }
+    beside_.OnFinding(finding, ticks);
 }
 
 /// A clock that was set back meanwhile makes the rest a whole one.
@@ -52,11 +35,12 @@ int LateAnswers::TicksLeft() const {
            static_cast<int>(LongestDelay - std::clamp<Moment>(since, 0, LongestDelay));
 }
 
-void LateAnswers::LetPass(const std::function<bool()>& stop) const {
+bool LateAnswers::LetPass(Link& link, const std::function<bool()>& stop) const {
     for (int left = TicksLeft(); left > 0; left -= RestTicks) {
-        if (link_.ShuttingDown != False || stop()) {
-            return;
+        if (link.ShuttingDown != False || stop()) {
+            return false;
         }
-        comm::Pause(link_, RestTicks);
+        comm::Pause(link, RestTicks);
     }
+    return true;
 }

@@ -8,29 +8,28 @@
 #include "platform/host.h"
 #include "records/link.h"
 
-/// Watches for answers that stay out. One may come seconds late, and bears no sender: where the
-/// next logger's own is lost, it would be taken for that.
+/// Watches the link for answers that stay out. One may come seconds late, and bears no sender: where
+/// the next logger's own is lost, it would be taken for that.
 class LateAnswers final : public LinkListener {
  public:
-    /// Listens on the link, beside whoever does, until it goes. Both outlive it.
-    LateAnswers(Link& link, const SystemClock& clock);
-    ~LateAnswers() override;
-    LateAnswers(const LateAnswers&) = delete;
-    LateAnswers& operator=(const LateAnswers&) = delete;
+    /// `beside` is told all that this is told. Both outlive it.
+    LateAnswers(LinkListener& beside, const SystemClock& clock)
+        : beside_(beside), clock_(clock) {}
 
-    void OnTry(const LinkTry& attempt) override;
+    void OnTry(const LinkTry& attempt) override { beside_.OnTry(attempt); }
     void OnFinding(LinkFinding finding, std::int16_t ticks) override;
 
-    /// Lets the link rest, with events running, until what stayed out comes no more: five seconds
-    /// behind the last such answer, none where all came. `stop` and the program's end cut it short.
-    void LetPass(const std::function<bool()>& stop) const;
+    /// Whether one that stayed out may still come: for five seconds.
+    [[nodiscard]] bool MayCome() const { return TicksLeft() > 0; }
+    /// Lets `link` rest, with events running, until none can come any more. False if `stop` or the
+    /// program's end cut that short.
+    [[nodiscard]] bool LetPass(Link& link, const std::function<bool()>& stop) const;
 
  private:
     [[nodiscard]] int TicksLeft() const;
 
-    Link& link_;
+    LinkListener& beside_;
     const SystemClock& clock_;
-    LinkListener* const beside_;
     std::optional<Moment> stayedOut_;  ///< when the last one was missed
 };
 

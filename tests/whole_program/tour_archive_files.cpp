@@ -88,7 +88,7 @@ std::vector<FlowRecord> ReadFlows(const QString& path) {
     std::vector<FlowRecord> records;
     for (const QString& line : lines.mid(Headings)) {
         const QStringList fields = line.split(comma);
-        const QDateTime time(QDate::fromString(fields.value(0), QStringLiteral("MM/dd/yy")),
+        const QDateTime time(QDate::fromString(fields.value(0), QStringLiteral("M/d/yy")),
                              QTime::fromString(fields.value(1), QStringLiteral("HH:mm:ss")),
                              Qt::UTC);
         records.push_back({time.toSecsSinceEpoch(), fields.value(flow).toDouble()});
