@@ -8,13 +8,12 @@
 #include "platform/host.h"
 #include "records/link.h"
 
-/// Watches the link for answers that stay out. One may come seconds late, and bears no sender: where
-/// the next logger's own is lost, it would be taken for that.
+/// Watches the link for answers that stay out. One may come seconds late, and bears no sender:
+/// where the next logger's own is lost, it would be taken for that.
 class LateAnswers final : public LinkListener {
  public:
     /// `beside` is told all that this is told. Both outlive it.
-    LateAnswers(LinkListener& beside, const SystemClock& clock)
-        : beside_(beside), clock_(clock) {}
+    LateAnswers(LinkListener& beside, const SystemClock& clock) : beside_(beside), clock_(clock) {}
 
     void OnTry(const LinkTry& attempt) override { beside_.OnTry(attempt); }
     void OnFinding(LinkFinding finding, std::int16_t ticks) override;
