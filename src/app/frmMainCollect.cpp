@@ -56,6 +56,7 @@ void frmMain::CollectFromAll() {
 
 void frmMain::FollowCollection() {
     state_.Collecting.Tick();
+    state_.Late.Tick();
     const std::string text = state_.Collecting.Text();
     if (!text.empty()) {
         log_->SetFoot(text);

@@ -57,7 +57,7 @@ struct SharedState {
     explicit SharedState(const Host& outside)
         : Recorder(outside.MSComm1, outside.Clock),
           LinkRecord(Recorder, outside.Events),
-          Late(Recorder, outside.Clock),
+          Late(Recorder),
           Boxes(outside.Boxes, LinkRecord.ShuttingDown),
           Outside(HostWith(outside, Recorder, Boxes)),
           OutsideOfWindows(HostWith(outside, Recorder, WindowBoxes)),

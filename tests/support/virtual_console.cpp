@@ -27,6 +27,7 @@ VirtualConsole::VirtualConsole(const std::string& appPath, ArchiveStore* archive
             State.Filer->Tick();
         }
         State.Collecting.Tick();
+        State.Late.Tick();
         if (!State.Collecting.Text().empty()) {
             Log.SetFoot(State.Collecting.Text());
         }
