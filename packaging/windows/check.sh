@@ -203,6 +203,8 @@ grep -q "The console did all of it" "$build/walk.txt" || fail "the walk did not 
 exec 3>&-
 
 step "screens of 100, 150 and 200 %"
+# Where the walk left it, a window of larger letters would not be seen whole.
+wine64 reg delete 'HKCU\Software\Orvia\Orvia\Windows' /f >/dev/null
 for percent in 100 150 200; do
     wine64 reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d $((96 * percent / 100)) /f >/dev/null
     new_server
@@ -217,7 +219,9 @@ done
 step "silent removal"
 echo "1,2" >"$folder/mine.csv"
 take_away "$folder"
-sleep 2
+# The copy of itself from which it ran goes when the system starts next.
+wine64 wineboot -r 2>/dev/null
+wineserver -w
 # What wine's own desktop keeps is not the console's.
 files | LC_ALL=C comm -13 "$build/files.before" - | grep -v '^\./windows/' >"$build/files.left" || true
 own=".${folder#"$WINEPREFIX/drive_c"}/mine.csv"
