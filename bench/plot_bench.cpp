@@ -53,6 +53,7 @@ Series Wandering(int records, int minutes) {
 
 std::vector<PlotLine> LinesOf(const std::shared_ptr<const NamedSeries>& series, int count) {
     std::vector<PlotLine> lines;
+    lines.reserve(static_cast<std::size_t>(count));
     for (int line = 0; line < count; ++line) {
         lines.push_back({series, static_cast<std::size_t>(line)});
     }

@@ -10,10 +10,10 @@
 /// records give place; time, and `nth` above 32 bits; upload; four counts in a number, the first in
 /// the lowest bits, three times.
 struct SqlRecordTexts {
-    const char* FromPlace;  ///< of logger, place, most
-    const char* OfUpload;   ///< of logger, place, upload, most
-    const char* AtTime;     ///< of logger, time
-    const char* Last;       ///< of logger
+    const char* FromPlace = nullptr;  ///< of logger, place, most
+    const char* OfUpload = nullptr;   ///< of logger, place, upload, most
+    const char* AtTime = nullptr;     ///< of logger, time
+    const char* Last = nullptr;       ///< of logger
     // Each of the two is the end of an index; asked for both at once, an engine may read all.
     const char* LeastTime = "SELECT min(time) FROM records WHERE logger = ?";
     const char* GreatestTime = "SELECT max(time) FROM records WHERE logger = ?";
