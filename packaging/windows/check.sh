@@ -174,17 +174,23 @@ LD_PRELOAD=$ORVIA_PTYMODEM built orvia-windows-port.exe 2>/dev/null || fail "the
 kill $echo
 new_server
 
+# Begins to start simulators, for programs that may have the numbers of those that ended.
+open_post() {
+    post=$WINEPREFIX/post-$1
+    mkdir "$post"
+    mkfifo "$post/open"
+    "$here/sim_post.py" "$post" "$simulator" "$ports" <"$post/open" &
+    exec 3>"$post/open"
+}
+
 step "the tour, on a heap that writes over what is given back"
 wine64 reg add 'HKLM\System\CurrentControlSet\Control\Session Manager' /v GlobalFlag /t REG_DWORD /d 0x70 /f >/dev/null
 new_server
-post=$WINEPREFIX/post
-mkdir -p "$post"
-mkfifo "$post/open"
-"$here/sim_post.py" "$post" "$simulator" "$ports" <"$post/open" &
-exec 3>"$post/open"
+open_post tour
 patience=3000
 LD_PRELOAD=$ORVIA_PTYMODEM built orvia-tour.exe --simulator "$(drive "$post")" \
     --data "$(drive "$root/data/demo")" --screenshots "$(drive "$shots")"
+exec 3>&-
 
 step "the installed console takes a walk"
 wine64 reg delete 'HKCU\Software\Orvia' /f >/dev/null
@@ -193,6 +199,7 @@ for variable in "QT_PLUGIN_PATH $(drive "$build/guide")" "QT_QPA_GENERIC_PLUGINS
     wine64 reg add 'HKCU\Environment' /v "${variable%% *}" /d "${variable#* }" /f >/dev/null
 done
 new_server
+open_post walk
 LD_PRELOAD=$ORVIA_PTYMODEM ORVIA_GUIDE_POST=$(drive "$post") ORVIA_GUIDE_PRACTICE=$(drive "$root/data/demo") \
     ORVIA_GUIDE_PICTURES=$(drive "$shots") ORVIA_GUIDE_LOG=$(drive "$build/walk.txt") timeout 600 wine64 "$program" || true
 cat "$build/walk.txt"
