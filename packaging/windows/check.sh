@@ -123,6 +123,7 @@ step "tests"
 # Whether a page is right is seen by programs of this system, and how quick a form is without wine.
 elsewhere=ReportPagesTest.*:ReportPrintTest.*
 elsewhere+=:SetupForm.OpensTurnsAndValidatesAtOnce:LargeBookTest.*:MainWindowTest.ABookOfTenThousandIsListedQuickly
+elsewhere+=:FrmCollectUnderClicks.*
 cd "$build/bin"
 for tests in *_tests.exe; do
     # They draw with the pointer, which nobody moves here as Windows would.

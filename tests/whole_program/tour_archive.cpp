@@ -163,8 +163,12 @@ void SpeedUp(Tour& tour) {
 }
 
 void CheckUpload(Tour& tour, QWidget& archive, int row, const char* outcome, int records) {
+    // The list looks anew every now and then.
+    const auto told = [&] {
+        return Cell(archive, "lvwUploads", row, OutcomeCell) == QLatin1String(outcome);
+    };
     tour.Check(
-        Cell(archive, "lvwUploads", row, OutcomeCell) == QLatin1String(outcome),
+        ConsoleRun::RunUntil(told, Patience),
         QStringLiteral("upload %1 of the archive is not ").arg(row) + QLatin1String(outcome));
     tour.Check(Cell(archive, "lvwUploads", row, ReceivedCell).toInt() == records,
                QStringLiteral("records of upload %1").arg(row));
