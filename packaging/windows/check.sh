@@ -193,6 +193,9 @@ LD_PRELOAD=$ORVIA_PTYMODEM built orvia-tour.exe --simulator "$(drive "$post")" \
     --data "$(drive "$root/data/demo")" --screenshots "$(drive "$shots")"
 exec 3>&-
 
+# What tests leave is not the console's.
+rm -rf "$WINEPREFIX"/drive_c/users/*/Temp/*
+
 step "the installed console takes a walk"
 wine64 reg delete 'HKCU\Software\Orvia' /f >/dev/null
 # wine hands on no variable of the toolkit's, but those of its registry.
